@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace shotweaver {
+
+/// The calls through which every file is read and written: POSIX calls, one each, with POSIX
+/// results (-1 and errno on failure). Everything else about files is built above this interface, so
+/// that a test can make any single call fail.
+class FileCalls {
+  public:
+    virtual ~FileCalls() = default;
+
+    virtual int openForReading(const std::string& path) = 0;
+    /// Creates the file; fails with EEXIST when anything has that name already.
+    virtual int createNew(const std::string& path) = 0;
+    virtual std::ptrdiff_t read(int file, char* bytes, std::size_t count) = 0;
+    virtual std::ptrdiff_t write(int file, const char* bytes, std::size_t count) = 0;
+    virtual int sync(int file) = 0;
+    virtual int close(int file) = 0;
+    /// Gives the file a new name; replaces what has that name.
+    virtual int rename(const std::string& from, const std::string& to) = 0;
+    /// The same, but fails with EEXIST when anything has that name, and with EINVAL or ENOTSUP on
+    /// file systems that cannot promise this.
+    virtual int renameToNew(const std::string& from, const std::string& to) = 0;
+    virtual int remove(const std::string& path) = 0;
+    /// 0 when anything, even a broken link, has that name; ENOENT when nothing has.
+    virtual int probe(const std::string& path) = 0;
+
+  protected:
+    FileCalls() = default;
+    FileCalls(const FileCalls&) = default;
+    FileCalls& operator=(const FileCalls&) = default;
+};
+
+/// The operating system's own calls.
+FileCalls& systemFileCalls();
+
+} // namespace shotweaver

@@ -1,0 +1,183 @@
+#include "platform/Files.h"
+
+#include "platform/PlatformError.h"
+#include "platform/Uuid.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <system_error>
+
+namespace shotweaver {
+
+namespace {
+
+constexpr std::size_t readBlock = std::size_t{1} << 18U;
+// One write call takes at most about 2 GB on some systems.
+constexpr std::size_t writeBlock = std::size_t{1} << 30U;
+
+[[noreturn]] void fail(std::string_view what, const std::string& path, int reason) {
+    throw PlatformError(fmt::format("“{}” could not be {}: {}.", fileName(path), what,
+                                    std::generic_category().message(reason)));
+}
+
+/// An open file, closed on every way out.
+class OpenFile {
+  public:
+    OpenFile(FileCalls& calls, int file) : calls_(calls), file_(file) {}
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile() {
+        if (file_ >= 0) calls_.close(file_);
+    }
+
+    int descriptor() const { return file_; }
+
+    /// Closes and reports what the close says, which can be the last word on a full disk.
+    int close() {
+        const int file = file_;
+        file_ = -1;
+        return calls_.close(file);
+    }
+
+  private:
+    FileCalls& calls_;
+    int file_;
+};
+
+/// A file that is removed on every way out but the one that keeps it.
+class TemporaryFile {
+  public:
+    TemporaryFile(FileCalls& calls, std::string path) : calls_(calls), path_(std::move(path)) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        // A single interrupted or failing call must not leave the file behind.
+        if (!kept_ && calls_.remove(path_) != 0 && errno != ENOENT) calls_.remove(path_);
+    }
+
+    const std::string& path() const { return path_; }
+    void keep() { kept_ = true; }
+
+  private:
+    FileCalls& calls_;
+    std::string path_;
+    bool kept_ = false;
+};
+
+/// Repeats a call while a signal interrupts it.
+template <class Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+/// Writes, stores and closes. Gives 0 or the error number.
+int fill(FileCalls& calls, OpenFile& file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const std::size_t count = std::min(bytes.size(), writeBlock);
+        const auto written =
+            uninterrupted([&] { return calls.write(file.descriptor(), bytes.data(), count); });
+        if (written < 0) return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    if (uninterrupted([&] { return calls.sync(file.descriptor()); }) != 0) return errno;
+    // After an interrupted close the descriptor is gone, and the bytes are stored already.
+    if (file.close() != 0 && errno != EINTR) return errno;
+    return 0;
+}
+
+/// Gives `temporary` its final name if nothing has it. Gives 0 or the error number.
+int placeAtNewName(FileCalls& calls, TemporaryFile& temporary, const std::string& path) {
+    if (calls.renameToNew(temporary.path(), path) == 0) {
+        temporary.keep();
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOTSUP && errno != ENOSYS) return errno;
+
+    // A file system without that call: reserve the name with an empty file of our own, which the
+    // rename then replaces.
+    const int reserved = calls.createNew(path);
+    if (reserved < 0) return errno;
+    TemporaryFile placeholder(calls, path);
+    calls.close(reserved);
+    if (calls.rename(temporary.path(), path) != 0) return errno;
+    placeholder.keep();
+    temporary.keep();
+    return 0;
+}
+
+/// Stores the folder's new entry on the device. Not every file system can, and the file is complete
+/// either way, so a failure is not reported.
+void syncFolder(FileCalls& calls, const std::string& folder) {
+    const OpenFile opened(calls, calls.openForReading(folder));
+    if (opened.descriptor() >= 0) calls.sync(opened.descriptor());
+}
+
+/// A name of its own, short enough for every file system, so that the final name alone decides
+/// whether a name is too long.
+std::string temporaryPathBeside(const std::string& path) {
+    SecureRandom random;
+    return pathInFolder(parentFolder(path), ".shotweaver-" + UUID::random(random).compactText());
+}
+
+} // namespace
+
+std::string readFile(FileCalls& calls, const std::string& path) {
+    const OpenFile file(calls, uninterrupted([&] { return calls.openForReading(path); }));
+    if (file.descriptor() < 0) fail("opened", path, errno);
+    std::string bytes;
+    while (true) {
+        const std::size_t size = bytes.size();
+        if (bytes.capacity() - size < readBlock) bytes.reserve(std::max(2 * size, readBlock));
+        bytes.resize(size + readBlock);
+        const auto count = uninterrupted(
+            [&] { return calls.read(file.descriptor(), bytes.data() + size, readBlock); });
+        if (count < 0) fail("read", path, errno);
+        bytes.resize(size + static_cast<std::size_t>(count));
+        if (count == 0) return bytes;
+    }
+}
+
+bool fileExists(FileCalls& calls, const std::string& path) {
+    if (uninterrupted([&] { return calls.probe(path); }) == 0) return true;
+    if (errno != ENOENT) fail("looked for", path, errno);
+    return false;
+}
+
+void writeNewFile(FileCalls& calls, const std::string& path, std::string_view bytes) {
+    const std::string temporaryPath = temporaryPathBeside(path);
+    OpenFile file(calls, uninterrupted([&] { return calls.createNew(temporaryPath); }));
+    if (file.descriptor() < 0) fail("created", path, errno);
+    TemporaryFile temporary(calls, temporaryPath);
+    if (const int reason = fill(calls, file, bytes); reason != 0) fail("written", path, reason);
+    if (const int reason = placeAtNewName(calls, temporary, path); reason != 0)
+        fail("created", path, reason);
+    syncFolder(calls, parentFolder(path));
+}
+
+std::string fileName(const std::string& path) {
+    const std::size_t end = path.find_last_not_of('/');
+    if (end == std::string::npos) return path;
+    const std::size_t slash = path.rfind('/', end);
+    const std::size_t start = slash == std::string::npos ? 0 : slash + 1;
+    return path.substr(start, end + 1 - start);
+}
+
+std::string parentFolder(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string pathInFolder(const std::string& folder, std::string_view name) {
+    std::string path = folder.empty() ? "." : folder;
+    if (path.back() != '/') path += '/';
+    return path += name;
+}
+
+} // namespace shotweaver

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/FileCalls.h"
+
+#include <string>
+#include <string_view>
+
+namespace shotweaver {
+
+/// Whole-file operations. Each throws `PlatformError` with a sentence that names the file and the
+/// system's reason.
+
+/// The bytes of a file.
+std::string readFile(FileCalls& calls, const std::string& path);
+
+/// True when anything has that name. A name that cannot be asked for (too long, no permission to
+/// look) is an error, never a free name.
+bool fileExists(FileCalls& calls, const std::string& path);
+
+/// Creates a file, complete and stored on the device or not at all, and never over an existing
+/// name.
+void writeNewFile(FileCalls& calls, const std::string& path, std::string_view bytes);
+
+/// The part of a path after its last slash; trailing slashes do not count.
+std::string fileName(const std::string& path);
+
+/// The folder that holds a path: "." when it has none.
+std::string parentFolder(const std::string& path);
+
+/// A folder and a name in it as one path.
+std::string pathInFolder(const std::string& folder, std::string_view name);
+
+} // namespace shotweaver

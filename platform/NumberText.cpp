@@ -1,0 +1,91 @@
+#include "platform/NumberText.h"
+
+#include <fast_float/fast_float.h>
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+
+namespace shotweaver {
+
+namespace {
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool isSign(char c) {
+    return c == '+' || c == '-';
+}
+
+/// The position after the digits that start at `from`.
+std::size_t skipDigits(std::string_view text, std::size_t from) {
+    while (from < text.size() && isDigit(text[from]))
+        ++from;
+    return from;
+}
+
+/// Unsigned decimal form: digits[.digits][e[sign]digits] and nothing else.
+bool isDecimalForm(std::string_view text) {
+    std::size_t at = skipDigits(text, 0);
+    if (at == 0) return false;
+    if (at < text.size() && text[at] == '.') {
+        const std::size_t fraction = at + 1;
+        at = skipDigits(text, fraction);
+        if (at == fraction) return false;
+    }
+    if (at < text.size() && (text[at] == 'e' || text[at] == 'E')) {
+        std::size_t exponent = at + 1;
+        if (exponent < text.size() && isSign(text[exponent])) ++exponent;
+        at = skipDigits(text, exponent);
+        if (at == exponent) return false;
+    }
+    return at == text.size();
+}
+
+} // namespace
+
+std::optional<double> parseDecimal(std::string_view text) {
+    const bool hasSign = !text.empty() && isSign(text.front());
+    const std::string_view digits = hasSign ? text.substr(1) : text;
+    if (!isDecimalForm(digits)) return std::nullopt;
+
+    // The form is checked, so the only error left is a number out of range; its value is then
+    // already the nearest one, an infinity or zero.
+    double value = 0;
+    fast_float::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (!std::isfinite(value)) return std::nullopt;
+    return hasSign && text.front() == '-' ? -value : value;
+}
+
+std::optional<std::int64_t> parseInteger(std::string_view text) {
+    if (!text.empty() && text.front() == '+') {
+        text.remove_prefix(1);
+        if (text.empty() || !isDigit(text.front())) return std::nullopt;
+    }
+    std::int64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+    return value;
+}
+
+std::optional<std::uint64_t> parseUnsigned(std::string_view text) {
+    if (text.empty() || !isDigit(text.front())) return std::nullopt;
+    std::uint64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+    return value;
+}
+
+std::string shortestDecimal(double value) {
+    std::string text = fmt::format("{}", value);
+    if (text.find_first_not_of("-0123456789") == std::string::npos) text += ".0";
+    return text;
+}
+
+std::string fixedDecimal(double value, int decimals) {
+    return fmt::format("{:.{}f}", value, decimals);
+}
+
+} // namespace shotweaver

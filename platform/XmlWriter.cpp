@@ -1,0 +1,179 @@
+#include "platform/XmlWriter.h"
+
+#include "platform/XmlIntake.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cstddef>
+
+namespace shotweaver {
+
+namespace {
+
+constexpr std::size_t indentWidth = 4;
+
+enum class Escaping { attribute, text };
+
+/// What stands for a character, or nothing when it stands for itself.
+std::string_view escape(char c, Escaping escaping) {
+    switch (c) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    // A raw carriage return is read back as a line feed, and raw white space in an attribute as a
+    // space.
+    case '\r':
+        return "&#13;";
+    case '"':
+        return escaping == Escaping::attribute ? "&quot;" : "";
+    case '\t':
+        return escaping == Escaping::attribute ? "&#9;" : "";
+    case '\n':
+        return escaping == Escaping::attribute ? "&#10;" : "";
+    default:
+        return "";
+    }
+}
+
+/// The few characters that `escape` has anything to say about, as a table: most of a document
+/// passes through here.
+constexpr std::array<bool, 256> escapeTable = [] {
+    std::array<bool, 256> table{};
+    for (const unsigned char c : {'&', '<', '>', '"', '\r', '\n', '\t'})
+        table[c] = true;
+    return table;
+}();
+
+bool mayNeedEscape(char c) {
+    return escapeTable[static_cast<unsigned char>(c)];
+}
+
+void appendEscaped(std::string& text, std::string_view value, Escaping escaping) {
+    std::size_t start = 0;
+    while (true) {
+        const auto from = value.begin() + static_cast<std::ptrdiff_t>(start);
+        const auto found = std::find_if(from, value.end(), mayNeedEscape);
+        const auto at = static_cast<std::size_t>(found - value.begin());
+        text.append(value, start, at - start);
+        if (at == value.size()) return;
+        const std::string_view replacement = escape(value[at], escaping);
+        if (replacement.empty())
+            text += value[at];
+        else
+            text += replacement;
+        start = at + 1;
+    }
+}
+
+bool hasTextChild(pugi::xml_node element) {
+    const auto children = element.children();
+    return std::any_of(children.begin(), children.end(), [](pugi::xml_node child) {
+        return child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
+    });
+}
+
+} // namespace
+
+XmlWriter::XmlWriter() : text_("<?xml version=\"1.0\" encoding=\"UTF-8\"?>") {}
+
+void XmlWriter::begin(std::string_view name) {
+    open(name, true);
+}
+
+void XmlWriter::beginLike(pugi::xml_node element) {
+    open(element.name(), !holdsText(element.name()) && !hasTextChild(element));
+}
+
+void XmlWriter::open(std::string_view name, bool isIndented) {
+    const bool insideText = !open_.empty() && !open_.back().isIndented;
+    startContent();
+    text_ += '<';
+    text_ += name;
+    open_.push_back({name, isIndented && !insideText});
+}
+
+void XmlWriter::attribute(std::string_view name, std::string_view value) {
+    assert(!open_.empty() && !open_.back().hasContent);
+    text_ += ' ';
+    text_ += name;
+    text_ += "=\"";
+    appendEscaped(text_, value, Escaping::attribute);
+    text_ += '"';
+}
+
+void XmlWriter::end() {
+    assert(!open_.empty());
+    const Open element = open_.back();
+    open_.pop_back();
+    if (!element.hasContent) {
+        text_ += "/>";
+        return;
+    }
+    if (element.isIndented) newLine(open_.size());
+    text_ += "</";
+    text_ += element.name;
+    text_ += '>';
+}
+
+void XmlWriter::closeStartTag() {
+    if (open_.empty() || open_.back().hasContent) return;
+    text_ += '>';
+    open_.back().hasContent = true;
+}
+
+void XmlWriter::startContent() {
+    closeStartTag();
+    if (open_.empty() || open_.back().isIndented) newLine(open_.size());
+}
+
+void XmlWriter::newLine(std::size_t depth) {
+    text_ += '\n';
+    text_.append(depth * indentWidth, ' ');
+}
+
+void XmlWriter::node(pugi::xml_node node) {
+    if (node.type() != pugi::node_element) {
+        leaf(node);
+        return;
+    }
+    beginLike(node);
+    for (const pugi::xml_attribute each : node.attributes())
+        attribute(each.name(), each.value());
+    for (const pugi::xml_node child : node.children())
+        this->node(child);
+    end();
+}
+
+void XmlWriter::leaf(pugi::xml_node node) {
+    startContent();
+    switch (node.type()) {
+    case pugi::node_pcdata:
+        appendEscaped(text_, node.value(), Escaping::text);
+        break;
+    case pugi::node_cdata:
+        text_.append("<![CDATA[").append(node.value()).append("]]>");
+        break;
+    case pugi::node_comment:
+        text_.append("<!--").append(node.value()).append("-->");
+        break;
+    case pugi::node_pi:
+        text_.append("<?").append(node.name());
+        if (*node.value() != '\0') text_.append(" ").append(node.value());
+        text_ += "?>";
+        break;
+    default:
+        assert(false && "a parsed document holds no other kind of node");
+    }
+}
+
+std::string XmlWriter::take() {
+    assert(open_.empty());
+    text_ += '\n';
+    return std::move(text_);
+}
+
+} // namespace shotweaver

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <pugixml.hpp>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace shotweaver {
+
+/// Writes an XML document in UTF-8 as text, element by element, without holding a tree of it: one
+/// element a line, nested elements indented by four spaces. Where text is content nothing is added:
+/// inside an element that has text or that holds text by its name, everything stands as it is.
+class XmlWriter {
+  public:
+    /// Starts with the XML declaration (version 1.0, UTF-8).
+    XmlWriter();
+
+    /// Opens an element; `attribute` calls may follow until something is put into it. The name is
+    /// not copied: it must stay valid until the element is closed.
+    void begin(std::string_view name);
+    void attribute(std::string_view name, std::string_view value);
+    /// Closes the element opened last.
+    void end();
+
+    /// Opens an element that stands for `element` (its name, and its way with white space).
+    void beginLike(pugi::xml_node element);
+
+    /// Writes a node and everything below it.
+    void node(pugi::xml_node node);
+
+    /// The finished text. Every element must be closed.
+    std::string take();
+
+  private:
+    struct Open {
+        std::string_view name;
+        bool isIndented;
+        bool hasContent = false;
+    };
+
+    void open(std::string_view name, bool isIndented);
+    void closeStartTag();
+    void startContent();
+    void newLine(std::size_t depth);
+    void leaf(pugi::xml_node node);
+
+    std::string text_;
+    std::vector<Open> open_;
+};
+
+} // namespace shotweaver
