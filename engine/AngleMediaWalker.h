@@ -1,0 +1,74 @@
+#pragma once
+
+#include "engine/Resources.h"
+
+#include <pugixml.hpp>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace shotweaver {
+
+/// Flattens the content of a multicam angle into the stretches of the angle's timeline in which a
+/// recording is present. One walker serves all angles of a document.
+class AngleMediaWalker {
+  public:
+    /// A stretch in seconds of the parent's time, start < end; both flags may be false. Spans come
+    /// in no particular order and may overlap.
+    struct Span {
+        double start = 0;
+        double end = 0;
+        bool video = false;
+        bool audio = false;
+
+        bool operator==(const Span&) const = default;
+    };
+
+    /// `resources` must outlive the walker.
+    explicit AngleMediaWalker(const Resources& resources) : resources_(resources) {}
+
+    /// The spans of an angle's child element, in the angle's time. `camera` names the angle in
+    /// messages. Throws `FinalCutImportError` with the sentence of the first check that fails, in
+    /// document order: unknown elements, speed changes, split audio, missing recordings and
+    /// compound clips, invalid durations and times, more than 40 levels.
+    std::vector<Span> walk(pugi::xml_node element, std::string_view camera);
+
+  private:
+    struct Walked {
+        std::vector<Span> spans;
+        int height = 0; // levels of elements below
+    };
+
+    /// A clip's own times, in seconds; without a known duration nothing is clipped.
+    struct Window {
+        double offset = 0;
+        double start = 0;
+        std::optional<double> duration;
+    };
+
+    Walked walk(pugi::xml_node element, int depth);
+    void checkSettings(pugi::xml_node element) const;
+    pugi::xml_node recordingOf(pugi::xml_node clip) const;
+    pugi::xml_node compoundMedia(pugi::xml_node clip) const;
+    void addChildren(Walked& walked, pugi::xml_node parent, int depth);
+    void addCompound(Walked& walked, pugi::xml_node media, int depth);
+    void moveToParent(std::vector<Span>& spans, const Window& window, std::string_view sources);
+    void countWork(std::size_t spans);
+    [[noreturn]] void refuse(std::string_view rest) const;
+
+    const Resources& resources_;
+    std::string camera_;
+    // Compound clips being expanded, by media identifier.
+    std::unordered_set<std::string_view> entered_;
+    // What a media holds, in its own time, depends on that media alone (one that comes back to a
+    // media being expanded is refused), so it is walked once.
+    std::unordered_map<std::string_view, Walked> known_;
+    std::size_t work_ = 0;
+};
+
+} // namespace shotweaver

@@ -1,0 +1,193 @@
+#include "engine/CutEngine.h"
+
+#include "engine/AngleMediaWalker.h"
+#include "engine/FinalCutImportError.h"
+#include "engine/TimeValues.h"
+#include "engine/XmlAccess.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace shotweaver {
+
+namespace {
+
+constexpr std::int64_t maximumFrameTerm = 1'000'000;
+
+// A span covers a frame when it covers all of it but this part, in frames.
+constexpr double frameTolerance = 0.000001;
+constexpr double maximumFrame = 1'000'000'000;
+
+[[noreturn]] void refuse(const char* sentence) {
+    throw FinalCutImportError::invalid(sentence);
+}
+
+/// The attributes of a format that have to agree, with what an absent one means.
+struct FormatAttribute {
+    const char* name;
+    std::optional<std::string_view> absent;
+};
+
+constexpr std::array<FormatAttribute, 8> formatAttributes{{{"width", {}},
+                                                           {"height", {}},
+                                                           {"fieldOrder", "progressive"},
+                                                           {"paspH", "1"},
+                                                           {"paspV", "1"},
+                                                           {"colorSpace", {}},
+                                                           {"projection", {}},
+                                                           {"stereoscopic", {}}}};
+
+std::optional<std::string_view> formatValue(pugi::xml_node format,
+                                            const FormatAttribute& description) {
+    const auto value = attribute(format, description.name);
+    if (!value) return description.absent;
+    // A colour space is a code, perhaps followed by its name: "1-1-1 (Rec. 709)".
+    if (std::string_view(description.name) == "colorSpace")
+        return value->substr(0, value->find(" ("));
+    return value;
+}
+
+bool frameDurationsMatch(pugi::xml_node a, pugi::xml_node b) {
+    const RationalTime first = parseRationalTime(attributeOr(a, "frameDuration", "0s"));
+    const RationalTime second = parseRationalTime(attributeOr(b, "frameDuration", "0s"));
+    std::int64_t left = 0;
+    std::int64_t right = 0;
+    return !__builtin_mul_overflow(first.numerator, second.denominator, &left) &&
+           !__builtin_mul_overflow(second.numerator, first.denominator, &right) && left == right;
+}
+
+/// Turns an angle's spans into the frames that they cover wholly.
+class SpanFrames {
+  public:
+    SpanFrames(const CutEngine& engine, std::int64_t multicamStart)
+        : length_(engine.length),
+          clipStart_(static_cast<double>(engine.frameNumerator) *
+                     static_cast<double>(engine.sourceStart - multicamStart) /
+                     static_cast<double>(engine.frameDenominator)),
+          framesPerSecond_(static_cast<double>(engine.frameDenominator) /
+                           static_cast<double>(engine.frameNumerator)) {}
+
+    FrameRange frames(const AngleMediaWalker::Span& span) const {
+        const double start = frame(span.start);
+        const double end = frame(span.end);
+        if (!(std::abs(start) < maximumFrame && std::abs(end) < maximumFrame))
+            refuse("Invalid angle timing.");
+        const auto first = static_cast<std::int64_t>(std::ceil(start - frameTolerance));
+        const auto last = static_cast<std::int64_t>(std::floor(end + frameTolerance));
+        return {std::max<std::int64_t>(first, 0), std::min(last, length_)};
+    }
+
+  private:
+    /// Not finite for a time that is not.
+    double frame(double angleSeconds) const {
+        return framesPerSecond_ * (angleSeconds - clipStart_);
+    }
+
+    std::int64_t length_;
+    double clipStart_;
+    double framesPerSecond_;
+};
+
+} // namespace
+
+bool formatsMatch(pugi::xml_node projectFormat, pugi::xml_node multicamFormat) {
+    if (attribute(projectFormat, "id") == attribute(multicamFormat, "id")) return true;
+    if (!frameDurationsMatch(projectFormat, multicamFormat)) return false;
+    return std::all_of(
+        formatAttributes.begin(), formatAttributes.end(), [&](const FormatAttribute& each) {
+            return formatValue(projectFormat, each) == formatValue(multicamFormat, each);
+        });
+}
+
+CutEngine::CutEngine(std::string_view bytes) : CutEngine(readProject(bytes)) {}
+
+CutEngine::CutEngine(ProjectImport import)
+    : project(import.project), sequence(import.sequence), original(import.multicamClip) {
+    readTiming(import);
+    checkClip();
+    findAudioSource();
+    checkFormats(import);
+    readCoverage(import);
+    document = std::move(import.document);
+}
+
+void CutEngine::readTiming(const ProjectImport& import) {
+    const RationalTime frame =
+        parseRationalTime(attributeOr(import.projectFormat, "frameDuration", ""));
+    if (frame.numerator < 1 || frame.numerator > maximumFrameTerm ||
+        frame.denominator > maximumFrameTerm)
+        refuse("Unsupported frame rate.");
+    frameNumerator = frame.numerator;
+    frameDenominator = frame.denominator;
+
+    const auto frames = [&](pugi::xml_node element, const char* name) {
+        return framesForTime(attributeOr(element, name, "0s"), frameNumerator, frameDenominator);
+    };
+    length = frames(original, "duration");
+    sourceStart = frames(original, "start");
+    timelineStart = frames(original, "offset");
+    if (length < 1 || frames(sequence, "duration") != length ||
+        frames(sequence, "tcStart") != timelineStart)
+        refuse("Use one multicam clip filling the project timeline.");
+}
+
+void CutEngine::checkClip() const {
+    if (attribute(original, "enabled") == "0" || hasSplitAudio(original) ||
+        hasElement(original, "timeMap") || hasScaledConformRate(original))
+        refuse(
+            "Speed changes, split audio and disabled main multicam clips are not supported yet.");
+}
+
+void CutEngine::findAudioSource() {
+    std::vector<pugi::xml_node> heard;
+    for (const pugi::xml_node source : original.children()) {
+        if (!isElement(source, "mc-source")) continue;
+        const std::string_view enabled = attributeOr(source, "srcEnable", "all");
+        if (enabled == "all" || enabled == "audio") heard.push_back(source);
+    }
+    if (heard.size() != 1) return;
+    audioSource = heard.front();
+    audioID = attributeOr(audioSource, "angleID", "");
+}
+
+void CutEngine::checkFormats(const ProjectImport& import) const {
+    const pugi::xml_node format = import.resources.format(attribute(import.multicam, "format"));
+    if (!format || !formatsMatch(import.projectFormat, format))
+        refuse("The multicam and project need matching frame rate, dimensions and colour format.");
+}
+
+void CutEngine::readCoverage(const ProjectImport& import) {
+    const std::int64_t multicamStart = framesForTime(attributeOr(import.multicam, "tcStart", "0s"),
+                                                     frameNumerator, frameDenominator);
+    const SpanFrames spanFrames(*this, multicamStart);
+    AngleMediaWalker walker(import.resources);
+    for (const pugi::xml_node angle : import.multicam.children()) {
+        if (!isElement(angle, "mc-angle")) continue;
+        const std::string id = angle.attribute("angleID").value();
+        const std::string_view camera = attributeOr(angle, "name", id);
+        std::vector<AngleMediaWalker::Span> spans;
+        for (const pugi::xml_node child : angle.children()) {
+            if (!isElement(child)) continue;
+            const auto below = walker.walk(child, camera);
+            spans.insert(spans.end(), below.begin(), below.end());
+        }
+        std::vector<FrameRange> picture;
+        std::vector<FrameRange> sound;
+        for (const AngleMediaWalker::Span& span : spans) {
+            const FrameRange range = spanFrames.frames(span);
+            if (range.lowerBound >= range.upperBound) continue;
+            if (span.video) picture.push_back(range);
+            if (span.audio) sound.push_back(range);
+        }
+        coverage[id] = mergeRanges(std::move(picture));
+        audioCoverage[id] = mergeRanges(std::move(sound));
+    }
+}
+
+double CutEngine::seconds(std::int64_t frames) const {
+    return secondsForFrames(frames, frameNumerator, frameDenominator);
+}
+
+} // namespace shotweaver

@@ -1,0 +1,319 @@
+#include "engine/CutEngine.h"
+#include "engine/FinalCutImportError.h"
+#include "engine/TimeValues.h"
+#include "platform/NumberText.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace shotweaver {
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& sentence) {
+    throw FinalCutImportError::invalid(sentence);
+}
+
+/// Uniform in [0, 1): the low 53 bits of a draw, times 2^-53.
+double randomUnit(RandomSource& random) {
+    constexpr std::uint64_t lowBits = (std::uint64_t{1} << 53U) - 1;
+    return static_cast<double>(random.bits() & lowBits) * 0x1p-53;
+}
+
+/// Inside the walk a camera is its place in the list of selected cameras, the main camera first.
+using CameraIndex = std::size_t;
+constexpr CameraIndex mainIndex = 0;
+constexpr CameraIndex notSelected = std::numeric_limits<CameraIndex>::max();
+
+/// How the length of a main or an additional shot is drawn.
+struct ShotKind {
+    double pacingFrames = 0; // before the pacing factor, not rounded
+    bool hasRange = false;
+    std::int64_t minFrames = 0;
+    std::int64_t maxFrames = 0;
+    double exponent = 0; // shapes the draw within the range so that its mean is the target
+};
+
+struct Camera {
+    const Coverage* footage = nullptr;
+    double weight = 0;
+    std::int64_t waitFrames = 0;
+};
+
+/// Where the walk through the project stands.
+struct WalkState {
+    std::int64_t position = 0; // first frame not yet covered
+    bool mainDue = true;
+    CameraIndex current = notSelected; // angle of the last cut
+    bool canMerge = false;             // the last cut is a free shot
+    // For each camera: where its latest shot ended, and its first range that ends after position.
+    std::vector<std::optional<std::int64_t>> lastShotEnd;
+    std::vector<std::size_t> range;
+};
+
+struct FreeShot {
+    CameraIndex camera;
+    std::int64_t end;
+};
+
+class GenerationWalk {
+  public:
+    GenerationWalk(const CutEngine& engine, const GenerationInputs& inputs, RandomSource& random,
+                   const UUIDMaker& makeUUID);
+
+    void layOpening(std::int64_t frames);
+    void layBetween(const std::vector<FixedCameraSection>& sections, std::int64_t closingStart);
+    void layClosing(std::int64_t closingStart);
+
+    std::vector<Cut> takeCuts() { return std::move(cuts_); }
+
+  private:
+    ShotKind shotKind(double share, const std::optional<SecondsRange>& range,
+                      const std::optional<SecondsRange>& opposite, double averageShot) const;
+    void layFixed(const std::string& angle, std::int64_t end);
+    void layFree(const FreeShot& shot);
+    FreeShot drawFreeShot(std::int64_t limit);
+
+    void findAvailable();
+    void findEligible();
+    void findCandidates();
+    CameraIndex drawCamera();
+    std::int64_t drawLength(const ShotKind& kind, bool isMain);
+
+    [[noreturn]] void refuseUncovered() const;
+    CameraIndex indexOf(const std::string& angle) const;
+    double frames(double seconds) const {
+        return framesForSeconds(seconds, engine_.frameNumerator, engine_.frameDenominator);
+    }
+
+    const CutEngine& engine_;
+    const GenerationInputs& inputs_;
+    RandomSource& random_;
+    const UUIDMaker& makeUUID_;
+    std::vector<std::string> names_;
+    std::vector<Camera> cameras_;
+    ShotKind mainKind_;
+    ShotKind otherKind_;
+    WalkState state_;
+    std::vector<Cut> cuts_;
+    // Of the shot being laid, in the order of the cameras; members only to keep their memory.
+    std::vector<CameraIndex> available_;
+    std::vector<CameraIndex> eligible_;
+    std::vector<CameraIndex> candidates_;
+};
+
+GenerationWalk::GenerationWalk(const CutEngine& engine, const GenerationInputs& inputs,
+                               RandomSource& random, const UUIDMaker& makeUUID)
+    : engine_(engine), inputs_(inputs), random_(random),
+      makeUUID_(makeUUID), names_{inputs.mainCamera} {
+    names_.insert(names_.end(), inputs.otherCameras.begin(), inputs.otherCameras.end());
+    for (const std::string& name : names_) {
+        const double wait = numberFor(inputs.returnTimes, name, defaultReturnTime);
+        cameras_.push_back({&engine.coverage.at(name),
+                            numberFor(inputs.frequencies, name, defaultFrequency),
+                            static_cast<std::int64_t>(std::ceil(frames(wait)))});
+    }
+    state_.lastShotEnd.resize(cameras_.size());
+    state_.range.resize(cameras_.size());
+    mainKind_ = shotKind(inputs.mainShare, inputs.mainRange, inputs.otherRange, inputs.averageShot);
+    otherKind_ =
+        shotKind(1 - inputs.mainShare, inputs.otherRange, inputs.mainRange, inputs.averageShot);
+}
+
+ShotKind GenerationWalk::shotKind(double share, const std::optional<SecondsRange>& range,
+                                  const std::optional<SecondsRange>& opposite,
+                                  double averageShot) const {
+    ShotKind kind;
+    kind.pacingFrames = frames(2 * averageShot * share);
+    if (!range) return kind;
+    kind.hasRange = true;
+    kind.minFrames = static_cast<std::int64_t>(std::ceil(frames(range->lower)));
+    kind.maxFrames = static_cast<std::int64_t>(std::floor(frames(range->upper)));
+
+    // The mean length that stands to the opposite kind's as the shares do, as a place in the range.
+    double place = 0.5;
+    if (range->upper - range->lower > 0) {
+        const double oppositeMean =
+            opposite ? (opposite->lower + opposite->upper) / 2 : averageShot;
+        const double desiredMean = share * oppositeMean / (1 - share);
+        place = (desiredMean - range->lower) / (range->upper - range->lower);
+        place = place > 0.1 ? std::min(place, 0.9) : 0.1;
+    }
+    kind.exponent = 1 / place - 1;
+    return kind;
+}
+
+CameraIndex GenerationWalk::indexOf(const std::string& angle) const {
+    const auto found = std::find(names_.begin(), names_.end(), angle);
+    return found == names_.end() ? notSelected : static_cast<CameraIndex>(found - names_.begin());
+}
+
+void GenerationWalk::layOpening(std::int64_t openingFrames) {
+    if (inputs_.opening) layFixed(inputs_.opening->angle, openingFrames);
+}
+
+void GenerationWalk::layClosing(std::int64_t closingStart) {
+    if (inputs_.closing)
+        cuts_.push_back(
+            {makeUUID_(), inputs_.closing->angle, closingStart, engine_.length - closingStart});
+}
+
+void GenerationWalk::layBetween(const std::vector<FixedCameraSection>& sections,
+                                std::int64_t closingStart) {
+    auto next = sections.begin();
+    while (state_.position < closingStart) {
+        if (next != sections.end() && next->start == state_.position) {
+            layFixed(next->angle, next->end);
+            ++next;
+        } else {
+            layFree(drawFreeShot(next == sections.end() ? closingStart : next->start));
+        }
+    }
+}
+
+/// Lays a shot that nothing merges with.
+void GenerationWalk::layFixed(const std::string& angle, std::int64_t end) {
+    cuts_.push_back({makeUUID_(), angle, state_.position, end - state_.position});
+    const CameraIndex camera = indexOf(angle);
+    if (camera != notSelected) state_.lastShotEnd[camera] = end;
+    state_.current = camera;
+    state_.canMerge = false;
+    state_.mainDue = camera != mainIndex;
+    state_.position = end;
+}
+
+void GenerationWalk::layFree(const FreeShot& shot) {
+    const std::int64_t duration = shot.end - state_.position;
+    if (state_.canMerge && state_.current == shot.camera)
+        cuts_.back().duration += duration;
+    else
+        cuts_.push_back({makeUUID_(), names_[shot.camera], state_.position, duration});
+    state_.lastShotEnd[shot.camera] = shot.end;
+    state_.current = shot.camera;
+    state_.canMerge = true;
+    state_.mainDue = shot.camera != mainIndex;
+    state_.position = shot.end;
+}
+
+/// Draws a shot from the walk's position to `limit`, the next fixed part, at most.
+FreeShot GenerationWalk::drawFreeShot(std::int64_t limit) {
+    findAvailable();
+    findEligible();
+    findCandidates();
+    const CameraIndex camera = drawCamera();
+    const bool isMain = camera == mainIndex;
+    const std::int64_t drawn = drawLength(isMain ? mainKind_ : otherKind_, isMain);
+    const FrameRange& footage = (*cameras_[camera].footage)[state_.range[camera]];
+    const std::int64_t end = std::min({state_.position + drawn, footage.upperBound, limit});
+    if (end <= state_.position) refuse("No valid cut boundary is available.");
+    return {camera, end};
+}
+
+void GenerationWalk::findAvailable() {
+    available_.clear();
+    for (CameraIndex camera = 0; camera < cameras_.size(); ++camera) {
+        const Coverage& footage = *cameras_[camera].footage;
+        std::size_t& range = state_.range[camera];
+        while (range < footage.size() && footage[range].upperBound <= state_.position)
+            ++range;
+        if (range < footage.size() && footage[range].lowerBound <= state_.position)
+            available_.push_back(camera);
+    }
+    if (available_.empty()) refuseUncovered();
+}
+
+void GenerationWalk::findEligible() {
+    eligible_.clear();
+    for (const CameraIndex camera : available_) {
+        const auto& lastEnd = state_.lastShotEnd[camera];
+        if (camera == state_.current || !lastEnd ||
+            state_.position - *lastEnd >= cameras_[camera].waitFrames)
+            eligible_.push_back(camera);
+    }
+    if (eligible_.empty())
+        refuse(fmt::format("Minimum return times prevent a camera change at {}, and the current "
+                           "camera has no footage there. Reduce a return time or include another "
+                           "camera.",
+                           engine_.timecode(state_.position)));
+}
+
+void GenerationWalk::findCandidates() {
+    candidates_.clear();
+    if (state_.mainDue && eligible_.front() == mainIndex) {
+        candidates_.push_back(mainIndex);
+        return;
+    }
+    for (const CameraIndex camera : eligible_) {
+        if (camera != mainIndex && camera != state_.current) candidates_.push_back(camera);
+    }
+    // A lone camera keeps its hold, and the main camera comes again when nothing else can.
+    if (candidates_.empty()) candidates_ = eligible_;
+}
+
+CameraIndex GenerationWalk::drawCamera() {
+    double total = 0;
+    for (const CameraIndex camera : candidates_)
+        total += cameras_[camera].weight;
+    double target = total * randomUnit(random_);
+    for (const CameraIndex camera : candidates_) {
+        target -= cameras_[camera].weight;
+        if (target < 0) return camera;
+    }
+    return candidates_.back();
+}
+
+std::int64_t GenerationWalk::drawLength(const ShotKind& kind, bool isMain) {
+    // The pacing factor is drawn even where the range then replaces its result.
+    const double pacing = kind.pacingFrames * (0.75 + 0.5 * randomUnit(random_));
+    std::int64_t drawn = std::max<std::int64_t>(std::llround(pacing), 1);
+    if (kind.hasRange) {
+        if (kind.maxFrames < kind.minFrames)
+            refuse("The shot range must contain at least one full frame.");
+        const double place = std::pow(randomUnit(random_), kind.exponent);
+        const auto span = static_cast<double>(kind.maxFrames - kind.minFrames);
+        drawn = kind.minFrames + std::llround(place * span);
+    }
+    if (inputs_.doubleMain && isMain && randomUnit(random_) < 0.25) drawn *= 2;
+    return drawn;
+}
+
+void GenerationWalk::refuseUncovered() const {
+    std::int64_t gapEnd = engine_.length;
+    bool hasLater = false;
+    for (CameraIndex camera = 0; camera < cameras_.size(); ++camera) {
+        const Coverage& footage = *cameras_[camera].footage;
+        const std::size_t range = state_.range[camera];
+        if (range == footage.size()) continue;
+        hasLater = true;
+        gapEnd = std::min(gapEnd, footage[range].lowerBound);
+    }
+    refuse(fmt::format(
+        "No selected camera has video at {} seconds. The uncovered section lasts {} seconds. {}",
+        fixedDecimal(engine_.seconds(state_.position), 2),
+        fixedDecimal(engine_.seconds(gapEnd - state_.position), 2),
+        hasLater ? "Include another camera covering this gap, or remove the uncovered section in "
+                   "Final Cut and export XML again."
+                 : "Trim the project to the end of the camera footage in Final Cut and export XML "
+                   "again, or include another camera covering the ending."));
+}
+
+} // namespace
+
+std::vector<Cut> CutEngine::generateCuts(const GenerationInputs& inputs, RandomSource& random,
+                                         const UUIDMaker& makeUUID) const {
+    checkInputs(inputs);
+    const BookendFrames bookends = checkBookends(inputs);
+    const std::vector<FixedCameraSection> sections =
+        validateSections(inputs.sections, bookends.opening, bookends.closingStart);
+
+    GenerationWalk walk(*this, inputs, random, makeUUID);
+    walk.layOpening(bookends.opening);
+    walk.layBetween(sections, bookends.closingStart);
+    walk.layClosing(bookends.closingStart);
+    return walk.takeCuts();
+}
+
+} // namespace shotweaver

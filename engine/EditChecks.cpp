@@ -1,0 +1,119 @@
+#include "engine/CutEngine.h"
+#include "engine/FinalCutImportError.h"
+#include "engine/TimeValues.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+namespace shotweaver {
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& sentence) {
+    throw FinalCutImportError::invalid(sentence);
+}
+
+constexpr const char* chooseCameras =
+    "Choose a main camera and at least one additional video angle.";
+
+bool isWithin(double value, double lower, double upper) {
+    return value >= lower && value <= upper;
+}
+
+void checkBookendFootage(const Coverage& footage, const FrameRange& shot, const char* which) {
+    if (!rangeContaining(footage, shot))
+        refuse(fmt::format("The chosen {} camera does not have footage for the whole requested "
+                           "shot. Choose another camera or shorten the shot.",
+                           which));
+}
+
+void checkShotRange(const std::optional<SecondsRange>& range) {
+    if (range && !(range->lower >= 1 && range->upper <= 120))
+        refuse("Shot lengths must be between 1 and 120 seconds.");
+}
+
+} // namespace
+
+const Coverage& CutEngine::coverageOf(std::string_view angle) const {
+    static const Coverage none;
+    const auto found = coverage.find(angle);
+    return found == coverage.end() ? none : found->second;
+}
+
+void CutEngine::checkAudioCoverage(std::string_view audio) const {
+    const auto found = audioCoverage.find(audio);
+    if (found == audioCoverage.end() || found->second != Coverage{{0, length}})
+        refuse("This audio angle does not cover the whole project. Choose a continuous audio "
+               "angle.");
+}
+
+std::int64_t CutEngine::bookendFrames(const std::optional<BookendShot>& shot) const {
+    if (!shot) return 0;
+    if (!isWithin(shot->seconds, 1, 120))
+        refuse("Opening and closing lengths must be between 1 and 120 seconds.");
+    const double frames = framesForSeconds(shot->seconds, frameNumerator, frameDenominator);
+    return std::max<std::int64_t>(std::llround(frames), 1);
+}
+
+std::vector<FixedCameraSection>
+CutEngine::validateSections(std::vector<FixedCameraSection> sections, std::int64_t openingFrames,
+                            std::int64_t closingStart) const {
+    std::stable_sort(sections.begin(), sections.end(),
+                     [](const auto& a, const auto& b) { return a.start < b.start; });
+    std::int64_t previousEnd = openingFrames;
+    for (const FixedCameraSection& section : sections) {
+        if (section.start < openingFrames || section.end > closingStart ||
+            section.start >= section.end)
+            refuse("Fixed sections must have an end after their start, stay inside the project, "
+                   "and not overlap opening or closing shots.");
+        if (section.start < previousEnd)
+            refuse("Fixed camera sections overlap. Adjust their start or end timecodes.");
+        if (!rangeContaining(coverageOf(section.angle), {section.start, section.end}))
+            refuse(fmt::format("The camera chosen for a fixed section has missing footage between "
+                               "{} and {}. Choose another camera or shorten the section.",
+                               timecode(section.start), timecode(section.end)));
+        previousEnd = section.end;
+    }
+    return sections;
+}
+
+void CutEngine::checkInputs(const GenerationInputs& inputs) const {
+    for (const auto& [angle, seconds] : inputs.returnTimes) {
+        if (!isWithin(seconds, 0, 600))
+            refuse("Minimum return times must be between 0 and 600 seconds.");
+    }
+
+    std::set<std::string_view> selected{inputs.mainCamera};
+    selected.insert(inputs.otherCameras.begin(), inputs.otherCameras.end());
+    const bool haveFootage = std::all_of(selected.begin(), selected.end(),
+                                         [&](auto camera) { return !coverageOf(camera).empty(); });
+    if (inputs.otherCameras.empty() || selected.size() != inputs.otherCameras.size() + 1 ||
+        !haveFootage)
+        refuse(chooseCameras);
+    if (!isWithin(inputs.mainShare, 0.1, 0.9) || !isWithin(inputs.averageShot, 4, 20))
+        refuse(chooseCameras);
+
+    for (const auto& [angle, weight] : inputs.frequencies) {
+        if (!isWithin(weight, 1, 10)) refuse("Camera frequency must be between 1 and 10.");
+    }
+    checkShotRange(inputs.mainRange);
+    checkShotRange(inputs.otherRange);
+}
+
+CutEngine::BookendFrames CutEngine::checkBookends(const GenerationInputs& inputs) const {
+    const std::int64_t openingFrames = bookendFrames(inputs.opening);
+    const std::int64_t closingFrames = bookendFrames(inputs.closing);
+    if (openingFrames + closingFrames > length)
+        refuse("The opening and closing shots are longer than the project. Reduce their lengths.");
+    const std::int64_t closingStart = length - closingFrames;
+    if (inputs.opening)
+        checkBookendFootage(coverageOf(inputs.opening->angle), {0, openingFrames}, "opening");
+    if (inputs.closing)
+        checkBookendFootage(coverageOf(inputs.closing->angle), {closingStart, length}, "closing");
+    return {openingFrames, closingStart};
+}
+
+} // namespace shotweaver

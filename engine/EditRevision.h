@@ -1,0 +1,20 @@
+#pragma once
+
+#include "engine/EditSettings.h"
+#include "platform/Uuid.h"
+
+#include <vector>
+
+namespace shotweaver {
+
+/// One generated edit with the settings it was made with.
+struct EditRevision {
+    UUID id;
+    double created = 0; // seconds since 2001-01-01 00:00:00 UTC
+    EditSettings settings;
+    std::vector<Cut> cuts;
+
+    bool operator==(const EditRevision&) const = default;
+};
+
+} // namespace shotweaver

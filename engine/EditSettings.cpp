@@ -1,0 +1,40 @@
+#include "engine/EditSettings.h"
+
+#include "engine/FinalCutImportError.h"
+
+#include <algorithm>
+
+namespace shotweaver {
+
+namespace {
+
+/// False for a not-a-number too.
+bool isWithin(double value, double lower, double upper) {
+    return value >= lower && value <= upper;
+}
+
+bool areWithin(const AngleNumbers& numbers, double lower, double upper) {
+    return std::all_of(numbers.begin(), numbers.end(),
+                       [&](const auto& entry) { return isWithin(entry.second, lower, upper); });
+}
+
+} // namespace
+
+double numberFor(const AngleNumbers& numbers, std::string_view angle, double fallback) {
+    const auto found = numbers.find(angle);
+    return found == numbers.end() ? fallback : found->second;
+}
+
+void EditSettings::validate() const {
+    const bool isValid = isWithin(mainShare, 10, 90) && isWithin(averageShot, 4, 20) &&
+                         isWithin(mainMinimum, 1, 120) && isWithin(mainMaximum, mainMinimum, 120) &&
+                         isWithin(otherMinimum, 1, 120) &&
+                         isWithin(otherMaximum, otherMinimum, 120) &&
+                         isWithin(openingSeconds, 1, 120) && isWithin(closingSeconds, 1, 120) &&
+                         areWithin(frequencies, 1, 10) && areWithin(returnTimes, 0, 600);
+    if (!isValid)
+        throw FinalCutImportError::invalid(
+            "The saved session contains invalid settings. Its stored data has been kept.");
+}
+
+} // namespace shotweaver

@@ -1,0 +1,49 @@
+#include "engine/FrameRange.h"
+
+#include <algorithm>
+
+namespace shotweaver {
+
+namespace {
+
+bool startsEarlier(const FrameRange& a, const FrameRange& b) {
+    return a.lowerBound < b.lowerBound;
+}
+
+} // namespace
+
+Coverage mergeRanges(std::vector<FrameRange> ranges) {
+    std::sort(ranges.begin(), ranges.end(), startsEarlier);
+    Coverage merged;
+    for (const FrameRange& range : ranges) {
+        if (!merged.empty() && merged.back().upperBound >= range.lowerBound)
+            merged.back().upperBound = std::max(merged.back().upperBound, range.upperBound);
+        else
+            merged.push_back(range);
+    }
+    return merged;
+}
+
+std::vector<FrameRange> uncoveredRanges(std::vector<FrameRange> ranges, std::int64_t length) {
+    std::sort(ranges.begin(), ranges.end(), startsEarlier);
+    std::vector<FrameRange> open;
+    std::int64_t cursor = 0;
+    for (const FrameRange& range : ranges) {
+        const std::int64_t lower = std::min(range.lowerBound, length);
+        if (lower > cursor) open.push_back({cursor, lower});
+        cursor = std::max(std::min(range.upperBound, length), cursor);
+    }
+    if (cursor < length) open.push_back({cursor, length});
+    return open;
+}
+
+const FrameRange* rangeContaining(const Coverage& coverage, const FrameRange& range) {
+    const auto after = std::upper_bound(
+        coverage.begin(), coverage.end(), range.lowerBound,
+        [](std::int64_t frame, const FrameRange& each) { return frame < each.lowerBound; });
+    if (after == coverage.begin()) return nullptr;
+    const FrameRange& candidate = *std::prev(after);
+    return candidate.contains(range) ? &candidate : nullptr;
+}
+
+} // namespace shotweaver

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace shotweaver {
+
+/// Frames of the project, half-open: [lowerBound, upperBound), lowerBound ≤ upperBound. Frame 0 is
+/// the first frame of the multicam clip.
+struct FrameRange {
+    std::int64_t lowerBound = 0;
+    std::int64_t upperBound = 0;
+
+    std::int64_t length() const { return upperBound - lowerBound; }
+    bool contains(const FrameRange& other) const {
+        return lowerBound <= other.lowerBound && other.upperBound <= upperBound;
+    }
+    bool operator==(const FrameRange&) const = default;
+};
+
+/// Sorted by lowerBound, non-empty ranges, neither overlapping nor touching.
+using Coverage = std::vector<FrameRange>;
+
+/// Coverage by angle identifier.
+using CoverageMap = std::map<std::string, Coverage, std::less<>>;
+
+/// Joins overlapping and touching ranges.
+///     given  [5,9) [0,5) [20,24)     gives  [0,9) [20,24)
+/// The given ranges are not empty; so are the joined ones.
+Coverage mergeRanges(std::vector<FrameRange> ranges);
+
+/// The stretches of [0, length) that the ranges leave open, in order. The ranges may overlap and
+/// come in any order.
+///     given  [20,30) [5,10), 40     gives  [0,5) [10,20) [30,40)
+std::vector<FrameRange> uncoveredRanges(std::vector<FrameRange> ranges, std::int64_t length);
+
+/// The one range of a coverage that holds `range` whole; null when none does.
+const FrameRange* rangeContaining(const Coverage& coverage, const FrameRange& range);
+
+} // namespace shotweaver

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "engine/CutEngine.h"
+#include "engine/EditRevision.h"
+#include "engine/ImportedProject.h"
+
+#include <string>
+
+namespace shotweaver {
+
+/// The plain-text record of an edit: project, settings, actual usage and cut list in readable
+/// lines. UTF-8, every line ended by a line feed.
+std::string settingsRecordText(const ImportedProject& imported, const CutEngine& engine,
+                               const EditRevision& revision);
+
+} // namespace shotweaver
