@@ -1,0 +1,22 @@
+#pragma once
+
+#include "engine/EditRevision.h"
+#include "engine/EditSettings.h"
+#include "persistence/JsonReader.h"
+
+namespace shotweaver {
+
+/// The stored JSON of the records: objects whose keys are the field names, all required when
+/// reading; unknown keys are ignored. Readers throw `PlatformError` with a sentence that says
+/// where.
+
+OrderedJson settingsJson(const EditSettings& settings);
+EditSettings readSettings(const JsonReader& json);
+
+/// `settings` with the keys that the object has in place of the old values; every key is optional.
+EditSettings readSettingsOver(const JsonReader& json, EditSettings settings);
+
+OrderedJson revisionJson(const EditRevision& revision);
+EditRevision readRevision(const JsonReader& json);
+
+} // namespace shotweaver
