@@ -1,0 +1,111 @@
+#include "editor/EditPlan.h"
+
+#include "editor/ProjectDefaults.h"
+#include "engine/FinalCutImportError.h"
+#include "platform/Locale.h"
+
+#include <fmt/format.h>
+
+namespace shotweaver {
+
+namespace {
+
+std::optional<BookendShot> bookend(bool isEnabled, const std::string& camera, double seconds) {
+    return isEnabled ? std::optional(BookendShot{camera, seconds}) : std::nullopt;
+}
+
+std::optional<BookendShot> openingOf(const EditSettings& settings) {
+    return bookend(settings.openingEnabled, settings.openingCamera, settings.openingSeconds);
+}
+
+std::optional<BookendShot> closingOf(const EditSettings& settings) {
+    return bookend(settings.closingEnabled, settings.closingCamera, settings.closingSeconds);
+}
+
+} // namespace
+
+std::vector<std::string> selectedOtherCameras(const EditSettings& settings,
+                                              const ImportedProject& imported,
+                                              const CutEngine& engine) {
+    std::vector<std::string> selected;
+    for (std::string& id : videoAngleIDs(imported, engine)) {
+        if (id != settings.mainCamera && settings.otherCameras.contains(id))
+            selected.push_back(std::move(id));
+    }
+    return selected;
+}
+
+std::vector<FixedCameraSection> fixedCameraSections(const EditSettings& settings,
+                                                    const CutEngine& engine) {
+    std::vector<FixedCameraSection> sections;
+    for (const SectionDraft& draft : settings.sections) {
+        const std::int64_t start = engine.frameForTimecode(draft.start);
+        const std::int64_t end = engine.frameForTimecode(draft.end);
+        sections.push_back({draft.camera, start, end});
+    }
+    return sections;
+}
+
+GenerationInputs generationInputs(const EditSettings& settings, const ImportedProject& imported,
+                                  const CutEngine& engine) {
+    GenerationInputs inputs;
+    inputs.mainCamera = settings.mainCamera;
+    inputs.otherCameras = selectedOtherCameras(settings, imported, engine);
+    inputs.mainShare = settings.mainShare / 100;
+    inputs.averageShot = settings.averageShot;
+    inputs.doubleMain = settings.doubleMain;
+    inputs.mainRange = SecondsRange{settings.mainMinimum, settings.mainMaximum};
+    inputs.otherRange = SecondsRange{settings.otherMinimum, settings.otherMaximum};
+    inputs.opening = openingOf(settings);
+    inputs.closing = closingOf(settings);
+    inputs.frequencies = settings.frequencies;
+    inputs.sections = fixedCameraSections(settings, engine);
+    inputs.returnTimes = settings.returnTimes;
+    return inputs;
+}
+
+std::vector<Cut> generateCutList(const EditSettings& settings, const ImportedProject& imported,
+                                 const CutEngine& engine, RandomSource& random,
+                                 const UUIDMaker& makeUUID) {
+    engine.checkAudioCoverage(settings.audio);
+    return engine.generateCuts(generationInputs(settings, imported, engine), random, makeUUID);
+}
+
+SelectedCoverage coverageReport(const EditSettings& settings, const ImportedProject& imported,
+                                const CutEngine& engine) {
+    std::vector<std::string> cameras{settings.mainCamera};
+    const std::vector<std::string> others = selectedOtherCameras(settings, imported, engine);
+    cameras.insert(cameras.end(), others.begin(), others.end());
+    try {
+        return engine.selectedCoverage(cameras, openingOf(settings), closingOf(settings),
+                                       fixedCameraSections(settings, engine));
+    } catch (const FinalCutImportError& error) {
+        return {{}, error.what()};
+    }
+}
+
+std::optional<std::string> coverageWarning(const EditSettings& settings,
+                                           const ImportedProject& imported, const CutEngine& engine,
+                                           const std::string& locale) {
+    const SelectedCoverage report = coverageReport(settings, imported, engine);
+    if (report.message) return report.message;
+
+    const std::vector<FrameRange> gaps = uncoveredRanges(report.covered, engine.length);
+    if (!gaps.empty()) {
+        const FrameRange& gap = gaps.front();
+        return fmt::format("No selected video{}: {} to {} ({} seconds). Choose a camera with "
+                           "footage or trim that section in Final Cut.",
+                           gap.upperBound == engine.length ? " at the ending" : "",
+                           engine.timecode(gap.lowerBound), engine.timecode(gap.upperBound),
+                           localizedDecimal(engine.seconds(gap.length()), locale));
+    }
+    if (settings.audio.empty()) return std::nullopt;
+    const auto audio = engine.audioCoverage.find(settings.audio);
+    const std::vector<FrameRange> audioGaps = uncoveredRanges(
+        audio == engine.audioCoverage.end() ? Coverage{} : audio->second, engine.length);
+    if (audioGaps.empty()) return std::nullopt;
+    return fmt::format("Selected audio has a gap at {}. Choose a continuous audio angle.",
+                       engine.timecode(audioGaps.front().lowerBound));
+}
+
+} // namespace shotweaver

@@ -1,0 +1,27 @@
+#include "editor/ProjectFile.h"
+
+#include "engine/FinalCutImportError.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+
+namespace shotweaver {
+
+namespace {
+
+/// In lower case and without its dot; empty when the name has none or begins with its only one.
+std::string pathExtension(const std::string& path) {
+    const std::string name = fileName(path);
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string::npos || dot == 0 ? "" : lowercased(name.substr(dot + 1));
+}
+
+} // namespace
+
+std::string readProjectBytes(FileCalls& calls, const std::string& path) {
+    const std::string extension = pathExtension(path);
+    if (extension == "fcpxmld") return readFile(calls, pathInFolder(path, "Info.fcpxml"));
+    if (extension == "fcpxml") return readFile(calls, path);
+    throw FinalCutImportError::invalid("Choose a .fcpxml file or .fcpxmld bundle.");
+}
+
+} // namespace shotweaver
