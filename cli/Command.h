@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace shotweaver {
+
+/// What a command has to say once it has run.
+struct CommandResult {
+    std::string output;                 // for standard output
+    std::string notes;                  // for standard error: whole lines
+    std::optional<std::string> failure; // ends the run with exit status 1
+};
+
+/// Wrong usage: exit status 2 with this line and the usage text.
+class UsageError : public std::runtime_error {
+  public:
+    explicit UsageError(const std::string& line) : std::runtime_error(line) {}
+};
+
+} // namespace shotweaver

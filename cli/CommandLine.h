@@ -1,0 +1,20 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace shotweaver {
+
+/// The streams that the command line reads and writes.
+struct CommandStreams {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+};
+
+/// Runs one command. `arguments` come without the program's name. Gives the exit status: 0 for
+/// success, 1 for a failure, 2 for wrong usage. Throws nothing.
+int runCommandLine(const std::vector<std::string>& arguments, CommandStreams streams);
+
+} // namespace shotweaver

@@ -1,0 +1,113 @@
+#include "cli/GenerateCommand.h"
+
+#include "cli/ExportCommand.h"
+#include "cli/ProjectSource.h"
+#include "cli/TextTable.h"
+#include "editor/EditPlan.h"
+#include "editor/EditorTexts.h"
+#include "editor/ProjectDefaults.h"
+#include "engine/EditRevision.h"
+#include "engine/FinalCutImportError.h"
+#include "persistence/RecordJson.h"
+#include "platform/Dates.h"
+#include "platform/Files.h"
+#include "platform/Locale.h"
+#include "platform/NumberText.h"
+#include "platform/PlatformError.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace shotweaver {
+
+namespace {
+
+std::unique_ptr<RandomSource> randomSource(const std::optional<std::string>& seed) {
+    if (!seed) return std::make_unique<SecureRandom>();
+    const auto number = parseUnsigned(*seed);
+    if (!number)
+        throw UsageError(
+            fmt::format("--seed: \"{}\" is not a whole number of at most 64 bits.", *seed));
+    return std::make_unique<SeededRandom>(*number);
+}
+
+EditSettings withSettingsFile(EditSettings settings, const std::string& path) {
+    const std::string text = readFile(systemFileCalls(), path);
+    try {
+        settings = readSettingsOver(JsonReader(parseJson(text)), std::move(settings));
+    } catch (const PlatformError& error) {
+        throw UsageError(fmt::format("--settings: {}", error.what()));
+    }
+    requireOrderedRanges(settings);
+    return settings;
+}
+
+std::string cutTable(const std::vector<Cut>& cuts, const ImportedProject& imported,
+                     const CutEngine& engine) {
+    TextTable table({{"Start (Timecode)"}, {"Camera"}, {"Seconds", Align::right}});
+    for (const Cut& cut : cuts)
+        table.add({engine.timecode(cut.start), angleLabel(cut.angle, imported),
+                   fixedDecimal(engine.seconds(cut.duration), 2)});
+    return table.text();
+}
+
+std::string usageTable(const std::vector<Cut>& cuts, const ImportedProject& imported,
+                       const CutEngine& engine) {
+    TextTable table({{"Camera"},
+                     {"Screen time", Align::right},
+                     {"Share", Align::right},
+                     {"Shots", Align::right}});
+    for (const UsageRow& row : usageRows(cuts, imported, engine))
+        table.add({row.camera, row.screenTime, row.share, row.shots});
+    return table.text();
+}
+
+std::string plainText(const EditRevision& revision, const ImportedProject& imported,
+                      const CutEngine& engine) {
+    return fmt::format("{}\n\n{}\nActual camera usage\n{}",
+                       oneLine(summaryLine(revision.cuts, revision.settings, imported, engine)),
+                       cutTable(revision.cuts, imported, engine),
+                       usageTable(revision.cuts, imported, engine));
+}
+
+} // namespace
+
+CommandResult runGenerate(const GenerateOptions& options, std::istream& in) {
+    const std::unique_ptr<RandomSource> random = randomSource(options.seed);
+    ProjectImport import = readProject(readProjectArgument(options.project, in));
+    const ImportedProject imported = import.summary;
+    const CutEngine engine(std::move(import));
+
+    EditSettings settings = importedSettings(imported, engine, {});
+    if (options.settingsFile)
+        settings = withSettingsFile(std::move(settings), *options.settingsFile);
+    settings = withFlags(std::move(settings), options.flags, imported, engine);
+
+    const UUIDMaker makeUUID = secureUUIDs();
+    CommandResult result;
+    std::vector<Cut> cuts;
+    try {
+        cuts = generateCutList(settings, imported, engine, *random, makeUUID);
+    } catch (const FinalCutImportError& error) {
+        if (const auto warning = coverageWarning(settings, imported, engine, userLocale()))
+            result.notes = fmt::format("warning: {}\n", oneLine(*warning));
+        result.failure = error.what();
+        return result;
+    }
+    const EditRevision revision{makeUUID(), secondsSince2001Now(), std::move(settings),
+                                std::move(cuts)};
+
+    result.output =
+        options.json ? revisionJson(revision).dump() + "\n" : plainText(revision, imported, engine);
+    if (options.output) {
+        const std::string paths = exportRevision(revision, imported, engine, *options.output);
+        if (options.json)
+            result.notes = paths;
+        else
+            result.output += "\n" + paths;
+    }
+    return result;
+}
+
+} // namespace shotweaver

@@ -1,0 +1,190 @@
+#include "cli/SettingsFlags.h"
+
+#include "editor/ProjectDefaults.h"
+#include "persistence/AngleNames.h"
+#include "platform/NumberText.h"
+#include "platform/Text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+namespace shotweaver {
+
+namespace {
+
+struct AngleValue {
+    std::string angle;
+    double value;
+};
+
+double readNumber(std::string_view flag, std::string_view text) {
+    const auto number = parseDecimal(text);
+    if (!number) throw UsageError(fmt::format("{}: \"{}\" is not a number.", flag, text));
+    return *number;
+}
+
+/// "10-25". An exponent may hold a hyphen of its own, so the first that leaves two numbers counts.
+SecondsRange readRange(std::string_view flag, std::string_view text) {
+    for (std::size_t hyphen = text.find('-', 1); hyphen != std::string_view::npos;
+         hyphen = text.find('-', hyphen + 1)) {
+        const auto lower = parseDecimal(text.substr(0, hyphen));
+        const auto upper = parseDecimal(text.substr(hyphen + 1));
+        if (!lower || !upper) continue;
+        if (*lower > *upper)
+            throw UsageError(
+                fmt::format("{}: the minimum in \"{}\" is above the maximum.", flag, text));
+        return {*lower, *upper};
+    }
+    throw UsageError(fmt::format("{}: \"{}\" is not MIN-MAX in seconds, as in 10-25.", flag, text));
+}
+
+/// Puts flags into settings, with the project that their angles belong to.
+class FlagReader {
+  public:
+    FlagReader(EditSettings& settings, const ImportedProject& imported, const CutEngine& engine)
+        : settings_(settings), imported_(imported), video_(videoAngles(imported, engine)),
+          audio_(audioAngles(imported, engine)) {}
+
+    void readCameras(const SettingsFlags& flags);
+    void readPacing(const SettingsFlags& flags);
+    void readBookends(const SettingsFlags& flags);
+    void readSections(const SettingsFlags& flags);
+
+  private:
+    /// An identifier of any angle, or the name of one among `named`.
+    std::string angle(std::string_view flag, std::string_view text,
+                      const std::vector<ImportedAngle>& named) const;
+    std::string camera(std::string_view flag, std::string_view text) const {
+        return angle(flag, text, video_);
+    }
+    AngleValue angleValue(std::string_view flag, std::string_view text) const;
+    SectionDraft section(std::string_view text) const;
+
+    EditSettings& settings_;
+    const ImportedProject& imported_;
+    std::vector<ImportedAngle> video_;
+    std::vector<ImportedAngle> audio_;
+};
+
+std::string FlagReader::angle(std::string_view flag, std::string_view text,
+                              const std::vector<ImportedAngle>& named) const {
+    const auto hasID = [&](const ImportedAngle& each) { return each.id == text; };
+    if (std::any_of(imported_.angles.begin(), imported_.angles.end(), hasID))
+        return std::string(text);
+    if (auto found = findAngle(text, named)) return *found;
+
+    const std::string wanted = normalizedName(text);
+    const bool isRepeated = std::any_of(named.begin(), named.end(), [&](const ImportedAngle& each) {
+        return normalizedName(each.name) == wanted;
+    });
+    throw UsageError(
+        isRepeated
+            ? fmt::format("{}: several angles are named \"{}\". Give the angle's identifier, which "
+                          "inspect prints.",
+                          flag, text)
+            : fmt::format("{}: no {} angle has the identifier or name \"{}\". inspect prints them.",
+                          flag, &named == &audio_ ? "audio" : "video", text));
+}
+
+AngleValue FlagReader::angleValue(std::string_view flag, std::string_view text) const {
+    const std::size_t equals = text.rfind('=');
+    if (equals == std::string_view::npos)
+        throw UsageError(fmt::format("{}: \"{}\" is not ANGLE=NUMBER.", flag, text));
+    const double value = readNumber(flag, text.substr(equals + 1));
+    return {camera(flag, text.substr(0, equals)), value};
+}
+
+SectionDraft FlagReader::section(std::string_view text) const {
+    constexpr std::string_view flag = "--section";
+    const auto pieces = split(text, ',');
+    if (pieces.size() < 3)
+        throw UsageError(
+            fmt::format("{}: \"{}\" is not ANGLE,START,END or ANGLE,START,END,NAME.", flag, text));
+    // The name is the rest, commas and all.
+    const std::size_t head = pieces[0].size() + pieces[1].size() + pieces[2].size() + 3;
+    const std::string_view name = pieces.size() > 3 ? text.substr(head) : std::string_view();
+    if (!isUTF8(text)) throw UsageError(fmt::format("{}: the text is not UTF-8.", flag));
+    return {secureUUIDs()(), std::string(name), camera(flag, pieces[0]), std::string(pieces[1]),
+            std::string(pieces[2])};
+}
+
+void FlagReader::readCameras(const SettingsFlags& flags) {
+    if (flags.mainCamera) {
+        std::vector<std::string> ids;
+        for (const ImportedAngle& each : video_)
+            ids.push_back(each.id);
+        chooseMainCamera(settings_, camera("--main-camera", *flags.mainCamera), ids);
+    }
+    if (flags.otherCameras) {
+        settings_.otherCameras.clear();
+        for (const std::string_view name : split(*flags.otherCameras, ','))
+            settings_.otherCameras.insert(camera("--other-cameras", name));
+    }
+    if (flags.audio) settings_.audio = angle("--audio", *flags.audio, audio_);
+}
+
+void FlagReader::readPacing(const SettingsFlags& flags) {
+    if (flags.mainShare) settings_.mainShare = readNumber("--main-share", *flags.mainShare);
+    if (flags.mainRange) {
+        const SecondsRange range = readRange("--main-range", *flags.mainRange);
+        settings_.mainMinimum = range.lower;
+        settings_.mainMaximum = range.upper;
+    }
+    if (flags.otherRange) {
+        const SecondsRange range = readRange("--other-range", *flags.otherRange);
+        settings_.otherMinimum = range.lower;
+        settings_.otherMaximum = range.upper;
+    }
+    if (flags.doubleMain) settings_.doubleMain = true;
+    for (const std::string& text : flags.frequencies) {
+        const AngleValue entry = angleValue("--frequency", text);
+        settings_.frequencies[entry.angle] = entry.value;
+    }
+    for (const std::string& text : flags.returnTimes) {
+        const AngleValue entry = angleValue("--return-time", text);
+        settings_.returnTimes[entry.angle] = entry.value;
+    }
+}
+
+void FlagReader::readBookends(const SettingsFlags& flags) {
+    if (flags.opening) {
+        const AngleValue shot = angleValue("--opening", *flags.opening);
+        settings_.openingEnabled = true;
+        settings_.openingCamera = shot.angle;
+        settings_.openingSeconds = shot.value;
+    }
+    if (flags.closing) {
+        const AngleValue shot = angleValue("--closing", *flags.closing);
+        settings_.closingEnabled = true;
+        settings_.closingCamera = shot.angle;
+        settings_.closingSeconds = shot.value;
+    }
+}
+
+void FlagReader::readSections(const SettingsFlags& flags) {
+    for (const std::string& text : flags.sections)
+        settings_.sections.push_back(section(text));
+}
+
+} // namespace
+
+EditSettings withFlags(EditSettings settings, const SettingsFlags& flags,
+                       const ImportedProject& imported, const CutEngine& engine) {
+    FlagReader reader(settings, imported, engine);
+    reader.readCameras(flags);
+    reader.readPacing(flags);
+    reader.readBookends(flags);
+    reader.readSections(flags);
+    return settings;
+}
+
+void requireOrderedRanges(const EditSettings& settings) {
+    if (settings.mainMinimum > settings.mainMaximum)
+        throw UsageError("--settings: \"mainMinimum\" is above \"mainMaximum\".");
+    if (settings.otherMinimum > settings.otherMaximum)
+        throw UsageError("--settings: \"otherMinimum\" is above \"otherMaximum\".");
+}
+
+} // namespace shotweaver
