@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/FileCalls.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace shotweaver::test {
+
+/// A new folder of a test's own, removed with everything in it at the end.
+class TestFolder {
+  public:
+    TestFolder();
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+    ~TestFolder();
+
+    std::string path() const { return path_.string(); }
+    std::string path(std::string_view name) const { return (path_ / name).string(); }
+    /// Puts a file there and gives its path.
+    std::string write(std::string_view name, std::string_view bytes) const;
+    std::string read(std::string_view name) const;
+    /// Names of everything in the folder, hidden files too, sorted.
+    std::vector<std::string> names() const;
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// The system's calls, of which the k-th (from 1) fails with an error of the test's choice. The
+/// calls that only let go of something (close, and a removal) are counted too.
+class FailingFileCalls final : public FileCalls {
+  public:
+    explicit FailingFileCalls(int failingCall, int error)
+        : failingCall_(failingCall), error_(error) {}
+
+    /// Calls made so far.
+    int calls() const { return calls_; }
+
+    int openForReading(const std::string& path) override;
+    int createNew(const std::string& path) override;
+    std::ptrdiff_t read(int file, char* bytes, std::size_t count) override;
+    std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override;
+    int sync(int file) override;
+    int close(int file) override;
+    int rename(const std::string& from, const std::string& to) override;
+    int renameToNew(const std::string& from, const std::string& to) override;
+    int remove(const std::string& path) override;
+    int probe(const std::string& path) override;
+
+    /// Makes `renameToNew` unknown, as on file systems that lack it.
+    bool lacksRenameToNew = false;
+    /// Writes at most so many bytes a call; 0 for no limit.
+    std::size_t shortWrites = 0;
+
+  private:
+    bool fails();
+
+    int failingCall_;
+    int error_;
+    int calls_ = 0;
+};
+
+} // namespace shotweaver::test
