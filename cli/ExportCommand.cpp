@@ -13,8 +13,9 @@ namespace shotweaver {
 namespace {
 
 EditRevision readRevisionArgument(const std::string& path, std::istream& in) {
+    StreamSource input(in);
     const std::string text =
-        path == standardInput ? readStandardInput(in) : readFile(systemFileCalls(), path);
+        path == standardInput ? readAll(input) : readFile(systemFileCalls(), path);
     return readRevision(JsonReader(parseJson(text)));
 }
 
@@ -33,7 +34,7 @@ std::string exportRevision(const EditRevision& revision, const ImportedProject& 
 CommandResult runExport(const ExportOptions& options, std::istream& in) {
     if (options.project == standardInput && options.revision == standardInput)
         throw UsageError("Only one of PROJECT and REVISION can be \"-\", the standard input.");
-    ProjectImport import = readProject(readProjectArgument(options.project, in));
+    ProjectImport import = importProjectArgument(options.project, in);
     const ImportedProject imported = import.summary;
     const CutEngine engine(std::move(import));
     const EditRevision revision = readRevisionArgument(options.revision, in);

@@ -75,7 +75,7 @@ std::string plainText(const EditRevision& revision, const ImportedProject& impor
 
 CommandResult runGenerate(const GenerateOptions& options, std::istream& in) {
     const std::unique_ptr<RandomSource> random = randomSource(options.seed);
-    ProjectImport import = readProject(readProjectArgument(options.project, in));
+    ProjectImport import = importProjectArgument(options.project, in);
     const ImportedProject imported = import.summary;
     const CutEngine engine(std::move(import));
 

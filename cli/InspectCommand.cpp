@@ -114,7 +114,7 @@ std::string plainText(const ImportedProject& project, const CutEngine* engine) {
 } // namespace
 
 CommandResult runInspect(const InspectOptions& options, std::istream& in) {
-    ProjectImport import = readProject(readProjectArgument(options.project, in));
+    ProjectImport import = importProjectArgument(options.project, in);
     const ImportedProject project = import.summary;
 
     CommandResult result;

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "engine/ProjectImport.h"
+#include "platform/ByteSource.h"
+
 #include <iosfwd>
 #include <string>
 
@@ -8,11 +11,18 @@ namespace shotweaver {
 /// What a PROJECT or REVISION argument of "-" stands for.
 inline constexpr const char* standardInput = "-";
 
-/// All bytes of the standard input. Throws `PlatformError` when it cannot be read.
-std::string readStandardInput(std::istream& in);
+/// The standard input; the stream must outlive the source.
+class StreamSource final : public ByteSource {
+  public:
+    explicit StreamSource(std::istream& in) : in_(in) {}
+    std::size_t read(char* into, std::size_t count) override;
 
-/// The FCPXML bytes of a PROJECT argument: a file, a bundle, or "-". Throws `FinalCutImportError`
-/// or `PlatformError`.
-std::string readProjectArgument(const std::string& project, std::istream& in);
+  private:
+    std::istream& in_;
+};
+
+/// Imports a PROJECT argument: a file, a bundle, or "-". Throws `FinalCutImportError` or
+/// `PlatformError`.
+ProjectImport importProjectArgument(const std::string& project, std::istream& in);
 
 } // namespace shotweaver

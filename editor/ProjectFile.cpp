@@ -17,10 +17,11 @@ std::string pathExtension(const std::string& path) {
 
 } // namespace
 
-std::string readProjectBytes(FileCalls& calls, const std::string& path) {
+std::unique_ptr<ByteSource> openProjectFile(FileCalls& calls, const std::string& path) {
     const std::string extension = pathExtension(path);
-    if (extension == "fcpxmld") return readFile(calls, pathInFolder(path, "Info.fcpxml"));
-    if (extension == "fcpxml") return readFile(calls, path);
+    if (extension == "fcpxmld")
+        return std::make_unique<FileSource>(calls, pathInFolder(path, "Info.fcpxml"));
+    if (extension == "fcpxml") return std::make_unique<FileSource>(calls, path);
     throw FinalCutImportError::invalid("Choose a .fcpxml file or .fcpxmld bundle.");
 }
 

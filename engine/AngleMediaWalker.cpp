@@ -2,7 +2,6 @@
 
 #include "engine/FinalCutImportError.h"
 #include "engine/TimeValues.h"
-#include "engine/XmlAccess.h"
 
 #include <fmt/format.h>
 
@@ -19,134 +18,132 @@ constexpr int deepestLevel = 39;
 // compound clips inside of each other can multiply them without end.
 constexpr std::size_t maximumWork = 10'000'000;
 
-bool isWalkable(pugi::xml_node element) {
+bool isWalkableKind(std::string_view kind) {
     static constexpr std::array<std::string_view, 10> WalkableKinds{
         "asset-clip", "audio", "video", "clip",  "sync-clip",
         "ref-clip",   "spine", "gap",   "title", "live-drawing"};
-    return isElement(element) && std::find(WalkableKinds.begin(), WalkableKinds.end(),
-                                           element.name()) != WalkableKinds.end();
-}
-
-std::string_view nameOrKind(pugi::xml_node clip) {
-    return attributeOr(clip, "name", clip.name());
+    return std::find(WalkableKinds.begin(), WalkableKinds.end(), kind) != WalkableKinds.end();
 }
 
 } // namespace
 
-std::vector<AngleMediaWalker::Span> AngleMediaWalker::walk(pugi::xml_node element,
-                                                           std::string_view camera) {
+void AngleMediaWalker::walk(pugi::xml_node element, std::string_view camera,
+                            std::vector<Span>& spans) {
     camera_ = camera;
     entered_.clear();
-    return walk(element, 0).spans;
+    walkElement(element, 0, spans);
 }
 
 void AngleMediaWalker::refuse(std::string_view rest) const {
     throw FinalCutImportError::invalid(fmt::format("Camera {}{}", camera_, rest));
 }
 
-AngleMediaWalker::Walked AngleMediaWalker::walk(pugi::xml_node element, int depth) {
-    if (depth > deepestLevel) refuse(" contains excessively nested clips.");
-    if (!isWalkable(element))
-        refuse(fmt::format(" contains an unsupported clip type: {}.", element.name()));
-    if (attribute(element, "enabled") == "0") return {};
-    checkSettings(element);
-
-    Window window;
-    window.offset = parseSeconds(attributeOr(element, "offset", "0s"));
-    window.start = parseSeconds(attributeOr(element, "start", "0s"));
-    if (const auto duration = attribute(element, "duration"))
-        window.duration = parseSeconds(duration);
-
-    Walked walked;
+int AngleMediaWalker::walkElement(pugi::xml_node element, int depth, std::vector<Span>& spans) {
     const std::string_view kind = element.name();
+    if (depth > deepestLevel) refuse(" contains excessively nested clips.");
+    if (!isWalkableKind(kind)) refuse(fmt::format(" contains an unsupported clip type: {}.", kind));
+    const ClipAttributes attributes(element);
+    if (attributes.isDisabled()) return 1;
+    checkSettings(element, attributes);
+
+    Window window = readWindow(attributes);
+    const std::size_t first = spans.size();
+    int below = 0;
     if (isMediaClipKind(kind)) {
-        const pugi::xml_node asset = recordingOf(element);
-        if (!window.duration) window.duration = parseSeconds(attribute(asset, "duration"));
-        const bool video = kind != "audio" && attribute(asset, "hasVideo") == "1";
-        const bool audio = kind != "video" && attribute(asset, "hasAudio") == "1";
-        walked.spans.push_back({window.start, window.start + *window.duration, video, audio});
+        const Asset& asset = recordingOf(element, attributes);
+        if (!window.duration) window.duration = parseSeconds(attribute(asset.element, "duration"));
+        spans.push_back({window.start, window.start + *window.duration,
+                         kind != "audio" && asset.hasVideo, kind != "video" && asset.hasAudio});
     }
     if (kind == "ref-clip") {
-        const pugi::xml_node media = compoundMedia(element);
-        const std::string_view id = media.attribute("id").value();
-        entered_.insert(id);
-        addChildren(walked, element, depth);
-        addCompound(walked, media, depth);
-        entered_.erase(id);
+        const pugi::xml_node media = compoundMedia(attributes);
+        entered_.insert(*attributes.ref);
+        below = walkChildren(element, depth, spans);
+        below = std::max(below, walkMedia(media, depth, spans));
+        entered_.erase(*attributes.ref);
     } else {
-        addChildren(walked, element, depth);
+        below = walkChildren(element, depth, spans);
     }
     // After the children, whose failures come first.
     if (window.duration && !(*window.duration > 0)) refuse(" contains invalid clip duration.");
-    moveToParent(walked.spans, window, attributeOr(element, "srcEnable", "all"));
-    return walked;
+    moveToParent(spans, first, window, attributes.srcEnable.value_or("all"));
+    return below + 1;
 }
 
-void AngleMediaWalker::checkSettings(pugi::xml_node element) const {
-    if (hasElement(element, "timeMap"))
+int AngleMediaWalker::walkChildren(pugi::xml_node parent, int depth, std::vector<Span>& spans) {
+    int levels = 0;
+    for (const pugi::xml_node child : elements(parent)) {
+        if (isWalkableKind(child.name()))
+            levels = std::max(levels, walkElement(child, depth + 1, spans));
+    }
+    return levels;
+}
+
+int AngleMediaWalker::walkMedia(pugi::xml_node media, int depth, std::vector<Span>& spans) {
+    const std::string_view id = media.attribute("id").value();
+    auto found = known_.find(id);
+    if (found == known_.end()) {
+        MediaContent content;
+        for (const pugi::xml_node spine : elements(firstElement(media, "sequence"), "spine"))
+            content.height = std::max(content.height, walkElement(spine, depth + 1, content.spans));
+        found = known_.emplace(id, std::move(content)).first;
+    }
+    const MediaContent& content = found->second;
+    // It was walked at another depth, perhaps.
+    if (depth + content.height > deepestLevel) refuse(" contains excessively nested clips.");
+    countWork(content.spans.size());
+    spans.insert(spans.end(), content.spans.begin(), content.spans.end());
+    return content.height;
+}
+
+AngleMediaWalker::Window AngleMediaWalker::readWindow(const ClipAttributes& clip) const {
+    Window window;
+    window.offset = parseSeconds(clip.offset.value_or("0s"));
+    window.start = parseSeconds(clip.start.value_or("0s"));
+    if (clip.duration) window.duration = parseSeconds(clip.duration);
+    return window;
+}
+
+void AngleMediaWalker::checkSettings(pugi::xml_node element,
+                                     const ClipAttributes& attributes) const {
+    if (firstElement(element, "timeMap"))
         refuse(fmt::format(", clip {}, contains an unsupported setting: timeMap. Speed changes are "
                            "not supported yet.",
-                           nameOrKind(element)));
-    if (hasScaledConformRate(element) || hasSplitAudio(element))
+                           attributes.name.value_or(element.name())));
+    if (hasScaledConformRate(element) || attributes.hasSplitAudio())
         refuse(" contains speed changes or split audio, which are not supported yet.");
 }
 
-pugi::xml_node AngleMediaWalker::recordingOf(pugi::xml_node clip) const {
-    const pugi::xml_node asset = resources_.asset(attribute(clip, "ref"));
-    if (!asset) refuse(fmt::format(", clip {}, refers to a missing recording.", nameOrKind(clip)));
-    if (!hasMediaLocation(asset))
+const Asset& AngleMediaWalker::recordingOf(pugi::xml_node clip,
+                                           const ClipAttributes& attributes) const {
+    const Asset* const asset = resources_.asset(attributes.ref);
+    if (!asset)
+        refuse(fmt::format(", clip {}, refers to a missing recording.",
+                           attributes.name.value_or(clip.name())));
+    if (!asset->hasLocation)
         throw FinalCutImportError::invalid(
             fmt::format("No media location in export: {}. Finish importing media in Final Cut and "
                         "export XML again.",
-                        attributeOr(asset, "name", camera_)));
-    return asset;
+                        attributeOr(asset->element, "name", camera_)));
+    return *asset;
 }
 
-pugi::xml_node AngleMediaWalker::compoundMedia(pugi::xml_node clip) const {
-    const auto reference = attribute(clip, "ref");
-    const pugi::xml_node media = reference ? resources_.media(reference) : pugi::xml_node();
-    if (!media || entered_.contains(*reference) || !hasElement(media, "sequence"))
+pugi::xml_node AngleMediaWalker::compoundMedia(const ClipAttributes& clip) const {
+    const pugi::xml_node media = clip.ref ? resources_.media(clip.ref) : pugi::xml_node();
+    if (!media || entered_.contains(*clip.ref) || !firstElement(media, "sequence"))
         refuse(" contains a missing or circular compound clip reference.");
     return media;
 }
 
-void AngleMediaWalker::addChildren(Walked& walked, pugi::xml_node parent, int depth) {
-    for (const pugi::xml_node child : parent.children()) {
-        if (!isWalkable(child)) continue;
-        const Walked below = walk(child, depth + 1);
-        walked.height = std::max(walked.height, below.height + 1);
-        walked.spans.insert(walked.spans.end(), below.spans.begin(), below.spans.end());
-    }
-}
-
-void AngleMediaWalker::addCompound(Walked& walked, pugi::xml_node media, int depth) {
-    const std::string_view id = media.attribute("id").value();
-    auto found = known_.find(id);
-    if (found == known_.end()) {
-        Walked content;
-        for (const pugi::xml_node child : firstElement(media, "sequence").children()) {
-            if (!isElement(child, "spine")) continue;
-            const Walked spine = walk(child, depth + 1);
-            content.height = std::max(content.height, spine.height + 1);
-            content.spans.insert(content.spans.end(), spine.spans.begin(), spine.spans.end());
-        }
-        found = known_.emplace(id, std::move(content)).first;
-    }
-    const Walked& content = found->second;
-    // It was walked at another depth, perhaps.
-    if (depth + content.height > deepestLevel) refuse(" contains excessively nested clips.");
-    walked.height = std::max(walked.height, content.height);
-    countWork(content.spans.size());
-    walked.spans.insert(walked.spans.end(), content.spans.begin(), content.spans.end());
-}
-
-void AngleMediaWalker::moveToParent(std::vector<Span>& spans, const Window& window,
-                                    std::string_view sources) {
-    countWork(spans.size());
+/// Clips the spans from `first` on to the window and moves them into the parent's time.
+void AngleMediaWalker::moveToParent(std::vector<Span>& spans, std::size_t first,
+                                    const Window& window, std::string_view sources) {
+    countWork(spans.size() - first);
     const bool keepsVideo = sources != "audio" && sources != "none";
     const bool keepsAudio = sources != "video" && sources != "none";
-    std::size_t kept = 0;
-    for (Span span : spans) {
+    std::size_t kept = first;
+    for (std::size_t i = first; i < spans.size(); ++i) {
+        Span span = spans[i];
         if (window.duration) {
             span.start = std::max(span.start, window.start);
             span.end = std::min(span.end, window.start + *window.duration);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/Resources.h"
+#include "engine/XmlAccess.h"
 
 #include <pugixml.hpp>
 
@@ -32,16 +33,17 @@ class AngleMediaWalker {
     /// `resources` must outlive the walker.
     explicit AngleMediaWalker(const Resources& resources) : resources_(resources) {}
 
-    /// The spans of an angle's child element, in the angle's time. `camera` names the angle in
+    /// Adds the spans of an angle's child element, in the angle's time. `camera` names the angle in
     /// messages. Throws `FinalCutImportError` with the sentence of the first check that fails, in
     /// document order: unknown elements, speed changes, split audio, missing recordings and
     /// compound clips, invalid durations and times, more than 40 levels.
-    std::vector<Span> walk(pugi::xml_node element, std::string_view camera);
+    void walk(pugi::xml_node element, std::string_view camera, std::vector<Span>& spans);
 
   private:
-    struct Walked {
+    /// What a media holds, in its own time.
+    struct MediaContent {
         std::vector<Span> spans;
-        int height = 0; // levels of elements below
+        int height = 0; // levels of elements
     };
 
     /// A clip's own times, in seconds; without a known duration nothing is clipped.
@@ -51,13 +53,17 @@ class AngleMediaWalker {
         std::optional<double> duration;
     };
 
-    Walked walk(pugi::xml_node element, int depth);
-    void checkSettings(pugi::xml_node element) const;
-    pugi::xml_node recordingOf(pugi::xml_node clip) const;
-    pugi::xml_node compoundMedia(pugi::xml_node clip) const;
-    void addChildren(Walked& walked, pugi::xml_node parent, int depth);
-    void addCompound(Walked& walked, pugi::xml_node media, int depth);
-    void moveToParent(std::vector<Span>& spans, const Window& window, std::string_view sources);
+    // Each adds spans and gives the levels of elements that it went through.
+    int walkElement(pugi::xml_node element, int depth, std::vector<Span>& spans);
+    int walkChildren(pugi::xml_node parent, int depth, std::vector<Span>& spans);
+    int walkMedia(pugi::xml_node media, int depth, std::vector<Span>& spans);
+
+    Window readWindow(const ClipAttributes& clip) const;
+    void checkSettings(pugi::xml_node element, const ClipAttributes& attributes) const;
+    const Asset& recordingOf(pugi::xml_node clip, const ClipAttributes& attributes) const;
+    pugi::xml_node compoundMedia(const ClipAttributes& clip) const;
+    void moveToParent(std::vector<Span>& spans, std::size_t first, const Window& window,
+                      std::string_view sources);
     void countWork(std::size_t spans);
     [[noreturn]] void refuse(std::string_view rest) const;
 
@@ -65,9 +71,9 @@ class AngleMediaWalker {
     std::string camera_;
     // Compound clips being expanded, by media identifier.
     std::unordered_set<std::string_view> entered_;
-    // What a media holds, in its own time, depends on that media alone (one that comes back to a
-    // media being expanded is refused), so it is walked once.
-    std::unordered_map<std::string_view, Walked> known_;
+    // What a media holds depends on that media alone (one that comes back to a media being expanded
+    // is refused), so it is walked once.
+    std::unordered_map<std::string_view, MediaContent> known_;
     std::size_t work_ = 0;
 };
 

@@ -50,8 +50,7 @@ void copyAttributes(pugi::xml_node from, pugi::xml_node to,
 /// the tree.
 template <class Visit>
 void forEachDescendant(pugi::xml_node element, Visit visit) {
-    for (const pugi::xml_node child : element.children()) {
-        if (!isElement(child)) continue;
+    for (const pugi::xml_node child : elements(element)) {
         visit(child);
         forEachDescendant(child, visit);
     }
@@ -66,11 +65,12 @@ void addVolumeFades(std::vector<pugi::xml_node>& fades, pugi::xml_node volume) {
 /// Removes the fades of one kind from a finished clip: its own, and those of its sources' roles.
 void removeFades(pugi::xml_node clip, std::string_view kind) {
     std::vector<pugi::xml_node> fades;
-    for (const pugi::xml_node child : clip.children()) {
-        if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);
-        if (!isElement(child, "mc-source")) continue;
-        for (const pugi::xml_node role : child.children()) {
-            if (isElement(role, "audio-role-source")) addAudioFades(fades, role);
+    for (const pugi::xml_node volume : elements(clip, "adjust-volume"))
+        addVolumeFades(fades, volume);
+    for (const pugi::xml_node source : elements(clip, "mc-source")) {
+        for (const pugi::xml_node role : elements(source, "audio-role-source")) {
+            for (const pugi::xml_node volume : elements(role, "adjust-volume"))
+                addVolumeFades(fades, volume);
         }
     }
     // Backwards, so that a fade within a fade goes before the one that holds it.
@@ -104,12 +104,11 @@ AnnotationTimes annotationTimes(const CutEngine& engine, pugi::xml_node element)
 } // namespace
 
 void addAudioFades(std::vector<pugi::xml_node>& fades, pugi::xml_node element) {
-    for (const pugi::xml_node child : element.children()) {
+    for (const pugi::xml_node child : elements(element)) {
         if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);
         if (!isElement(child, "audio-role-source")) continue;
-        for (const pugi::xml_node volume : child.children()) {
-            if (isElement(volume, "adjust-volume")) addVolumeFades(fades, volume);
-        }
+        for (const pugi::xml_node volume : elements(child, "adjust-volume"))
+            addVolumeFades(fades, volume);
     }
 }
 
@@ -118,8 +117,7 @@ ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts
     : engine_(engine), cuts_(cuts), audioAngle_(std::move(audioAngle)), makeUUID_(makeUUID),
       pieces_(cuts.size()) {
     std::vector<pugi::xml_node> annotations;
-    for (const pugi::xml_node child : engine.original.children()) {
-        if (!isElement(child)) continue;
+    for (const pugi::xml_node child : elements(engine.original)) {
         if (isOneOf(clipSettings, child)) leading_.push_back(child);
         if (isElement(child, "mc-source")) addSource(child);
         if (isOneOf(storyElements, child)) addStoryElement(child);
@@ -230,14 +228,12 @@ void ClipContents::makeMulticamSource(pugi::xml_node clip, const std::string& an
     const auto found = sources_.find(angle);
     if (found == sources_.end()) return;
     if (mode != SourceMode::video) {
-        for (const pugi::xml_node child : found->second.audio.children()) {
-            if (isElement(child, "audio-role-source")) source.append_copy(child);
-        }
+        for (const pugi::xml_node role : elements(found->second.audio, "audio-role-source"))
+            source.append_copy(role);
     }
     if (mode != SourceMode::audio) {
-        for (const pugi::xml_node child : found->second.video.children()) {
-            if (isElement(child) && !isElement(child, "audio-role-source"))
-                source.append_copy(child);
+        for (const pugi::xml_node child : elements(found->second.video)) {
+            if (!isElement(child, "audio-role-source")) source.append_copy(child);
         }
     }
     renewTracking(source);
@@ -275,8 +271,7 @@ void ClipContents::setTime(pugi::xml_node element, const char* name, std::int64_
 
 std::vector<std::string> CutEngine::exportObstacles() const {
     std::vector<std::string> obstacles;
-    for (const pugi::xml_node child : original.children()) {
-        if (!isElement(child)) continue;
+    for (const pugi::xml_node child : elements(original)) {
         try {
             std::vector<pugi::xml_node> fades;
             if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);

@@ -134,16 +134,16 @@ void CutEngine::readTiming(const ProjectImport& import) {
 }
 
 void CutEngine::checkClip() const {
-    if (attribute(original, "enabled") == "0" || hasSplitAudio(original) ||
-        hasElement(original, "timeMap") || hasScaledConformRate(original))
+    const ClipAttributes clip(original);
+    if (clip.isDisabled() || clip.hasSplitAudio() || firstElement(original, "timeMap") ||
+        hasScaledConformRate(original))
         refuse(
             "Speed changes, split audio and disabled main multicam clips are not supported yet.");
 }
 
 void CutEngine::findAudioSource() {
     std::vector<pugi::xml_node> heard;
-    for (const pugi::xml_node source : original.children()) {
-        if (!isElement(source, "mc-source")) continue;
+    for (const pugi::xml_node source : elements(original, "mc-source")) {
         const std::string_view enabled = attributeOr(source, "srcEnable", "all");
         if (enabled == "all" || enabled == "audio") heard.push_back(source);
     }
@@ -163,16 +163,12 @@ void CutEngine::readCoverage(const ProjectImport& import) {
                                                      frameNumerator, frameDenominator);
     const SpanFrames spanFrames(*this, multicamStart);
     AngleMediaWalker walker(import.resources);
-    for (const pugi::xml_node angle : import.multicam.children()) {
-        if (!isElement(angle, "mc-angle")) continue;
+    for (const pugi::xml_node angle : elements(import.multicam, "mc-angle")) {
         const std::string id = angle.attribute("angleID").value();
         const std::string_view camera = attributeOr(angle, "name", id);
         std::vector<AngleMediaWalker::Span> spans;
-        for (const pugi::xml_node child : angle.children()) {
-            if (!isElement(child)) continue;
-            const auto below = walker.walk(child, camera);
-            spans.insert(spans.end(), below.begin(), below.end());
-        }
+        for (const pugi::xml_node child : elements(angle))
+            walker.walk(child, camera, spans);
         std::vector<FrameRange> picture;
         std::vector<FrameRange> sound;
         for (const AngleMediaWalker::Span& span : spans) {

@@ -53,9 +53,8 @@ void checkFade(const CutEngine& engine, pugi::xml_node fade, const std::vector<C
 std::vector<pugi::xml_node> audioFades(pugi::xml_node clip, std::string_view audioAngle) {
     std::vector<pugi::xml_node> fades;
     addAudioFades(fades, clip);
-    for (const pugi::xml_node source : clip.children()) {
-        if (isElement(source, "mc-source") && attribute(source, "angleID") == audioAngle)
-            addAudioFades(fades, source);
+    for (const pugi::xml_node source : elements(clip, "mc-source")) {
+        if (attribute(source, "angleID") == audioAngle) addAudioFades(fades, source);
     }
     return fades;
 }

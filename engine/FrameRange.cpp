@@ -6,14 +6,19 @@ namespace shotweaver {
 
 namespace {
 
-bool startsEarlier(const FrameRange& a, const FrameRange& b) {
-    return a.lowerBound < b.lowerBound;
+/// Sorts by lowerBound. Clips stand in order in nearly every angle.
+void sortByStart(std::vector<FrameRange>& ranges) {
+    const auto startsEarlier = [](const FrameRange& a, const FrameRange& b) {
+        return a.lowerBound < b.lowerBound;
+    };
+    if (!std::is_sorted(ranges.begin(), ranges.end(), startsEarlier))
+        std::sort(ranges.begin(), ranges.end(), startsEarlier);
 }
 
 } // namespace
 
 Coverage mergeRanges(std::vector<FrameRange> ranges) {
-    std::sort(ranges.begin(), ranges.end(), startsEarlier);
+    sortByStart(ranges);
     Coverage merged;
     for (const FrameRange& range : ranges) {
         if (!merged.empty() && merged.back().upperBound >= range.lowerBound)
@@ -25,7 +30,7 @@ Coverage mergeRanges(std::vector<FrameRange> ranges) {
 }
 
 std::vector<FrameRange> uncoveredRanges(std::vector<FrameRange> ranges, std::int64_t length) {
-    std::sort(ranges.begin(), ranges.end(), startsEarlier);
+    sortByStart(ranges);
     std::vector<FrameRange> open;
     std::int64_t cursor = 0;
     for (const FrameRange& range : ranges) {

@@ -5,9 +5,8 @@
 #include "engine/XmlAccess.h"
 #include "platform/Text.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <limits>
+#include <iterator>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -40,73 +39,9 @@ pugi::xml_node referencedMedia(pugi::xml_node element, const Resources& resource
     return reference ? resources.media(reference) : pugi::xml_node();
 }
 
-/// What an angle's media clips say, each clip taken once however often it is reached: names and the
-/// smallest offset stay the same.
-class AngleContent {
-  public:
-    AngleContent(const Resources& resources, TextSet& missingLocations)
-        : resources_(resources), missingLocations_(missingLocations) {}
-
-    /// Visits the clips below an element in document order; a compound clip's come after the
-    /// element's own.
-    void collectMediaClips(pugi::xml_node element, int depth = 0);
-
-    std::string cameras() const { return joined(cameras_.sorted(), ", "); }
-    std::optional<double> firstRecording() const { return firstRecording_; }
-
-  private:
-    void readMediaClip(pugi::xml_node clip);
-    void readAsset(pugi::xml_node asset);
-
-    const Resources& resources_;
-    TextSet& missingLocations_;
-    TextSet cameras_;
-    std::optional<double> firstRecording_;
-    std::unordered_set<std::string_view> seenMedia_;
-    std::unordered_set<std::string_view> seenAssets_;
-};
-
-void AngleContent::collectMediaClips(pugi::xml_node element, int depth) {
-    if (attribute(element, "enabled") == "0") return;
-    if (isMediaClipKind(element.name())) return readMediaClip(element);
-    if (depth >= maximumDepth) refuseExplosion();
-    for (const pugi::xml_node child : element.children()) {
-        if (isElement(child)) collectMediaClips(child, depth + 1);
-    }
-    const pugi::xml_node media = referencedMedia(element, resources_);
-    if (!media || !seenMedia_.insert(media.attribute("id").value()).second) return;
-    for (const pugi::xml_node child : media.children()) {
-        if (isElement(child, "sequence")) collectMediaClips(child, depth + 1);
-    }
-}
-
-void AngleContent::readMediaClip(pugi::xml_node clip) {
-    const double offset = parseSeconds(attributeOr(clip, "offset", "0s"));
-    if (!firstRecording_ || offset < *firstRecording_) firstRecording_ = offset;
-
-    const auto reference = attribute(clip, "ref");
-    const pugi::xml_node asset = resources_.asset(reference);
-    if (!asset)
-        missingLocations_.add(attributeOr(clip, "name", "Unnamed clip"));
-    else if (!reference || seenAssets_.insert(*reference).second)
-        readAsset(asset);
-}
-
-void AngleContent::readAsset(pugi::xml_node asset) {
-    for (const pugi::xml_node metadata : asset.children()) {
-        if (!isElement(metadata, "metadata")) continue;
-        for (const pugi::xml_node entry : metadata.children()) {
-            if (!isElement(entry, "md")) continue;
-            const std::string_view name = attributeOr(entry, "value", "");
-            if (attribute(entry, "key") == "com.apple.proapps.mio.cameraName" && !name.empty())
-                cameras_.add(name);
-        }
-    }
-    if (!hasMediaLocation(asset)) missingLocations_.add(attributeOr(asset, "name", "Unnamed clip"));
-}
-
-/// How many media clips are reached below an element, those in compound clips as often as the
-/// compound clip is used. A media that is being expanded further up is not entered again.
+/// How many media clips the media of a compound clip holds, those in further compound clips as
+/// often as the compound clip is used. A media that is being expanded further up is not entered
+/// again.
 ///
 /// What a media holds depends on that media alone unless it comes back to one that is being
 /// expanded, so its number is remembered; only compound clips that hold each other are counted
@@ -115,9 +50,16 @@ class MediaClipCounter {
   public:
     explicit MediaClipCounter(const Resources& resources) : resources_(resources) {}
 
-    std::int64_t count(pugi::xml_node element) {
+    /// `depth` counts the elements around the compound clip.
+    std::int64_t count(pugi::xml_node media, int depth) {
         bool isCircular = false;
-        return countBelow(element, 0, isCircular);
+        return countMedia(media, depth, isCircular);
+    }
+
+    static std::int64_t sum(std::int64_t a, std::int64_t b) {
+        std::int64_t result = 0;
+        if (__builtin_add_overflow(a, b, &result)) refuseExplosion();
+        return result;
     }
 
   private:
@@ -125,12 +67,6 @@ class MediaClipCounter {
 
     std::int64_t countBelow(pugi::xml_node element, int depth, bool& isCircular);
     std::int64_t countMedia(pugi::xml_node media, int depth, bool& isCircular);
-
-    static std::int64_t sum(std::int64_t a, std::int64_t b) {
-        std::int64_t result = 0;
-        if (__builtin_add_overflow(a, b, &result)) refuseExplosion();
-        return result;
-    }
 
     const Resources& resources_;
     std::unordered_map<MediaID, std::int64_t> known_;
@@ -146,9 +82,8 @@ std::int64_t MediaClipCounter::countBelow(pugi::xml_node element, int depth, boo
     if (isMediaClipKind(element.name())) return 1;
     if (depth >= maximumDepth) refuseExplosion();
     std::int64_t clips = 0;
-    for (const pugi::xml_node child : element.children()) {
-        if (isElement(child)) clips = sum(clips, countBelow(child, depth + 1, isCircular));
-    }
+    for (const pugi::xml_node child : elements(element))
+        clips = sum(clips, countBelow(child, depth + 1, isCircular));
     const pugi::xml_node media = referencedMedia(element, resources_);
     return media ? sum(clips, countMedia(media, depth, isCircular)) : clips;
 }
@@ -164,10 +99,8 @@ std::int64_t MediaClipCounter::countMedia(pugi::xml_node media, int depth, bool&
     revisiting_ += revisit;
     std::int64_t clips = 0;
     bool mediaIsCircular = false;
-    for (const pugi::xml_node child : media.children()) {
-        if (isElement(child, "sequence"))
-            clips = sum(clips, countBelow(child, depth + 1, mediaIsCircular));
-    }
+    for (const pugi::xml_node sequence : elements(media, "sequence"))
+        clips = sum(clips, countBelow(sequence, depth + 1, mediaIsCircular));
     revisiting_ -= revisit;
     entered_.erase(id);
     if (mediaIsCircular) {
@@ -179,21 +112,92 @@ std::int64_t MediaClipCounter::countMedia(pugi::xml_node media, int depth, bool&
     return clips;
 }
 
+/// What an angle's media clips say. The content of compound clips is visited once however often it
+/// is reached, and only counted as often as that: names and the smallest offset stay the same.
+class AngleContent {
+  public:
+    AngleContent(const Resources& resources, MediaClipCounter& counter, TextSet& missingLocations)
+        : resources_(resources), counter_(counter), missingLocations_(missingLocations) {}
+
+    /// Visits the clips below an element in document order; a compound clip's come after the
+    /// element's own.
+    void collectMediaClips(pugi::xml_node element, int depth = 0);
+
+    std::string cameras() const { return joined(cameras_.sorted(), ", "); }
+    std::int64_t clipCount() const { return clipCount_; }
+    std::optional<double> firstRecording() const { return firstRecording_; }
+
+  private:
+    void readMediaClip(const ClipAttributes& clip);
+    void readAsset(const Asset& asset);
+
+    const Resources& resources_;
+    MediaClipCounter& counter_;
+    TextSet& missingLocations_;
+    std::int64_t clipCount_ = 0;
+    int compoundDepth_ = 0; // compound clips around the element being visited
+    TextSet cameras_;
+    std::optional<double> firstRecording_;
+    std::unordered_set<std::string_view> seenMedia_;
+    std::unordered_set<std::string_view> seenAssets_;
+};
+
+void AngleContent::collectMediaClips(pugi::xml_node element, int depth) {
+    const ClipAttributes attributes(element);
+    if (attributes.isDisabled()) return;
+    if (isMediaClipKind(element.name())) return readMediaClip(attributes);
+    if (depth >= maximumDepth) refuseExplosion();
+    for (const pugi::xml_node child : elements(element))
+        collectMediaClips(child, depth + 1);
+    const pugi::xml_node media = referencedMedia(element, resources_);
+    if (!media) return;
+    if (compoundDepth_ == 0)
+        clipCount_ = MediaClipCounter::sum(clipCount_, counter_.count(media, depth));
+    if (!seenMedia_.insert(media.attribute("id").value()).second) return;
+    ++compoundDepth_;
+    for (const pugi::xml_node sequence : elements(media, "sequence"))
+        collectMediaClips(sequence, depth + 1);
+    --compoundDepth_;
+}
+
+void AngleContent::readMediaClip(const ClipAttributes& clip) {
+    if (compoundDepth_ == 0) ++clipCount_;
+    const double offset = parseSeconds(clip.offset.value_or("0s"));
+    if (!firstRecording_ || offset < *firstRecording_) firstRecording_ = offset;
+
+    const Asset* const asset = resources_.asset(clip.ref);
+    if (!asset)
+        missingLocations_.add(clip.name.value_or("Unnamed clip"));
+    else if (!clip.ref || seenAssets_.insert(*clip.ref).second)
+        readAsset(*asset);
+}
+
+void AngleContent::readAsset(const Asset& asset) {
+    for (const pugi::xml_node metadata : elements(asset.element, "metadata")) {
+        for (const pugi::xml_node entry : elements(metadata, "md")) {
+            const std::string_view name = attributeOr(entry, "value", "");
+            if (attribute(entry, "key") == "com.apple.proapps.mio.cameraName" && !name.empty())
+                cameras_.add(name);
+        }
+    }
+    if (!asset.hasLocation)
+        missingLocations_.add(attributeOr(asset.element, "name", "Unnamed clip"));
+}
+
 ImportedAngle parseAngle(pugi::xml_node angle, const Resources& resources,
                          MediaClipCounter& counter, TextSet& missingLocations) {
     const auto id = attribute(angle, "angleID");
     if (!id) refuse("A camera angle is missing its identifier.");
-    AngleContent content(resources, missingLocations);
+    AngleContent content(resources, counter, missingLocations);
     content.collectMediaClips(angle);
 
-    const auto children = angle.children();
+    const Elements gaps = elements(angle, "gap");
     ImportedAngle result;
     result.id = *id;
     result.name = attributeOr(angle, "name", "Unnamed angle");
     result.cameras = content.cameras();
-    result.clipCount = counter.count(angle);
-    result.gapCount = std::count_if(children.begin(), children.end(),
-                                    [](pugi::xml_node child) { return isElement(child, "gap"); });
+    result.clipCount = content.clipCount();
+    result.gapCount = std::distance(gaps.begin(), gaps.end());
     result.firstRecording = content.firstRecording();
     return result;
 }
@@ -201,18 +205,15 @@ ImportedAngle parseAngle(pugi::xml_node angle, const Resources& resources,
 pugi::xml_node findProject(pugi::xml_node root) {
     std::vector<pugi::xml_node> projects;
     const auto addProjects = [&](pugi::xml_node parent) {
-        for (const pugi::xml_node child : parent.children()) {
-            if (isElement(child, "project")) projects.push_back(child);
-        }
+        const Elements found = elements(parent, "project");
+        projects.insert(projects.end(), found.begin(), found.end());
     };
     const auto addEvents = [&](pugi::xml_node parent) {
-        for (const pugi::xml_node child : parent.children()) {
-            if (isElement(child, "event")) addProjects(child);
-        }
+        for (const pugi::xml_node event : elements(parent, "event"))
+            addProjects(event);
     };
-    for (const pugi::xml_node child : root.children()) {
-        if (isElement(child, "library")) addEvents(child);
-    }
+    for (const pugi::xml_node library : elements(root, "library"))
+        addEvents(library);
     addEvents(root);
     addProjects(root);
     if (projects.size() != 1)
@@ -221,19 +222,16 @@ pugi::xml_node findProject(pugi::xml_node root) {
 }
 
 pugi::xml_node findMulticamClip(pugi::xml_node spine) {
-    const auto children = spine.children();
-    const auto elements = std::count_if(children.begin(), children.end(),
-                                        [](pugi::xml_node c) { return isElement(c); });
+    const Elements content = elements(spine);
     const pugi::xml_node clip = firstElement(spine, "mc-clip");
-    if (elements != 1 || !clip)
+    if (!clip || std::distance(content.begin(), content.end()) != 1)
         refuse("For this prototype, export a timeline containing one uncut multicam clip.");
     return clip;
 }
 
 std::string audioAngleNames(pugi::xml_node multicamClip, const std::vector<ImportedAngle>& angles) {
     std::set<std::string_view> heard;
-    for (const pugi::xml_node source : multicamClip.children()) {
-        if (!isElement(source, "mc-source")) continue;
+    for (const pugi::xml_node source : elements(multicamClip, "mc-source")) {
         const std::string_view enabled = attributeOr(source, "srcEnable", "all");
         const auto id = attribute(source, "angleID");
         if (id && (enabled == "all" || enabled == "audio")) heard.insert(*id);
@@ -280,11 +278,8 @@ ImportedProject summarize(const ProjectImport& import) {
 
     TextSet missingLocations;
     MediaClipCounter counter(import.resources);
-    for (const pugi::xml_node angle : import.multicam.children()) {
-        if (isElement(angle, "mc-angle"))
-            summary.angles.push_back(
-                parseAngle(angle, import.resources, counter, missingLocations));
-    }
+    for (const pugi::xml_node angle : elements(import.multicam, "mc-angle"))
+        summary.angles.push_back(parseAngle(angle, import.resources, counter, missingLocations));
     requireUniqueAngles(summary.angles);
     summary.name = attributeOr(import.project, "name", "Untitled project");
     summary.version = attributeOr(import.root, "version", "Unknown");
@@ -296,12 +291,17 @@ ImportedProject summarize(const ProjectImport& import) {
 
 } // namespace
 
-ProjectImport readProject(std::string_view bytes) {
+ProjectImport readProject(ByteSource& source) {
     ProjectImport import;
-    import.document = parseXml(bytes);
+    import.document = parseXml(source);
     locate(import);
     import.summary = summarize(import);
     return import;
+}
+
+ProjectImport readProject(std::string_view bytes) {
+    MemorySource source(bytes);
+    return readProject(source);
 }
 
 ImportedProject inspectProject(std::string_view bytes) {

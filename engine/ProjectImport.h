@@ -27,6 +27,7 @@ struct ProjectImport {
 /// Reads and checks an FCPXML export. Throws `FinalCutImportError` with the sentence of the first
 /// failed check, or `PlatformError` when the bytes are not well-formed XML. Recordings without a
 /// media location are listed in the summary, not refused.
+ProjectImport readProject(ByteSource& source);
 ProjectImport readProject(std::string_view bytes);
 
 /// The summary alone.

@@ -2,39 +2,61 @@
 
 #include "engine/XmlAccess.h"
 
+#include <algorithm>
+
 namespace shotweaver {
 
-Resources::Resources(pugi::xml_node element) : element_(element) {
-    for (const pugi::xml_node resource : element.children()) {
-        if (isElement(resource, "asset")) assets_.add(resource);
-        if (isElement(resource, "format")) formats_.add(resource);
-        if (isElement(resource, "media")) media_.add(resource);
-    }
+namespace {
+
+bool hasMediaLocation(pugi::xml_node asset) {
+    const Elements representations = elements(asset, "media-rep");
+    return std::any_of(representations.begin(), representations.end(),
+                       [](pugi::xml_node each) { return !attributeOr(each, "src", "").empty(); }) ||
+           !attributeOr(asset, "src", "").empty();
 }
 
-pugi::xml_node Resources::asset(std::optional<std::string_view> id) const {
+} // namespace
+
+Asset::Asset(pugi::xml_node asset)
+    : element(asset), hasVideo(attribute(asset, "hasVideo") == "1"),
+      hasAudio(attribute(asset, "hasAudio") == "1"), hasLocation(hasMediaLocation(asset)) {}
+
+template <class Resource>
+void Resources::Index<Resource>::add(pugi::xml_node element) {
+    if (const auto id = attribute(element, "id"))
+        byID_.try_emplace(*id, element);
+    else if (!withoutID_)
+        withoutID_.emplace(element);
+}
+
+template <class Resource>
+const Resource* Resources::Index<Resource>::find(std::optional<std::string_view> id) const {
+    if (!id) return withoutID_ ? &*withoutID_ : nullptr;
+    const auto found = byID_.find(*id);
+    return found == byID_.end() ? nullptr : &found->second;
+}
+
+Resources::Resources(pugi::xml_node element) : element_(element) {
+    for (const pugi::xml_node asset : elements(element, "asset"))
+        assets_.add(asset);
+    for (const pugi::xml_node format : elements(element, "format"))
+        formats_.add(format);
+    for (const pugi::xml_node media : elements(element, "media"))
+        media_.add(media);
+}
+
+const Asset* Resources::asset(std::optional<std::string_view> id) const {
     return assets_.find(id);
 }
 
 pugi::xml_node Resources::format(std::optional<std::string_view> id) const {
-    return formats_.find(id);
+    const pugi::xml_node* const found = formats_.find(id);
+    return found ? *found : pugi::xml_node();
 }
 
 pugi::xml_node Resources::media(std::optional<std::string_view> id) const {
-    return media_.find(id);
-}
-
-void Resources::Index::add(pugi::xml_node resource) {
-    if (const auto id = attribute(resource, "id"))
-        byID.try_emplace(*id, resource);
-    else if (!withoutID)
-        withoutID = resource;
-}
-
-pugi::xml_node Resources::Index::find(std::optional<std::string_view> id) const {
-    if (!id) return withoutID;
-    const auto found = byID.find(*id);
-    return found == byID.end() ? pugi::xml_node() : found->second;
+    const pugi::xml_node* const found = media_.find(id);
+    return found ? *found : pugi::xml_node();
 }
 
 } // namespace shotweaver

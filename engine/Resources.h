@@ -8,6 +8,16 @@
 
 namespace shotweaver {
 
+/// A recording, with what every clip that shows it asks for.
+struct Asset {
+    explicit Asset(pugi::xml_node asset);
+
+    pugi::xml_node element;
+    bool hasVideo;    // "hasVideo" is exactly "1"
+    bool hasAudio;    // "hasAudio" is exactly "1"
+    bool hasLocation; // some "media-rep" child, or else the asset itself, has a non-empty "src"
+};
+
 /// A document's "resources", looked up by identifier. Of several elements with one identifier the
 /// first counts; an absent identifier is one of its own, found by an absent reference.
 class Resources {
@@ -17,25 +27,29 @@ class Resources {
 
     pugi::xml_node element() const { return element_; }
 
+    /// Null when nothing has that identifier.
+    const Asset* asset(std::optional<std::string_view> id) const;
     /// Null handles when nothing has that identifier.
-    pugi::xml_node asset(std::optional<std::string_view> id) const;
     pugi::xml_node format(std::optional<std::string_view> id) const;
     pugi::xml_node media(std::optional<std::string_view> id) const;
 
   private:
-    // The keys lie in the document's own memory.
-    struct Index {
-        std::unordered_map<std::string_view, pugi::xml_node> byID;
-        pugi::xml_node withoutID;
+    /// The resources of one kind. The keys lie in the document's own memory.
+    template <class Resource>
+    class Index {
+      public:
+        void add(pugi::xml_node element);
+        const Resource* find(std::optional<std::string_view> id) const;
 
-        void add(pugi::xml_node resource);
-        pugi::xml_node find(std::optional<std::string_view> id) const;
+      private:
+        std::unordered_map<std::string_view, Resource> byID_;
+        std::optional<Resource> withoutID_;
     };
 
     pugi::xml_node element_;
-    Index assets_;
-    Index formats_;
-    Index media_;
+    Index<Asset> assets_;
+    Index<pugi::xml_node> formats_;
+    Index<pugi::xml_node> media_;
 };
 
 } // namespace shotweaver

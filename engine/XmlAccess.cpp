@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace shotweaver {
 
@@ -14,36 +15,30 @@ std::string_view attributeOr(pugi::xml_node element, const char* name, std::stri
     return attribute(element, name).value_or(fallback);
 }
 
-pugi::xml_node firstElement(pugi::xml_node parent, std::string_view name) {
-    for (const pugi::xml_node child : parent.children()) {
-        if (isElement(child, name)) return child;
+ClipAttributes::ClipAttributes(pugi::xml_node clip) {
+    using Field = std::pair<std::string_view, Text ClipAttributes::*>;
+    static constexpr std::array<Field, 9> fields{
+        {{"ref", &ClipAttributes::ref},
+         {"offset", &ClipAttributes::offset},
+         {"name", &ClipAttributes::name},
+         {"start", &ClipAttributes::start},
+         {"duration", &ClipAttributes::duration},
+         {"enabled", &ClipAttributes::enabled},
+         {"srcEnable", &ClipAttributes::srcEnable},
+         {"audioStart", &ClipAttributes::audioStart},
+         {"audioDuration", &ClipAttributes::audioDuration}}};
+    for (pugi::xml_attribute each = clip.first_attribute(); each; each = each.next_attribute()) {
+        const std::string_view key = each.name();
+        const auto field = std::find_if(fields.begin(), fields.end(),
+                                        [&](const Field& one) { return one.first == key; });
+        if (field != fields.end()) this->*field->second = each.value();
     }
-    return {};
-}
-
-bool hasElement(pugi::xml_node parent, std::string_view name) {
-    return !firstElement(parent, name).empty();
 }
 
 bool hasScaledConformRate(pugi::xml_node clip) {
-    const auto children = clip.children();
-    return std::any_of(children.begin(), children.end(), [](pugi::xml_node child) {
-        return isElement(child, "conform-rate") && attribute(child, "scaleEnabled") != "0";
-    });
-}
-
-bool hasSplitAudio(pugi::xml_node clip) {
-    return attribute(clip, "audioStart").has_value() ||
-           attribute(clip, "audioDuration").has_value();
-}
-
-bool hasMediaLocation(pugi::xml_node asset) {
-    const auto children = asset.children();
-    const bool hasRepresentation =
-        std::any_of(children.begin(), children.end(), [](pugi::xml_node child) {
-            return isElement(child, "media-rep") && !attributeOr(child, "src", "").empty();
-        });
-    return hasRepresentation || !attributeOr(asset, "src", "").empty();
+    const Elements rates = elements(clip, "conform-rate");
+    return std::any_of(rates.begin(), rates.end(),
+                       [](pugi::xml_node rate) { return attribute(rate, "scaleEnabled") != "0"; });
 }
 
 bool isMediaClipKind(std::string_view elementName) {

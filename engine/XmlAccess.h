@@ -2,6 +2,8 @@
 
 #include <pugixml.hpp>
 
+#include <cstddef>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -9,17 +11,6 @@ namespace shotweaver {
 
 /// The few ways in which elements are read. Other kinds of node (text, comments, processing
 /// instructions) are never taken for elements, whatever they are called.
-
-/// An attribute's text; absent when the element has no such attribute (an empty text is present).
-std::optional<std::string_view> attribute(pugi::xml_node element, const char* name);
-
-/// An attribute's text, or `fallback` when it is absent.
-std::string_view attributeOr(pugi::xml_node element, const char* name, std::string_view fallback);
-
-/// The first child element of that name; a null handle when there is none.
-pugi::xml_node firstElement(pugi::xml_node parent, std::string_view name);
-
-bool hasElement(pugi::xml_node parent, std::string_view name);
 
 inline bool isElement(pugi::xml_node node) {
     return node.type() == pugi::node_element;
@@ -29,16 +20,99 @@ inline bool isElement(pugi::xml_node node, std::string_view name) {
     return isElement(node) && name == node.name();
 }
 
+/// The child elements of an element in document order, all or those of one name. The tree may not
+/// change while they are visited.
+class Elements {
+  public:
+    class Iterator {
+      public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = pugi::xml_node;
+        using difference_type = std::ptrdiff_t;
+        using pointer = const pugi::xml_node*;
+        using reference = pugi::xml_node;
+
+        Iterator() = default;
+        Iterator(pugi::xml_node node, std::string_view name) : node_(node), name_(name) { skip(); }
+
+        pugi::xml_node operator*() const { return node_; }
+        Iterator& operator++() {
+            node_ = node_.next_sibling();
+            skip();
+            return *this;
+        }
+        Iterator operator++(int) {
+            Iterator before = *this;
+            ++*this;
+            return before;
+        }
+        bool operator==(const Iterator& other) const { return node_ == other.node_; }
+
+      private:
+        void skip() {
+            while (node_ && !(name_.empty() ? isElement(node_) : isElement(node_, name_)))
+                node_ = node_.next_sibling();
+        }
+
+        pugi::xml_node node_;
+        std::string_view name_; // empty for any
+    };
+
+    explicit Elements(pugi::xml_node parent, std::string_view name = {})
+        : first_(parent.first_child(), name) {}
+
+    Iterator begin() const { return first_; }
+    Iterator end() const { return {}; }
+    bool empty() const { return begin() == end(); }
+
+  private:
+    Iterator first_;
+};
+
+inline Elements elements(pugi::xml_node parent) {
+    return Elements(parent);
+}
+
+inline Elements elements(pugi::xml_node parent, std::string_view name) {
+    return Elements(parent, name);
+}
+
+/// The first child element of that name; a null handle when there is none.
+inline pugi::xml_node firstElement(pugi::xml_node parent, std::string_view name) {
+    return *elements(parent, name).begin();
+}
+
+/// An attribute's text; absent when the element has no such attribute (an empty text is present).
+std::optional<std::string_view> attribute(pugi::xml_node element, const char* name);
+
+/// An attribute's text, or `fallback` when it is absent.
+std::string_view attributeOr(pugi::xml_node element, const char* name, std::string_view fallback);
+
+/// A clip's attributes that matter to its timing and its media, read in one pass: an angle may hold
+/// tens of thousands of clips.
+struct ClipAttributes {
+    using Text = std::optional<std::string_view>;
+
+    explicit ClipAttributes(pugi::xml_node clip);
+
+    bool isDisabled() const { return enabled == "0"; }
+    /// True when the clip's sound is cut apart from its picture.
+    bool hasSplitAudio() const { return audioStart || audioDuration; }
+
+    Text ref;
+    Text offset;
+    Text name;
+    Text start;
+    Text duration;
+    Text enabled;
+    Text srcEnable;
+    Text audioStart;
+    Text audioDuration;
+};
+
 /// True when a clip's timing is not its recording's own: a "conform-rate" child whose
 /// "scaleEnabled" is not exactly "0" (also when absent).
 bool hasScaledConformRate(pugi::xml_node clip);
-
-/// True when the clip's sound is cut apart from its picture.
-bool hasSplitAudio(pugi::xml_node clip);
-
-/// True when an asset states where its recording is: a "media-rep" child with a non-empty "src", or
-/// a non-empty "src" of its own.
-bool hasMediaLocation(pugi::xml_node asset);
 
 /// "asset-clip", "audio" and "video": the elements that refer to an asset through their "ref".
 bool isMediaClipKind(std::string_view elementName);

@@ -14,7 +14,6 @@ namespace shotweaver {
 
 namespace {
 
-constexpr std::size_t readBlock = std::size_t{1} << 18U;
 // One write call takes at most about 2 GB on some systems.
 constexpr std::size_t writeBlock = std::size_t{1} << 30U;
 
@@ -127,20 +126,25 @@ std::string temporaryPathBeside(const std::string& path) {
 
 } // namespace
 
+FileSource::FileSource(FileCalls& calls, std::string path)
+    : calls_(calls), path_(std::move(path)),
+      file_(uninterrupted([&] { return calls_.openForReading(path_); })) {
+    if (file_ < 0) fail("opened", path_, errno);
+}
+
+FileSource::~FileSource() {
+    calls_.close(file_);
+}
+
+std::size_t FileSource::read(char* into, std::size_t count) {
+    const auto result = uninterrupted([&] { return calls_.read(file_, into, count); });
+    if (result < 0) fail("read", path_, errno);
+    return static_cast<std::size_t>(result);
+}
+
 std::string readFile(FileCalls& calls, const std::string& path) {
-    const OpenFile file(calls, uninterrupted([&] { return calls.openForReading(path); }));
-    if (file.descriptor() < 0) fail("opened", path, errno);
-    std::string bytes;
-    while (true) {
-        const std::size_t size = bytes.size();
-        if (bytes.capacity() - size < readBlock) bytes.reserve(std::max(2 * size, readBlock));
-        bytes.resize(size + readBlock);
-        const auto count = uninterrupted(
-            [&] { return calls.read(file.descriptor(), bytes.data() + size, readBlock); });
-        if (count < 0) fail("read", path, errno);
-        bytes.resize(size + static_cast<std::size_t>(count));
-        if (count == 0) return bytes;
-    }
+    FileSource source(calls, path);
+    return readAll(source);
 }
 
 bool fileExists(FileCalls& calls, const std::string& path) {

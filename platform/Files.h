@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ByteSource.h"
 #include "platform/FileCalls.h"
 
 #include <string>
@@ -9,6 +10,23 @@ namespace shotweaver {
 
 /// Whole-file operations. Each throws `PlatformError` with a sentence that names the file and the
 /// system's reason.
+
+/// The bytes of a file, read as they are asked for. Opens it at once; throws when it cannot.
+class FileSource final : public ByteSource {
+  public:
+    /// `calls` must outlive the source.
+    FileSource(FileCalls& calls, std::string path);
+    FileSource(const FileSource&) = delete;
+    FileSource& operator=(const FileSource&) = delete;
+    ~FileSource() override;
+
+    std::size_t read(char* into, std::size_t count) override;
+
+  private:
+    FileCalls& calls_;
+    std::string path_;
+    int file_;
+};
 
 /// The bytes of a file.
 std::string readFile(FileCalls& calls, const std::string& path);

@@ -49,6 +49,14 @@ bool isDecimalForm(std::string_view text) {
 std::optional<double> parseDecimal(std::string_view text) {
     const bool hasSign = !text.empty() && isSign(text.front());
     const std::string_view digits = hasSign ? text.substr(1) : text;
+    const bool isNegative = hasSign && text.front() == '-';
+
+    // Most numbers of an export are whole ones that a double holds exactly.
+    constexpr std::size_t exactDigits = 15;
+    if (digits.size() <= exactDigits) {
+        if (const auto whole = parseUnsigned(digits))
+            return isNegative ? -static_cast<double>(*whole) : static_cast<double>(*whole);
+    }
     if (!isDecimalForm(digits)) return std::nullopt;
 
     // The form is checked, so the only error left is a number out of range; its value is then
@@ -56,7 +64,7 @@ std::optional<double> parseDecimal(std::string_view text) {
     double value = 0;
     fast_float::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (!std::isfinite(value)) return std::nullopt;
-    return hasSign && text.front() == '-' ? -value : value;
+    return isNegative ? -value : value;
 }
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {

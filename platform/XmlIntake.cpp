@@ -19,14 +19,16 @@ namespace shotweaver {
 
 namespace {
 
-constexpr std::size_t blockSize = std::size_t{1} << 18U;
+constexpr int blockSize = 1 << 18;
 
 // What entities may add to a document: anything up to the threshold, then at most so many times
 // the document's own size. Exports hold none at all.
 constexpr float maximumAmplification = 4;
 constexpr unsigned long long amplificationThreshold = 1U << 20U;
 
-constexpr std::string_view whiteSpace = " \t\r\n";
+bool isWhiteSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
 
 constexpr const char* outsideReference =
     "The XML refers to “&{};”, which only another document could explain. Export XML again from "
@@ -50,9 +52,9 @@ std::vector<std::string> referencedEntities(std::string_view markup) {
 /// Builds the tree from the parser's events.
 class XmlIntake {
   public:
-    explicit XmlIntake(std::string_view bytes);
+    XmlIntake();
 
-    XmlDocument parse();
+    XmlDocument parse(ByteSource& source);
 
   private:
     /// White space seen in an element, kept aside until it is known whether it is content.
@@ -86,7 +88,8 @@ class XmlIntake {
     pugi::xml_node append(pugi::xml_node_type type);
     pugi::xml_node parent() { return open_.empty() ? *document_ : open_.back().node; }
 
-    std::string_view rawMarkup(std::size_t start, std::size_t end);
+    std::string_view currentMarkup() const;
+    std::string_view inASCII(std::string_view raw);
     void refuseOutsideReferences(std::string_view markup);
     void refuse(const std::string& sentence);
 
@@ -104,7 +107,6 @@ class XmlIntake {
         }
     }
 
-    std::string_view bytes_;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
     XmlDocument document_ = std::make_unique<pugi::xml_document>();
     std::vector<OpenElement> open_;
@@ -112,6 +114,9 @@ class XmlIntake {
     std::string space_;
     std::string text_;
     bool inDoctype_ = false;
+    // The document up to its root element, which holds the document type.
+    std::string prolog_;
+    bool inProlog_ = true;
     std::size_t doctypeStart_ = 0;
     // Declarations may stand outside of the document, so the parser no longer reports an
     // undeclared entity in an attribute: it drops it.
@@ -121,8 +126,7 @@ class XmlIntake {
     std::exception_ptr failure_;
 };
 
-XmlIntake::XmlIntake(std::string_view bytes)
-    : bytes_(bytes), parser_(XML_ParserCreate(nullptr), &XML_ParserFree) {
+XmlIntake::XmlIntake() : parser_(XML_ParserCreate(nullptr), &XML_ParserFree) {
     if (!parser_) throw std::bad_alloc();
     XML_SetUserData(parser_.get(), this);
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser_.get(), maximumAmplification);
@@ -193,17 +197,18 @@ void XmlIntake::setEntityHandlers() {
     });
 }
 
-XmlDocument XmlIntake::parse() {
-    std::size_t at = 0;
+XmlDocument XmlIntake::parse(ByteSource& source) {
+    std::size_t count = 0;
     do {
-        const std::size_t count = std::min(blockSize, bytes_.size() - at);
-        const bool isLast = at + count == bytes_.size();
-        const XML_Status status = XML_Parse(parser_.get(), bytes_.data() + at,
-                                            static_cast<int>(count), isLast ? XML_TRUE : XML_FALSE);
+        auto* const block = static_cast<char*>(XML_GetBuffer(parser_.get(), blockSize));
+        if (block == nullptr) throw std::bad_alloc();
+        count = source.read(block, blockSize);
+        if (inProlog_) prolog_.append(block, count);
+        const XML_Status status = XML_ParseBuffer(parser_.get(), static_cast<int>(count),
+                                                  count == 0 ? XML_TRUE : XML_FALSE);
         if (failure_) std::rethrow_exception(failure_);
         if (status != XML_STATUS_OK) failParsing();
-        at += count;
-    } while (at < bytes_.size());
+    } while (count > 0);
     return std::move(document_);
 }
 
@@ -227,12 +232,11 @@ pugi::xml_node XmlIntake::append(pugi::xml_node_type type) {
 
 void XmlIntake::startElement(const char* name, const char** attributes) {
     flushText();
+    inProlog_ = false;
     if (open_.size() >= maximumXmlDepth)
         refuse(fmt::format("The XML is nested more than {} levels deep.", maximumXmlDepth));
     if (mayMissDeclarations_ && attributes[0] != nullptr) {
-        const auto start = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
-        const auto count = static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get()));
-        refuseOutsideReferences(rawMarkup(start, start + count));
+        refuseOutsideReferences(inASCII(currentMarkup()));
     }
 
     pugi::xml_node node = append(pugi::node_element);
@@ -277,7 +281,7 @@ void XmlIntake::flushText() {
     if (text_.empty()) return;
     if (!open_.empty()) {
         OpenElement& element = open_.back();
-        const bool isSpace = text_.find_first_not_of(whiteSpace) == std::string::npos;
+        const bool isSpace = std::all_of(text_.begin(), text_.end(), isWhiteSpace);
         if (isSpace && !element.keepsSpace) {
             pending_.push_back({element.node.last_child(), space_.size()});
             space_ += text_;
@@ -321,14 +325,25 @@ void XmlIntake::endDoctype() {
     // Values of entities and defaults of attributes: a reference in them is dropped like one in an
     // attribute.
     const auto end = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
-    refuseOutsideReferences(rawMarkup(doctypeStart_, end));
+    refuseOutsideReferences(
+        inASCII(std::string_view(prolog_).substr(doctypeStart_, end - doctypeStart_)));
 }
 
-/// A stretch of the document as it stands there, in an encoding that keeps ASCII.
-std::string_view XmlIntake::rawMarkup(std::size_t start, std::size_t end) {
-    const std::string_view raw = bytes_.substr(start, end - start);
+/// What the parser is reporting, as it stands in the document.
+std::string_view XmlIntake::currentMarkup() const {
+    int offset = 0;
+    int size = 0;
+    const char* const context = XML_GetInputContext(parser_.get(), &offset, &size);
+    if (context == nullptr) return {};
+    const int count = std::min(XML_GetCurrentByteCount(parser_.get()), size - offset);
+    return {context + offset, static_cast<std::size_t>(count)};
+}
+
+/// Markup in an encoding that keeps ASCII, as it is; of UTF-16, its ASCII characters with a "?" for
+/// every other.
+std::string_view XmlIntake::inASCII(std::string_view raw) {
     // UTF-16 is told by its first two bytes: a byte-order mark, or a "<" with its zero byte.
-    const std::string_view head = bytes_.substr(0, 2);
+    const std::string_view head = std::string_view(prolog_).substr(0, 2);
     const bool isBigEndian = head == "\xFE\xFF" || head.starts_with('\0');
     const bool isLittleEndian = head == "\xFF\xFE" || head.ends_with('\0');
     if (!isBigEndian && !isLittleEndian) return raw;
@@ -354,8 +369,13 @@ bool holdsText(std::string_view elementName) {
     return std::find(names.begin(), names.end(), elementName) != names.end();
 }
 
+XmlDocument parseXml(ByteSource& source) {
+    return XmlIntake().parse(source);
+}
+
 XmlDocument parseXml(std::string_view bytes) {
-    return XmlIntake(bytes).parse();
+    MemorySource source(bytes);
+    return parseXml(source);
 }
 
 } // namespace shotweaver

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ByteSource.h"
+
 #include <pugixml.hpp>
 
 #include <memory>
@@ -24,6 +26,7 @@ inline constexpr int maximumXmlDepth = 1000;
 /// well-formed (with the parser's reason, line and column), when it refers to something that only
 /// an outside document could declare, when its entities expand to far more than the document
 /// itself, and when it is nested deeper than `maximumXmlDepth`.
+XmlDocument parseXml(ByteSource& source);
 XmlDocument parseXml(std::string_view bytes);
 
 /// True for the element names whose white space is always content: FCPXML's elements with character

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace shotweaver::benchmarks {
+
+/// An export as large as they come: about 100 MB, 8 angles of 40,000 abutting clips each, 800
+/// assets, keywords on the clips; continuous picture and sound. It generates and exports.
+std::string largeDocument();
+
+/// A long project at 25 frames a second whose angles have `rangesEach` stretches of picture with
+/// gaps between them, no two angles' gaps at the same time. The first angle's sound is continuous.
+///
+///     length      frames of the project, at most 999,999,999
+std::string gappedDocument(std::size_t angles, std::size_t rangesEach, std::int64_t length);
+
+/// A project of `seconds` at 25 frames a second with two continuous angles, and `annotations` each
+/// of markers, keywords and connected titles spread over its clip.
+std::string annotatedDocument(std::int64_t seconds, std::size_t annotations);
+
+} // namespace shotweaver::benchmarks

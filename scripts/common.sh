@@ -1,0 +1,42 @@
+# Sourced by the scripts: where the project is, and how its tools get onto a Debian machine.
+# shellcheck shell=bash
+
+set -euo pipefail
+caller=$PWD
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+
+# What a build needs, and what else the tests, the checks and the benchmarks need.
+build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev libfmt-dev
+    nlohmann-json3-dev libcli11-dev libfast-float-dev libgtest-dev libbenchmark-dev)
+check_packages=(clang-format clang-tidy)
+benchmark_packages=(libxml2-utils)
+
+# Installs what is missing, asking dpkg first so that a second run costs nothing. Other systems
+# bring the libraries of the README's list themselves.
+install_packages() {
+    command -v dpkg-query >/dev/null || return 0
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    echo "Installing ${missing[*]}" >&2
+    "${as_root[@]}" apt-get update -qq >&2
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Configures where needed and builds a preset, or targets of it; quiet unless something fails.
+build() {
+    local preset=$1 log
+    shift
+    log=$(mktemp)
+    [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >"$log" 2>&1 ||
+        { cat "$log" >&2; exit 1; }
+    cmake --build "build/$preset" ${1:+--target "$@"} >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+    rm -f "$log"
+}
