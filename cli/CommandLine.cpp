@@ -4,13 +4,12 @@
 #include "cli/ExportCommand.h"
 #include "cli/GenerateCommand.h"
 #include "cli/InspectCommand.h"
+#include "cli/TextTable.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <functional>
-#include <istream>
 #include <ostream>
 
 namespace shotweaver {
@@ -77,6 +76,11 @@ Examples:
   shotweaver export "Sunday.fcpxml" edit.json --output out
   shotweaver generate "Sunday.fcpxml" --json | shotweaver export "Sunday.fcpxml" - --output out)";
 
+/// An empty folder is most likely a variable of the shell that was never set.
+std::string isNotEmpty(const std::string& text) {
+    return text.empty() ? "the folder is empty" : "";
+}
+
 /// Values are read as text; what they have to be is for the verbs to say.
 CLI::Option* addText(CLI::App& verb, const std::string& name, std::optional<std::string>& value,
                      const std::string& help, const std::string& form) {
@@ -110,11 +114,13 @@ class Grammar {
 
     CLI::App& app() { return app_; }
 
-    CommandResult run(std::istream& in) const {
+    CommandResult run(ByteSource& in) const {
         if (inspect_->parsed()) return runInspect(inspectOptions_, in);
         if (generate_->parsed()) return runGenerate(generateOptions_, in);
         return runExport(exportOptions_, in);
     }
+
+    bool hasVerb() const { return !app_.get_subcommands().empty(); }
 
     /// The usage of the verb that was asked for, in two lines.
     std::string usage() const {
@@ -149,6 +155,7 @@ class Grammar {
             ->type_name("");
         export_->add_option("--output", exportOptions_.output, "Folder for the two files")
             ->required()
+            ->check(isNotEmpty)
             ->type_name("DIR");
         export_->footer(exportFooter);
     }
@@ -210,18 +217,24 @@ void Grammar::addGenerate() {
     addText(verb, "--seed", options.seed, "Draw from this seed, to get the same shots again", "N");
     verb.add_flag("--json", options.json, "Print the edit as one JSON object");
     addText(verb, "--output", options.output,
-            "Also export: the FCPXML and its settings record, into this folder", "DIR");
+            "Also export: the FCPXML and its settings record, into this folder", "DIR")
+        ->check(isNotEmpty);
     verb.footer(generateFooter);
 }
 
 /// A message in one line, as the contract of the last line wants it.
 void printFailure(std::ostream& err, const std::string& message) {
-    err << "shotweaver: " << message << '\n' << std::flush;
+    err << "shotweaver: " << oneLine(message) << '\n' << std::flush;
 }
 
 int report(const CommandResult& result, CommandStreams streams) {
-    streams.out << result.output << std::flush;
-    streams.err << result.notes << std::flush;
+    streams.out << result.output;
+    if (!result.isJson) streams.out << result.files;
+    streams.out << std::flush;
+    streams.err << result.notes;
+    // Files that were written are named in any case.
+    if (result.isJson || !streams.out) streams.err << result.files;
+    streams.err << std::flush;
     if (result.failure) {
         printFailure(streams.err, *result.failure);
         return failure;
@@ -243,8 +256,15 @@ int parseAndRun(Grammar& grammar, const std::vector<std::string>& arguments,
         const bool isVersion = dynamic_cast<const CLI::CallForVersion*>(&request) != nullptr;
         help.output = isVersion ? std::string(request.what()) + "\n" : grammar.app().help();
         return report(help, streams);
+    } catch (const CLI::ExtrasError&) {
+        throw UsageError(
+            fmt::format("Not expected here: {}", fmt::join(grammar.app().remaining(true), " ")));
     } catch (const CLI::ParseError& error) {
-        throw UsageError(error.what());
+        if (grammar.hasVerb()) throw UsageError(error.what());
+        throw UsageError(arguments.empty()
+                             ? "Say what to do: inspect, generate or export."
+                             : fmt::format("There is no verb \"{}\": inspect, generate or export.",
+                                           arguments.front()));
     }
     return report(grammar.run(streams.in), streams);
 }

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "platform/ByteSource.h"
+
 #include <iosfwd>
 #include <string>
 #include <vector>
 
 namespace shotweaver {
 
-/// The streams that the command line reads and writes.
+/// What the command line reads and writes.
 struct CommandStreams {
-    std::istream& in;
+    ByteSource& in;
     std::ostream& out;
     std::ostream& err;
 };

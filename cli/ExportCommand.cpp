@@ -12,10 +12,9 @@ namespace shotweaver {
 
 namespace {
 
-EditRevision readRevisionArgument(const std::string& path, std::istream& in) {
-    StreamSource input(in);
+EditRevision readRevisionArgument(const std::string& path, ByteSource& in) {
     const std::string text =
-        path == standardInput ? readAll(input) : readFile(systemFileCalls(), path);
+        path == standardInput ? readAll(in) : readFile(systemFileCalls(), path);
     return readRevision(JsonReader(parseJson(text)));
 }
 
@@ -31,7 +30,7 @@ std::string exportRevision(const EditRevision& revision, const ImportedProject& 
     return fmt::format("{}\n{}\n", files.xml, files.record);
 }
 
-CommandResult runExport(const ExportOptions& options, std::istream& in) {
+CommandResult runExport(const ExportOptions& options, ByteSource& in) {
     if (options.project == standardInput && options.revision == standardInput)
         throw UsageError("Only one of PROJECT and REVISION can be \"-\", the standard input.");
     ProjectImport import = importProjectArgument(options.project, in);
@@ -40,7 +39,7 @@ CommandResult runExport(const ExportOptions& options, std::istream& in) {
     const EditRevision revision = readRevisionArgument(options.revision, in);
 
     CommandResult result;
-    result.output = exportRevision(revision, imported, engine, options.output);
+    result.files = exportRevision(revision, imported, engine, options.output);
     return result;
 }
 

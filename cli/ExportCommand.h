@@ -4,8 +4,8 @@
 #include "engine/CutEngine.h"
 #include "engine/EditRevision.h"
 #include "engine/ImportedProject.h"
+#include "platform/ByteSource.h"
 
-#include <iosfwd>
 #include <string>
 
 namespace shotweaver {
@@ -17,7 +17,7 @@ struct ExportOptions {
 };
 
 /// Exports the cuts of a stored revision.
-CommandResult runExport(const ExportOptions& options, std::istream& in);
+CommandResult runExport(const ExportOptions& options, ByteSource& in);
 
 /// Writes a revision's export and settings record into a folder. Gives their paths, a line each,
 /// the XML first.

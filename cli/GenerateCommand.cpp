@@ -17,6 +17,7 @@
 
 #include <fmt/format.h>
 
+#include <limits>
 #include <memory>
 
 namespace shotweaver {
@@ -32,14 +33,24 @@ std::unique_ptr<RandomSource> randomSource(const std::optional<std::string>& see
     return std::make_unique<SeededRandom>(*number);
 }
 
+/// Settings whose ranges no given bound can reverse.
+EditSettings widestRanges() {
+    EditSettings settings;
+    settings.mainMinimum = settings.otherMinimum = std::numeric_limits<double>::lowest();
+    settings.mainMaximum = settings.otherMaximum = std::numeric_limits<double>::max();
+    return settings;
+}
+
 EditSettings withSettingsFile(EditSettings settings, const std::string& path) {
     const std::string text = readFile(systemFileCalls(), path);
     try {
-        settings = readSettingsOver(JsonReader(parseJson(text)), std::move(settings));
+        const Json json = parseJson(text);
+        // On its own first: flags do not put right what the file has wrong.
+        requireOrderedRanges(readSettingsOver(JsonReader(json), widestRanges()));
+        settings = readSettingsOver(JsonReader(json), std::move(settings));
     } catch (const PlatformError& error) {
         throw UsageError(fmt::format("--settings: {}", error.what()));
     }
-    requireOrderedRanges(settings);
     return settings;
 }
 
@@ -73,7 +84,7 @@ std::string plainText(const EditRevision& revision, const ImportedProject& impor
 
 } // namespace
 
-CommandResult runGenerate(const GenerateOptions& options, std::istream& in) {
+CommandResult runGenerate(const GenerateOptions& options, ByteSource& in) {
     const std::unique_ptr<RandomSource> random = randomSource(options.seed);
     ProjectImport import = importProjectArgument(options.project, in);
     const ImportedProject imported = import.summary;
@@ -83,6 +94,7 @@ CommandResult runGenerate(const GenerateOptions& options, std::istream& in) {
     if (options.settingsFile)
         settings = withSettingsFile(std::move(settings), *options.settingsFile);
     settings = withFlags(std::move(settings), options.flags, imported, engine);
+    requireOrderedRanges(settings);
 
     const UUIDMaker makeUUID = secureUUIDs();
     CommandResult result;
@@ -101,12 +113,10 @@ CommandResult runGenerate(const GenerateOptions& options, std::istream& in) {
     result.output =
         options.json ? revisionJson(revision).dump() + "\n" : plainText(revision, imported, engine);
     if (options.output) {
-        const std::string paths = exportRevision(revision, imported, engine, *options.output);
-        if (options.json)
-            result.notes = paths;
-        else
-            result.output += "\n" + paths;
+        result.files = exportRevision(revision, imported, engine, *options.output);
+        if (!options.json) result.output += "\n";
     }
+    result.isJson = options.json;
     return result;
 }
 

@@ -2,8 +2,8 @@
 
 #include "cli/Command.h"
 #include "cli/SettingsFlags.h"
+#include "platform/ByteSource.h"
 
-#include <iosfwd>
 #include <optional>
 #include <string>
 
@@ -19,6 +19,6 @@ struct GenerateOptions {
 };
 
 /// Makes a rough edit, and exports it when an output folder is given.
-CommandResult runGenerate(const GenerateOptions& options, std::istream& in);
+CommandResult runGenerate(const GenerateOptions& options, ByteSource& in);
 
 } // namespace shotweaver

@@ -113,7 +113,7 @@ std::string plainText(const ImportedProject& project, const CutEngine* engine) {
 
 } // namespace
 
-CommandResult runInspect(const InspectOptions& options, std::istream& in) {
+CommandResult runInspect(const InspectOptions& options, ByteSource& in) {
     ProjectImport import = importProjectArgument(options.project, in);
     const ImportedProject project = import.summary;
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "cli/Command.h"
+#include "platform/ByteSource.h"
 
-#include <iosfwd>
 #include <string>
 
 namespace shotweaver {
@@ -14,6 +14,6 @@ struct InspectOptions {
 
 /// Summarises a project. A project that imports but whose engine is refused is still summarised:
 /// the result then has both an output and a failure. Throws when the import itself fails.
-CommandResult runInspect(const InspectOptions& options, std::istream& in);
+CommandResult runInspect(const InspectOptions& options, ByteSource& in);
 
 } // namespace shotweaver

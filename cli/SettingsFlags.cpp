@@ -181,10 +181,14 @@ EditSettings withFlags(EditSettings settings, const SettingsFlags& flags,
 }
 
 void requireOrderedRanges(const EditSettings& settings) {
-    if (settings.mainMinimum > settings.mainMaximum)
-        throw UsageError("--settings: \"mainMinimum\" is above \"mainMaximum\".");
-    if (settings.otherMinimum > settings.otherMaximum)
-        throw UsageError("--settings: \"otherMinimum\" is above \"otherMaximum\".");
+    const auto require = [](const char* which, double minimum, double maximum) {
+        if (minimum > maximum)
+            throw UsageError(fmt::format(
+                "--settings: the shortest {} shot, {} seconds, is longer than the longest, {}.",
+                which, shortestDecimal(minimum), shortestDecimal(maximum)));
+    };
+    require("main", settings.mainMinimum, settings.mainMaximum);
+    require("other", settings.otherMinimum, settings.otherMaximum);
 }
 
 } // namespace shotweaver

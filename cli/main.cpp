@@ -1,4 +1,5 @@
 #include "cli/CommandLine.h"
+#include "platform/Files.h"
 
 #include <csignal>
 #include <iostream>
@@ -6,5 +7,6 @@
 int main(int argc, char** argv) {
     // A reader that goes away is a failed write, reported like any other.
     std::signal(SIGPIPE, SIG_IGN);
-    return shotweaver::runCommandLine({argv + 1, argv + argc}, {std::cin, std::cout, std::cerr});
+    shotweaver::FileSource input(shotweaver::systemFileCalls(), 0, "standard input");
+    return shotweaver::runCommandLine({argv + 1, argv + argc}, {input, std::cout, std::cerr});
 }

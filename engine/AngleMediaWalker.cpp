@@ -30,7 +30,6 @@ bool isWalkableKind(std::string_view kind) {
 void AngleMediaWalker::walk(pugi::xml_node element, std::string_view camera,
                             std::vector<Span>& spans) {
     camera_ = camera;
-    entered_.clear();
     walkElement(element, 0, spans);
 }
 
@@ -44,6 +43,7 @@ int AngleMediaWalker::walkElement(pugi::xml_node element, int depth, std::vector
     if (!isWalkableKind(kind)) refuse(fmt::format(" contains an unsupported clip type: {}.", kind));
     const ClipAttributes attributes(element);
     if (attributes.isDisabled()) return 1;
+    if (ownChildrenDepth_ > 0) countWork(1);
     checkSettings(element, attributes);
 
     Window window = readWindow(attributes);
@@ -51,15 +51,17 @@ int AngleMediaWalker::walkElement(pugi::xml_node element, int depth, std::vector
     int below = 0;
     if (isMediaClipKind(kind)) {
         const Asset& asset = recordingOf(element, attributes);
-        if (!window.duration) window.duration = parseSeconds(attribute(asset.element, "duration"));
+        if (!window.duration) window.duration = parseSeconds(asset.duration);
         spans.push_back({window.start, window.start + *window.duration,
                          kind != "audio" && asset.hasVideo, kind != "video" && asset.hasAudio});
     }
     if (kind == "ref-clip") {
-        const pugi::xml_node media = compoundMedia(attributes);
+        const Media& media = compoundMedia(attributes);
         entered_.insert(*attributes.ref);
+        ++ownChildrenDepth_;
         below = walkChildren(element, depth, spans);
-        below = std::max(below, walkMedia(media, depth, spans));
+        --ownChildrenDepth_;
+        below = std::max(below, walkMedia(*attributes.ref, media, depth, spans));
         entered_.erase(*attributes.ref);
     } else {
         below = walkChildren(element, depth, spans);
@@ -79,14 +81,14 @@ int AngleMediaWalker::walkChildren(pugi::xml_node parent, int depth, std::vector
     return levels;
 }
 
-int AngleMediaWalker::walkMedia(pugi::xml_node media, int depth, std::vector<Span>& spans) {
-    const std::string_view id = media.attribute("id").value();
+int AngleMediaWalker::walkMedia(std::string_view id, const Media& media, int depth,
+                                std::vector<Span>& spans) {
     auto found = known_.find(id);
-    if (found == known_.end()) {
+    if (found == known_.end() || ownChildrenDepth_ > 0) {
         MediaContent content;
-        for (const pugi::xml_node spine : elements(firstElement(media, "sequence"), "spine"))
+        for (const pugi::xml_node spine : elements(media.sequence, "spine"))
             content.height = std::max(content.height, walkElement(spine, depth + 1, content.spans));
-        found = known_.emplace(id, std::move(content)).first;
+        found = known_.insert_or_assign(id, std::move(content)).first;
     }
     const MediaContent& content = found->second;
     // It was walked at another depth, perhaps.
@@ -128,11 +130,11 @@ const Asset& AngleMediaWalker::recordingOf(pugi::xml_node clip,
     return *asset;
 }
 
-pugi::xml_node AngleMediaWalker::compoundMedia(const ClipAttributes& clip) const {
-    const pugi::xml_node media = clip.ref ? resources_.media(clip.ref) : pugi::xml_node();
-    if (!media || entered_.contains(*clip.ref) || !firstElement(media, "sequence"))
+const Media& AngleMediaWalker::compoundMedia(const ClipAttributes& clip) const {
+    const Media* const media = clip.ref ? resources_.media(clip.ref) : nullptr;
+    if (!media || entered_.contains(*clip.ref) || !media->sequence)
         refuse(" contains a missing or circular compound clip reference.");
-    return media;
+    return *media;
 }
 
 /// Clips the spans from `first` on to the window and moves them into the parent's time.
@@ -159,8 +161,9 @@ void AngleMediaWalker::moveToParent(std::vector<Span>& spans, std::size_t first,
 void AngleMediaWalker::countWork(std::size_t spans) {
     work_ += spans;
     if (work_ > maximumWork)
-        refuse(" contains too many compound clips inside of each other. Simplify them in Final Cut "
-               "and export XML again.");
+        refuse(
+            " contains more clips than can be read. Simplify its compound clips in Final Cut and "
+            "export XML again.");
 }
 
 } // namespace shotweaver

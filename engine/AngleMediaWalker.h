@@ -56,12 +56,12 @@ class AngleMediaWalker {
     // Each adds spans and gives the levels of elements that it went through.
     int walkElement(pugi::xml_node element, int depth, std::vector<Span>& spans);
     int walkChildren(pugi::xml_node parent, int depth, std::vector<Span>& spans);
-    int walkMedia(pugi::xml_node media, int depth, std::vector<Span>& spans);
+    int walkMedia(std::string_view id, const Media& media, int depth, std::vector<Span>& spans);
 
     Window readWindow(const ClipAttributes& clip) const;
     void checkSettings(pugi::xml_node element, const ClipAttributes& attributes) const;
     const Asset& recordingOf(pugi::xml_node clip, const ClipAttributes& attributes) const;
-    pugi::xml_node compoundMedia(const ClipAttributes& clip) const;
+    const Media& compoundMedia(const ClipAttributes& clip) const;
     void moveToParent(std::vector<Span>& spans, std::size_t first, const Window& window,
                       std::string_view sources);
     void countWork(std::size_t spans);
@@ -71,8 +71,9 @@ class AngleMediaWalker {
     std::string camera_;
     // Compound clips being expanded, by media identifier.
     std::unordered_set<std::string_view> entered_;
-    // What a media holds depends on that media alone (one that comes back to a media being expanded
-    // is refused), so it is walked once.
+    int ownChildrenDepth_ = 0; // compound clips among whose own children the walk is
+    // What a media holds depends on that media alone, so it is walked once. Only among a compound
+    // clip's own children may it come back to a media being expanded, and is walked anew.
     std::unordered_map<std::string_view, MediaContent> known_;
     std::size_t work_ = 0;
 };

@@ -271,11 +271,13 @@ void ClipContents::setTime(pugi::xml_node element, const char* name, std::int64_
 
 std::vector<std::string> CutEngine::exportObstacles() const {
     std::vector<std::string> obstacles;
+    if (!attribute(document->document_element(), "version")) obstacles.emplace_back(missingVersion);
     for (const pugi::xml_node child : elements(original)) {
         try {
+            // Of the sources, an export reads only the one that is heard.
             std::vector<pugi::xml_node> fades;
             if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);
-            if (isElement(child, "audio-role-source") || isElement(child, "mc-source"))
+            if (isElement(child, "audio-role-source") || child == audioSource)
                 addAudioFades(fades, child);
             for (const pugi::xml_node fade : fades)
                 parseSeconds(attribute(fade, "duration"));

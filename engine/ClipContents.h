@@ -12,6 +12,11 @@
 
 namespace shotweaver {
 
+/// Final Cut Pro imports no document that does not say its version.
+inline constexpr const char* missingVersion =
+    "The imported XML does not state its FCPXML version, so no project can be made from it. Export "
+    "XML again from Final Cut.";
+
 /// Adds the "fadeIn" and "fadeOut" elements anywhere below an element's "adjust-volume" children
 /// and below those of its "audio-role-source" children, in document order.
 void addAudioFades(std::vector<pugi::xml_node>& fades, pugi::xml_node element);

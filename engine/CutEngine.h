@@ -97,8 +97,9 @@ class CutEngine {
                                const std::optional<std::string>& audioAngle,
                                const UUIDMaker& makeUUID) const;
 
-    /// What would stop an export whatever the cut list: times on the multicam clip that cannot be
-    /// read, or annotations off the frame grid. One sentence each, in document order.
+    /// What would stop an export whatever the cut list, with the imported audio: no format version,
+    /// times on the multicam clip that cannot be read, annotations off the frame grid. One sentence
+    /// each, in document order.
     std::vector<std::string> exportObstacles() const;
 
     double seconds(std::int64_t frames) const;

@@ -31,7 +31,9 @@ void checkBookendFootage(const Coverage& footage, const FrameRange& shot, const 
 }
 
 void checkShotRange(const std::optional<SecondsRange>& range) {
-    if (range && !(range->lower >= 1 && range->upper <= 120))
+    // Each bound within both limits, so that a reversed range of any size ends here or holds no
+    // frame.
+    if (range && !(isWithin(range->lower, 1, 120) && isWithin(range->upper, 1, 120)))
         refuse("Shot lengths must be between 1 and 120 seconds.");
 }
 

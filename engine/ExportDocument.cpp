@@ -82,10 +82,7 @@ class ExportWriter {
 std::string ExportWriter::write(std::size_t cutCount) {
     const pugi::xml_node root = engine_.document->document_element();
     const auto version = attribute(root, "version");
-    // Final Cut Pro imports no document that does not say its version.
-    if (!version)
-        refuse("The imported XML does not state its FCPXML version, so no project can be made from "
-               "it. Export XML again from Final Cut.");
+    if (!version) refuse(missingVersion);
     writer_.begin("fcpxml");
     writer_.attribute("version", *version);
     writer_.node(firstElement(root, "resources"));

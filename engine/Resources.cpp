@@ -19,7 +19,10 @@ bool hasMediaLocation(pugi::xml_node asset) {
 
 Asset::Asset(pugi::xml_node asset)
     : element(asset), hasVideo(attribute(asset, "hasVideo") == "1"),
-      hasAudio(attribute(asset, "hasAudio") == "1"), hasLocation(hasMediaLocation(asset)) {}
+      hasAudio(attribute(asset, "hasAudio") == "1"), hasLocation(hasMediaLocation(asset)),
+      duration(attribute(asset, "duration")) {}
+
+Media::Media(pugi::xml_node media) : element(media), sequence(firstElement(media, "sequence")) {}
 
 template <class Resource>
 void Resources::Index<Resource>::add(pugi::xml_node element) {
@@ -54,9 +57,8 @@ pugi::xml_node Resources::format(std::optional<std::string_view> id) const {
     return found ? *found : pugi::xml_node();
 }
 
-pugi::xml_node Resources::media(std::optional<std::string_view> id) const {
-    const pugi::xml_node* const found = media_.find(id);
-    return found ? *found : pugi::xml_node();
+const Media* Resources::media(std::optional<std::string_view> id) const {
+    return media_.find(id);
 }
 
 } // namespace shotweaver

@@ -16,6 +16,15 @@ struct Asset {
     bool hasVideo;    // "hasVideo" is exactly "1"
     bool hasAudio;    // "hasAudio" is exactly "1"
     bool hasLocation; // some "media-rep" child, or else the asset itself, has a non-empty "src"
+    std::optional<std::string_view> duration; // as written
+};
+
+/// What compound clips and multicam clips refer to.
+struct Media {
+    explicit Media(pugi::xml_node media);
+
+    pugi::xml_node element;
+    pugi::xml_node sequence; // the first one; null when there is none
 };
 
 /// A document's "resources", looked up by identifier. Of several elements with one identifier the
@@ -29,9 +38,9 @@ class Resources {
 
     /// Null when nothing has that identifier.
     const Asset* asset(std::optional<std::string_view> id) const;
-    /// Null handles when nothing has that identifier.
+    const Media* media(std::optional<std::string_view> id) const;
+    /// A null handle when nothing has that identifier.
     pugi::xml_node format(std::optional<std::string_view> id) const;
-    pugi::xml_node media(std::optional<std::string_view> id) const;
 
   private:
     /// The resources of one kind. The keys lie in the document's own memory.
@@ -49,7 +58,7 @@ class Resources {
     pugi::xml_node element_;
     Index<Asset> assets_;
     Index<pugi::xml_node> formats_;
-    Index<pugi::xml_node> media_;
+    Index<Media> media_;
 };
 
 } // namespace shotweaver

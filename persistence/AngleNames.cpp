@@ -5,7 +5,7 @@
 namespace shotweaver {
 
 std::string normalizedName(std::string_view name) {
-    return lowercased(trimmed(name));
+    return normalizedNFC(lowercased(trimmed(name)));
 }
 
 std::optional<std::string> findAngle(std::string_view name,

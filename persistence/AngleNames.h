@@ -10,7 +10,7 @@
 namespace shotweaver {
 
 /// The form in which names of angles and presets are compared: without white space at both ends,
-/// in lower case.
+/// in lower case, canonically equivalent texts alike.
 std::string normalizedName(std::string_view name);
 
 /// The identifier of the one angle with that name once both are normalised; nothing when no angle

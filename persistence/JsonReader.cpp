@@ -1,10 +1,12 @@
 #include "persistence/JsonReader.h"
 
 #include "platform/PlatformError.h"
+#include "platform/Text.h"
 
 #include <fmt/format.h>
 
-#include <cmath>
+#include <algorithm>
+#include <cstddef>
 #include <limits>
 #include <set>
 
@@ -12,59 +14,83 @@ namespace shotweaver {
 
 namespace {
 
-constexpr int maximumDepth = 64;
+constexpr std::size_t maximumDepth = 64;
+constexpr std::size_t shownCharacters = 200;
 
 /// What the parser says without its own prefix: "[json.exception.parse_error.101] parse error at
 /// line 1, column 2: …" becomes "parse error at line 1, column 2: …".
 std::string_view parserText(const Json::exception& error) {
     const std::string_view text = error.what();
     const std::size_t prefix = text.find("] ");
-    return prefix == std::string_view::npos ? text : text.substr(prefix + 2);
+    return firstCharacters(prefix == std::string_view::npos ? text : text.substr(prefix + 2),
+                           shownCharacters);
 }
 
-/// Follows the parse and refuses what the parser itself lets pass.
-class ParseWatch {
+/// Goes through a document before it is read, and refuses what the library lets pass. Of its events
+/// only those of objects and arrays matter.
+class StrictWatch final : public nlohmann::json_sax<Json> {
   public:
-    bool operator()(int depth, Json::parse_event_t event, const Json& parsed) {
-        if (depth > maximumDepth)
-            throw PlatformError(
-                fmt::format("The JSON is nested more than {} levels deep.", maximumDepth));
-        switch (event) {
-        case Json::parse_event_t::object_start:
-            keys_.emplace_back();
-            break;
-        case Json::parse_event_t::object_end:
-            keys_.pop_back();
-            break;
-        case Json::parse_event_t::key:
-            addKey(parsed.get_ref<const std::string&>());
-            break;
-        default:
-            break;
-        }
+    explicit StrictWatch(std::string_view text) : text_(text) {}
+
+    bool start_object(std::size_t) override { return open(); }
+    bool end_object() override { return close(); }
+    bool start_array(std::size_t) override { return open(); }
+    bool end_array() override { return close(); }
+
+    bool key(std::string& key) override {
+        if (!keys_.back().insert(key).second)
+            throw PlatformError(fmt::format("The JSON has the key \"{}\" twice in one object.",
+                                            firstCharacters(key, shownCharacters)));
         return true;
     }
 
-  private:
-    void addKey(const std::string& key) {
-        if (!keys_.back().insert(key).second)
-            throw PlatformError(fmt::format("The JSON has the key \"{}\" twice.", key));
+    bool parse_error(std::size_t position, const std::string&,
+                     const Json::exception& error) override {
+        // Only syntax errors say where they are.
+        const auto line = std::count(text_.begin(), text_.begin() + offset(position), '\n') + 1;
+        const std::string_view what = parserText(error);
+        throw PlatformError(
+            what.find("at line") != std::string_view::npos
+                ? fmt::format("The JSON could not be read: {}.", what)
+                : fmt::format("The JSON could not be read at line {}: {}.", line, what));
     }
 
-    std::vector<std::set<std::string>> keys_;
+    bool null() override { return true; }
+    bool boolean(bool) override { return true; }
+    bool number_integer(Json::number_integer_t) override { return true; }
+    bool number_unsigned(Json::number_unsigned_t) override { return true; }
+    bool number_float(Json::number_float_t, const std::string&) override { return true; }
+    bool string(std::string&) override { return true; }
+    bool binary(Json::binary_t&) override { return true; }
+
+  private:
+    bool open() {
+        keys_.emplace_back();
+        if (keys_.size() > maximumDepth)
+            throw PlatformError(
+                fmt::format("The JSON is nested more than {} levels deep.", maximumDepth));
+        return true;
+    }
+
+    bool close() {
+        keys_.pop_back();
+        return true;
+    }
+
+    std::ptrdiff_t offset(std::size_t position) const {
+        return static_cast<std::ptrdiff_t>(std::min(position, text_.size()));
+    }
+
+    std::string_view text_;
+    std::vector<std::set<std::string>> keys_; // of each object or array that is open
 };
 
 } // namespace
 
 Json parseJson(std::string_view text) {
-    ParseWatch watch;
-    try {
-        return Json::parse(text, [&](int depth, Json::parse_event_t event, Json& parsed) {
-            return watch(depth, event, parsed);
-        });
-    } catch (const Json::exception& error) {
-        throw PlatformError(fmt::format("The JSON could not be read: {}.", parserText(error)));
-    }
+    StrictWatch watch(text);
+    Json::sax_parse(text, &watch);
+    return Json::parse(text);
 }
 
 void JsonReader::refuse(std::string_view expectation) const {

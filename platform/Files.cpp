@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t writeBlock = std::size_t{1} << 30U;
 
 [[noreturn]] void fail(std::string_view what, const std::string& path, int reason) {
-    throw PlatformError(fmt::format("“{}” could not be {}: {}.", fileName(path), what,
+    throw PlatformError(fmt::format("“{}” could not be {}: {}.", path, what,
                                     std::generic_category().message(reason)));
 }
 
@@ -82,6 +82,7 @@ int fill(FileCalls& calls, OpenFile& file, std::string_view bytes) {
         const auto written =
             uninterrupted([&] { return calls.write(file.descriptor(), bytes.data(), count); });
         if (written < 0) return errno;
+        if (written == 0) return EIO; // or it would go on forever
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     if (uninterrupted([&] { return calls.sync(file.descriptor()); }) != 0) return errno;
@@ -92,7 +93,7 @@ int fill(FileCalls& calls, OpenFile& file, std::string_view bytes) {
 
 /// Gives `temporary` its final name if nothing has it. Gives 0 or the error number.
 int placeAtNewName(FileCalls& calls, TemporaryFile& temporary, const std::string& path) {
-    if (calls.renameToNew(temporary.path(), path) == 0) {
+    if (uninterrupted([&] { return calls.renameToNew(temporary.path(), path); }) == 0) {
         temporary.keep();
         return 0;
     }
@@ -100,11 +101,11 @@ int placeAtNewName(FileCalls& calls, TemporaryFile& temporary, const std::string
 
     // A file system without that call: reserve the name with an empty file of our own, which the
     // rename then replaces.
-    const int reserved = calls.createNew(path);
+    const int reserved = uninterrupted([&] { return calls.createNew(path); });
     if (reserved < 0) return errno;
     TemporaryFile placeholder(calls, path);
     calls.close(reserved);
-    if (calls.rename(temporary.path(), path) != 0) return errno;
+    if (uninterrupted([&] { return calls.rename(temporary.path(), path); }) != 0) return errno;
     placeholder.keep();
     temporary.keep();
     return 0;
@@ -131,6 +132,9 @@ FileSource::FileSource(FileCalls& calls, std::string path)
       file_(uninterrupted([&] { return calls_.openForReading(path_); })) {
     if (file_ < 0) fail("opened", path_, errno);
 }
+
+FileSource::FileSource(FileCalls& calls, int descriptor, std::string name)
+    : calls_(calls), path_(std::move(name)), file_(descriptor) {}
 
 FileSource::~FileSource() {
     calls_.close(file_);
@@ -173,9 +177,12 @@ std::string fileName(const std::string& path) {
 }
 
 std::string parentFolder(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
+    // Slashes at the end belong to the name, several in front of it count as one.
+    const std::size_t nameEnd = path.find_last_not_of('/');
+    const std::size_t slash = nameEnd == std::string::npos ? nameEnd : path.rfind('/', nameEnd);
+    if (slash == std::string::npos) return path.starts_with('/') ? "/" : ".";
+    const std::size_t end = path.find_last_not_of('/', slash);
+    return end == std::string::npos ? "/" : path.substr(0, end + 1);
 }
 
 std::string pathInFolder(const std::string& folder, std::string_view name) {

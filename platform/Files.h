@@ -16,6 +16,8 @@ class FileSource final : public ByteSource {
   public:
     /// `calls` must outlive the source.
     FileSource(FileCalls& calls, std::string path);
+    /// Takes over an open descriptor; `name` stands for it in messages.
+    FileSource(FileCalls& calls, int descriptor, std::string name);
     FileSource(const FileSource&) = delete;
     FileSource& operator=(const FileSource&) = delete;
     ~FileSource() override;

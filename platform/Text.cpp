@@ -56,6 +56,13 @@ bool isUTF8(std::string_view text) {
     return true;
 }
 
+std::string toUTF8(std::string_view bytes, const char* encoding) {
+    std::string result;
+    icu::UnicodeString(bytes.data(), static_cast<std::int32_t>(bytes.size()), encoding)
+        .toUTF8String(result);
+    return result;
+}
+
 std::string normalizedNFC(std::string_view text) {
     if (isASCII(text)) return std::string(text);
     UErrorCode status = U_ZERO_ERROR;

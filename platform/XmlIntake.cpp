@@ -1,6 +1,7 @@
 #include "platform/XmlIntake.h"
 
 #include "platform/PlatformError.h"
+#include "platform/Text.h"
 
 #include <expat.h>
 #include <fmt/format.h>
@@ -8,8 +9,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <exception>
 #include <functional>
+#include <map>
 #include <new>
 #include <set>
 #include <string>
@@ -25,26 +28,28 @@ constexpr int blockSize = 1 << 18;
 // the document's own size. Exports hold none at all.
 constexpr float maximumAmplification = 4;
 constexpr unsigned long long amplificationThreshold = 1U << 20U;
+// ICU's names.
+constexpr const char* utf16BE = "UTF-16BE";
+constexpr const char* utf16LE = "UTF-16LE";
+constexpr const char* latin1 = "ISO-8859-1";
+
+constexpr std::size_t attributeOverhead = 32;
 
 bool isWhiteSpace(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-constexpr const char* outsideReference =
-    "The XML refers to “&{};”, which only another document could explain. Export XML again from "
-    "Final Cut.";
-
-/// The names in the general entity references of a piece of markup.
+/// The names in the general entity references of markup in UTF-8.
 ///     given  "<a b='&x; &#38;' c='&y;'>"     gives  "x", "y"
-std::vector<std::string> referencedEntities(std::string_view markup) {
-    std::vector<std::string> names;
+std::vector<std::string_view> referencedEntities(std::string_view markup) {
+    std::vector<std::string_view> names;
     std::size_t at = markup.find('&');
     while (at != std::string_view::npos) {
-        const std::size_t end = markup.find(';', at);
+        const std::size_t end = markup.find_first_of(";&'\"<> \t\r\n", at + 1);
         if (end == std::string_view::npos) break;
-        const std::string_view name = markup.substr(at + 1, end - at - 1);
-        if (!name.empty() && name.front() != '#') names.emplace_back(name);
-        at = markup.find('&', at + 1);
+        if (markup[end] == ';' && markup[at + 1] != '#')
+            names.push_back(markup.substr(at + 1, end - at - 1));
+        at = markup.find('&', end);
     }
     return names;
 }
@@ -72,6 +77,7 @@ class XmlIntake {
 
     void setHandlers();
     void setEntityHandlers();
+    void findEncoding(std::string_view firstBlock);
     [[noreturn]] void failParsing();
 
     void startElement(const char* name, const char** attributes);
@@ -79,8 +85,6 @@ class XmlIntake {
     void comment(const char* text);
     void processingInstruction(const char* target, const char* data);
     void endCdata();
-    void startDoctype();
-    void endDoctype();
 
     void flushText();
     void keepPending(OpenElement& element);
@@ -88,10 +92,23 @@ class XmlIntake {
     pugi::xml_node append(pugi::xml_node_type type);
     pugi::xml_node parent() { return open_.empty() ? *document_ : open_.back().node; }
 
-    std::string_view currentMarkup() const;
-    std::string_view inASCII(std::string_view raw);
+    /// The part of the document around what the parser is reporting.
+    struct InputContext {
+        std::string_view bytes;
+        std::size_t event = 0; // where it starts in `bytes`
+        std::size_t eventLength = 0;
+    };
+
+    InputContext inputContext() const;
+    std::string currentMarkup() const;
+    std::string nextLiteral() const;
+    std::string inUTF8(std::string_view raw) const;
+    bool isUTF16() const { return encoding_ == utf16BE || encoding_ == utf16LE; }
+    void declareEntity(const char* name, std::string_view value);
+    void requireExplained(std::string_view entity);
     void refuseOutsideReferences(std::string_view markup);
-    void refuse(const std::string& sentence);
+    [[noreturn]] static void refuseOutside(std::string_view what);
+    void countDefaults(const char** attributes);
 
     /// Runs a handler's body. Nothing may be thrown through the parser, which is C: an exception is
     /// kept, ends the parse and is thrown again by `parse`.
@@ -114,15 +131,15 @@ class XmlIntake {
     std::string space_;
     std::string text_;
     bool inDoctype_ = false;
-    // The document up to its root element, which holds the document type.
-    std::string prolog_;
-    bool inProlog_ = true;
-    std::size_t doctypeStart_ = 0;
     // Declarations may stand outside of the document, so the parser no longer reports an
     // undeclared entity in an attribute: it drops it.
     bool mayMissDeclarations_ = false;
-    std::set<std::string, std::less<>> declaredEntities_{"amp", "lt", "gt", "quot", "apos"};
-    std::string converted_;
+    // The entities declared here, each with those that its value refers to.
+    std::map<std::string, std::vector<std::string>, std::less<>> entities_;
+    std::set<std::string, std::less<>> explained_{"amp", "lt", "gt", "quot", "apos"};
+    std::size_t defaultBytes_ = 0;
+    const char* encoding_ = nullptr; // of the document; null for those that UTF-8 includes
+    bool isFirstBlock_ = true;
     std::exception_ptr failure_;
 };
 
@@ -163,9 +180,16 @@ void XmlIntake::setHandlers() {
     XML_SetDoctypeDeclHandler(
         parser_.get(),
         [](void* self, const char*, const char*, const char*, int) {
-            guarded(self, [](XmlIntake& intake) { intake.startDoctype(); });
+            guarded(self, [](XmlIntake& intake) { intake.inDoctype_ = true; });
         },
-        [](void* self) { guarded(self, [](XmlIntake& intake) { intake.endDoctype(); }); });
+        [](void* self) { guarded(self, [](XmlIntake& intake) { intake.inDoctype_ = false; }); });
+    XML_SetXmlDeclHandler(parser_.get(), [](void* self, const char*, const char* encoding, int) {
+        guarded(self, [&](XmlIntake& intake) {
+            if (intake.encoding_ == nullptr && encoding != nullptr &&
+                lowercased(encoding) == "iso-8859-1")
+                intake.encoding_ = latin1;
+        });
+    });
 }
 
 void XmlIntake::setEntityHandlers() {
@@ -173,26 +197,33 @@ void XmlIntake::setEntityHandlers() {
         static_cast<XmlIntake*>(self)->mayMissDeclarations_ = true;
         return static_cast<int>(XML_STATUS_OK);
     });
-    XML_SetEntityDeclHandler(parser_.get(),
-                             [](void* self, const char* name, int isParameter, const char* value,
-                                int, const char*, const char*, const char*, const char*) {
-                                 guarded(self, [&](XmlIntake& intake) {
-                                     if (isParameter == 0 && value != nullptr)
-                                         intake.declaredEntities_.emplace(name);
-                                 });
-                             });
-    XML_SetSkippedEntityHandler(parser_.get(), [](void* self, const char* name, int isParameter) {
+    XML_SetEntityDeclHandler(parser_.get(), [](void* self, const char* name, int isParameter,
+                                               const char* value, int length, const char*,
+                                               const char*, const char*, const char*) {
         guarded(self, [&](XmlIntake& intake) {
-            if (isParameter == 0) intake.refuse(fmt::format(outsideReference, name));
+            if (isParameter == 0 && value != nullptr)
+                intake.declareEntity(name, {value, static_cast<std::size_t>(length)});
+        });
+    });
+    // A default is expanded where it is declared, with the entities that are known there.
+    XML_SetAttlistDeclHandler(parser_.get(), [](void* self, const char*, const char*, const char*,
+                                                const char* value, int) {
+        guarded(self, [&](XmlIntake& intake) {
+            if (intake.mayMissDeclarations_ && value != nullptr)
+                intake.refuseOutsideReferences(intake.nextLiteral());
+        });
+    });
+    XML_SetSkippedEntityHandler(parser_.get(), [](void* self, const char* name, int isParameter) {
+        guarded(self, [&](XmlIntake&) {
+            if (isParameter == 0) refuseOutside(fmt::format("&{};", name));
         });
     });
     // Without this handler the parser would drop a reference to an outside entity silently. It
     // refuses and reads nothing.
-    XML_SetExternalEntityRefHandler(parser_.get(), [](XML_Parser parser, const char* context,
-                                                      const char*, const char*, const char*) {
-        guarded(XML_GetUserData(parser), [&](XmlIntake& intake) {
-            intake.refuse(fmt::format(outsideReference, context == nullptr ? "" : context));
-        });
+    XML_SetExternalEntityRefHandler(parser_.get(), [](XML_Parser parser, const char*, const char*,
+                                                      const char* systemID, const char*) {
+        guarded(XML_GetUserData(parser),
+                [&](XmlIntake&) { refuseOutside(systemID == nullptr ? "" : systemID); });
         return static_cast<int>(XML_STATUS_ERROR);
     });
 }
@@ -203,13 +234,21 @@ XmlDocument XmlIntake::parse(ByteSource& source) {
         auto* const block = static_cast<char*>(XML_GetBuffer(parser_.get(), blockSize));
         if (block == nullptr) throw std::bad_alloc();
         count = source.read(block, blockSize);
-        if (inProlog_) prolog_.append(block, count);
+        if (isFirstBlock_) findEncoding({block, count});
         const XML_Status status = XML_ParseBuffer(parser_.get(), static_cast<int>(count),
                                                   count == 0 ? XML_TRUE : XML_FALSE);
         if (failure_) std::rethrow_exception(failure_);
         if (status != XML_STATUS_OK) failParsing();
     } while (count > 0);
     return std::move(document_);
+}
+
+/// UTF-16 is told by its first two bytes: a byte-order mark, or a "<" with its zero byte.
+void XmlIntake::findEncoding(std::string_view firstBlock) {
+    isFirstBlock_ = false;
+    const std::string_view head = firstBlock.substr(0, 2);
+    if (head == "\xFE\xFF" || head.starts_with('\0')) encoding_ = utf16BE;
+    if (head == "\xFF\xFE" || head.ends_with('\0')) encoding_ = utf16LE;
 }
 
 void XmlIntake::failParsing() {
@@ -220,10 +259,6 @@ void XmlIntake::failParsing() {
                                     XML_GetCurrentColumnNumber(parser) + 1));
 }
 
-void XmlIntake::refuse(const std::string& sentence) {
-    throw PlatformError(sentence);
-}
-
 pugi::xml_node XmlIntake::append(pugi::xml_node_type type) {
     const pugi::xml_node node = parent().append_child(type);
     if (!node) throw std::bad_alloc();
@@ -232,12 +267,11 @@ pugi::xml_node XmlIntake::append(pugi::xml_node_type type) {
 
 void XmlIntake::startElement(const char* name, const char** attributes) {
     flushText();
-    inProlog_ = false;
     if (open_.size() >= maximumXmlDepth)
-        refuse(fmt::format("The XML is nested more than {} levels deep.", maximumXmlDepth));
-    if (mayMissDeclarations_ && attributes[0] != nullptr) {
-        refuseOutsideReferences(inASCII(currentMarkup()));
-    }
+        throw PlatformError(
+            fmt::format("The XML is nested more than {} levels deep.", maximumXmlDepth));
+    if (mayMissDeclarations_ && attributes[0] != nullptr) refuseOutsideReferences(currentMarkup());
+    countDefaults(attributes);
 
     pugi::xml_node node = append(pugi::node_element);
     node.set_name(name);
@@ -314,51 +348,85 @@ void XmlIntake::processingInstruction(const char* target, const char* data) {
     node.set_value(data);
 }
 
-void XmlIntake::startDoctype() {
-    inDoctype_ = true;
-    doctypeStart_ = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
+/// What the parser is reporting, as it stands in the document but in UTF-8.
+std::string XmlIntake::currentMarkup() const {
+    const InputContext context = inputContext();
+    return inUTF8(context.bytes.substr(context.event, context.eventLength));
 }
 
-void XmlIntake::endDoctype() {
-    inDoctype_ = false;
-    if (!mayMissDeclarations_) return;
-    // Values of entities and defaults of attributes: a reference in them is dropped like one in an
-    // attribute.
-    const auto end = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
-    refuseOutsideReferences(
-        inASCII(std::string_view(prolog_).substr(doctypeStart_, end - doctypeStart_)));
+/// The quoted text right behind what the parser is reporting: a default, when an attribute's
+/// declaration is reported.
+std::string XmlIntake::nextLiteral() const {
+    const InputContext context = inputContext();
+    const std::string_view rest = context.bytes.substr(context.event + context.eventLength);
+    const std::size_t unit = isUTF16() ? 2 : 1;
+    const auto character = [&](std::size_t at) { return rest.substr(at, unit); };
+    std::size_t end = unit;
+    while (end < rest.size() && character(end) != character(0))
+        end += unit;
+    return inUTF8(rest.substr(0, end));
 }
 
-/// What the parser is reporting, as it stands in the document.
-std::string_view XmlIntake::currentMarkup() const {
-    int offset = 0;
+XmlIntake::InputContext XmlIntake::inputContext() const {
+    int event = 0;
     int size = 0;
-    const char* const context = XML_GetInputContext(parser_.get(), &offset, &size);
-    if (context == nullptr) return {};
-    const int count = std::min(XML_GetCurrentByteCount(parser_.get()), size - offset);
-    return {context + offset, static_cast<std::size_t>(count)};
+    const char* const bytes = XML_GetInputContext(parser_.get(), &event, &size);
+    if (bytes == nullptr) return {};
+    const int length = std::min(XML_GetCurrentByteCount(parser_.get()), size - event);
+    return {{bytes, static_cast<std::size_t>(size)},
+            static_cast<std::size_t>(event),
+            static_cast<std::size_t>(length)};
 }
 
-/// Markup in an encoding that keeps ASCII, as it is; of UTF-16, its ASCII characters with a "?" for
-/// every other.
-std::string_view XmlIntake::inASCII(std::string_view raw) {
-    // UTF-16 is told by its first two bytes: a byte-order mark, or a "<" with its zero byte.
-    const std::string_view head = std::string_view(prolog_).substr(0, 2);
-    const bool isBigEndian = head == "\xFE\xFF" || head.starts_with('\0');
-    const bool isLittleEndian = head == "\xFF\xFE" || head.ends_with('\0');
-    if (!isBigEndian && !isLittleEndian) return raw;
+std::string XmlIntake::inUTF8(std::string_view raw) const {
+    return encoding_ == nullptr ? std::string(raw) : toUTF8(raw, encoding_);
+}
 
-    const std::size_t high = isBigEndian ? 0 : 1;
-    converted_.clear();
-    for (std::size_t at = 0; at + 1 < raw.size(); at += 2)
-        converted_ += raw[at + high] == '\0' ? raw[at + 1 - high] : '?';
-    return converted_;
+void XmlIntake::declareEntity(const char* name, std::string_view value) {
+    std::vector<std::string> references;
+    for (const std::string_view reference : referencedEntities(value))
+        references.emplace_back(reference);
+    entities_.try_emplace(name, std::move(references));
+}
+
+/// Refuses an entity unless it and all that its value refers to are declared here.
+void XmlIntake::requireExplained(std::string_view entity) {
+    std::vector<std::string_view> open{entity};
+    std::set<std::string_view> seen;
+    while (!open.empty()) {
+        const std::string_view name = open.back();
+        open.pop_back();
+        if (explained_.contains(name) || !seen.insert(name).second) continue;
+        const auto declared = entities_.find(name);
+        if (declared == entities_.end()) refuseOutside(fmt::format("&{};", name));
+        open.insert(open.end(), declared->second.begin(), declared->second.end());
+    }
+    // Later declarations add to what is known and change nothing.
+    explained_.insert(seen.begin(), seen.end());
 }
 
 void XmlIntake::refuseOutsideReferences(std::string_view markup) {
-    for (const std::string& name : referencedEntities(markup)) {
-        if (!declaredEntities_.contains(name)) refuse(fmt::format(outsideReference, name));
-    }
+    for (const std::string_view name : referencedEntities(markup))
+        requireExplained(name);
+}
+
+void XmlIntake::refuseOutside(std::string_view what) {
+    constexpr std::size_t shownCharacters = 80;
+    throw PlatformError(fmt::format("The XML refers to “{}”, which lies outside of it. Export XML "
+                                    "again from Final Cut.",
+                                    firstCharacters(what, shownCharacters)));
+}
+
+/// Values that declarations give to attributes are in no element's markup, and the parser does not
+/// count them as an expansion.
+void XmlIntake::countDefaults(const char** attributes) {
+    const int specified = XML_GetSpecifiedAttributeCount(parser_.get());
+    for (const char** each = attributes + specified; *each != nullptr; ++each)
+        defaultBytes_ += std::strlen(*each) + attributeOverhead;
+    const auto read = static_cast<double>(XML_GetCurrentByteIndex(parser_.get()));
+    if (defaultBytes_ > amplificationThreshold &&
+        static_cast<double>(defaultBytes_) > read * static_cast<double>(maximumAmplification))
+        throw PlatformError("The XML's document type adds far more to it than it holds itself.");
 }
 
 } // namespace

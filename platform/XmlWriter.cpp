@@ -69,11 +69,16 @@ void appendEscaped(std::string& text, std::string_view value, Escaping escaping)
     }
 }
 
-bool hasTextChild(pugi::xml_node element) {
-    const auto children = element.children();
-    return std::any_of(children.begin(), children.end(), [](pugi::xml_node child) {
-        return child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
-    });
+/// True when white space between the children means nothing: the same condition under which it was
+/// dropped.
+bool mayIndent(pugi::xml_node element) {
+    if (holdsText(element.name())) return false;
+    bool hasElements = false;
+    for (const pugi::xml_node child : element.children()) {
+        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) return false;
+        hasElements |= child.type() == pugi::node_element;
+    }
+    return hasElements;
 }
 
 } // namespace
@@ -85,7 +90,7 @@ void XmlWriter::begin(std::string_view name) {
 }
 
 void XmlWriter::beginLike(pugi::xml_node element) {
-    open(element.name(), !holdsText(element.name()) && !hasTextChild(element));
+    open(element.name(), mayIndent(element));
 }
 
 void XmlWriter::open(std::string_view name, bool isIndented) {
