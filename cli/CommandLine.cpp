@@ -63,7 +63,7 @@ Examples:
   shotweaver generate "Sunday.fcpxml" --main-camera Wide --main-share 60 --output out
   shotweaver generate "Sunday.fcpxml" --frequency Pulpit=8 --return-time Band=120
   shotweaver generate "Sunday.fcpxml" --opening Wide=20 --closing Wide=15
-  shotweaver generate "Sunday.fcpxml" --section "Pulpit,01:05:30;00,01:07:00;00,Prayer"
+  shotweaver generate "Sunday.fcpxml" --section "Pulpit,01:05:30;00,01:07:10;00,Prayer"
   shotweaver generate "Sunday.fcpxml" --seed 7 --json > edit.json)";
 
 constexpr const char* exportFooter =

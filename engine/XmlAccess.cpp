@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <utility>
 
 namespace shotweaver {
@@ -16,7 +17,7 @@ std::string_view attributeOr(pugi::xml_node element, const char* name, std::stri
 }
 
 ClipAttributes::ClipAttributes(pugi::xml_node clip) {
-    using Field = std::pair<std::string_view, Text ClipAttributes::*>;
+    using Field = std::pair<const char*, Text ClipAttributes::*>;
     static constexpr std::array<Field, 9> fields{
         {{"ref", &ClipAttributes::ref},
          {"offset", &ClipAttributes::offset},
@@ -28,9 +29,10 @@ ClipAttributes::ClipAttributes(pugi::xml_node clip) {
          {"audioStart", &ClipAttributes::audioStart},
          {"audioDuration", &ClipAttributes::audioDuration}}};
     for (pugi::xml_attribute each = clip.first_attribute(); each; each = each.next_attribute()) {
-        const std::string_view key = each.name();
-        const auto field = std::find_if(fields.begin(), fields.end(),
-                                        [&](const Field& one) { return one.first == key; });
+        const char* const key = each.name();
+        const auto field = std::find_if(fields.begin(), fields.end(), [&](const Field& one) {
+            return *one.first == *key && std::strcmp(one.first, key) == 0;
+        });
         if (field != fields.end()) this->*field->second = each.value();
     }
 }

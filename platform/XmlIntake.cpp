@@ -35,8 +35,9 @@ constexpr const char* latin1 = "ISO-8859-1";
 
 constexpr std::size_t attributeOverhead = 32;
 
-bool isWhiteSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+bool isWhiteSpace(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
 }
 
 /// The names in the general entity references of markup in UTF-8.
@@ -315,7 +316,7 @@ void XmlIntake::flushText() {
     if (text_.empty()) return;
     if (!open_.empty()) {
         OpenElement& element = open_.back();
-        const bool isSpace = std::all_of(text_.begin(), text_.end(), isWhiteSpace);
+        const bool isSpace = isWhiteSpace(text_);
         if (isSpace && !element.keepsSpace) {
             pending_.push_back({element.node.last_child(), space_.size()});
             space_ += text_;
