@@ -274,11 +274,12 @@ std::vector<std::string> CutEngine::exportObstacles() const {
     if (!attribute(document->document_element(), "version")) obstacles.emplace_back(missingVersion);
     for (const pugi::xml_node child : elements(original)) {
         try {
-            // Of the sources, an export reads only the one that is heard.
+            // Of the sources, an export reads only those of the angle that is heard.
+            const bool isHeard = isElement(child, "mc-source") && audioSource &&
+                                 attribute(child, "angleID") == audioID;
             std::vector<pugi::xml_node> fades;
             if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);
-            if (isElement(child, "audio-role-source") || child == audioSource)
-                addAudioFades(fades, child);
+            if (isElement(child, "audio-role-source") || isHeard) addAudioFades(fades, child);
             for (const pugi::xml_node fade : fades)
                 parseSeconds(attribute(fade, "duration"));
             if (isOneOf(storyElements, child)) storyOffset(child);

@@ -111,6 +111,7 @@ CutEngine::CutEngine(ProjectImport import)
     checkFormats(import);
     readCoverage(import);
     document = std::move(import.document);
+    documentSize = import.documentSize;
 }
 
 void CutEngine::readTiming(const ProjectImport& import) {

@@ -40,7 +40,8 @@ class CutEngine {
     /// The same from a document that the import has accepted already.
     explicit CutEngine(ProjectImport import);
 
-    XmlDocument document; // the elements below are nodes of it; nothing changes it
+    XmlDocument document;         // the elements below are nodes of it; nothing changes it
+    std::size_t documentSize = 0; // of its text as read, bytes
     pugi::xml_node project;
     pugi::xml_node sequence;
     pugi::xml_node original;           // the multicam clip

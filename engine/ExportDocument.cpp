@@ -18,6 +18,9 @@ namespace {
     throw FinalCutImportError::invalid(sentence);
 }
 
+// Bytes by which an export is expected to outgrow the import, which is nearly all of it.
+constexpr std::size_t spareSize = std::size_t{1} << 20U;
+
 // A fade may exceed its shot by this much, in seconds, for the sake of rounding.
 constexpr double fadeTolerance = 0.00000001;
 
@@ -64,7 +67,7 @@ std::vector<pugi::xml_node> audioFades(pugi::xml_node clip, std::string_view aud
 class ExportWriter {
   public:
     ExportWriter(const CutEngine& engine, ClipContents& contents)
-        : engine_(engine), contents_(contents) {}
+        : engine_(engine), contents_(contents), writer_(engine.documentSize + spareSize) {}
 
     std::string write(std::size_t cutCount);
 
@@ -81,10 +84,9 @@ class ExportWriter {
 
 std::string ExportWriter::write(std::size_t cutCount) {
     const pugi::xml_node root = engine_.document->document_element();
-    const auto version = attribute(root, "version");
-    if (!version) refuse(missingVersion);
+    if (!root.attribute("version")) refuse(missingVersion);
     writer_.begin("fcpxml");
-    writer_.attribute("version", *version);
+    writer_.attribute("version", root.attribute("version").value());
     writer_.node(firstElement(root, "resources"));
     writeProject(cutCount);
     writer_.end();
@@ -99,7 +101,7 @@ void ExportWriter::writeProject(std::size_t cutCount) {
         // The new project is not the imported one, so it takes neither its identity nor its date.
         if (key != "uid" && key != "modDate" && key != "name") writer_.attribute(key, each.value());
     }
-    if (name) writer_.attribute("name", std::string(*name) + " Shotweaver");
+    if (name) writer_.attribute("name", (std::string(*name) + " Shotweaver").c_str());
     for (const pugi::xml_node child : engine_.project.children()) {
         if (child == engine_.sequence)
             writeSequence(cutCount);

@@ -29,8 +29,8 @@ ExportedFiles firstFreeNames(FileCalls& calls, const std::string& folder,
     const std::string base = baseName(projectName);
     for (int number = 1; number <= maximumNumber; ++number) {
         const std::string stem = number == 1 ? base : fmt::format("{} {}", base, number);
-        const ExportedFiles files{pathInFolder(folder, stem + ".fcpxml"),
-                                  pathInFolder(folder, stem + ".settings.txt")};
+        ExportedFiles files{pathInFolder(folder, stem + ".fcpxml"),
+                            pathInFolder(folder, stem + ".settings.txt")};
         if (!fileExists(calls, files.xml) && !fileExists(calls, files.record)) return files;
     }
     throw FinalCutImportError::invalid(

@@ -18,6 +18,23 @@ namespace {
     throw FinalCutImportError::invalid(sentence);
 }
 
+/// Passes bytes on and counts them.
+class CountingSource final : public ByteSource {
+  public:
+    explicit CountingSource(ByteSource& source) : source_(source) {}
+
+    std::size_t read(char* into, std::size_t count) override {
+        const std::size_t bytes = source_.read(into, count);
+        count_ += bytes;
+        return bytes;
+    }
+    std::size_t count() const { return count_; }
+
+  private:
+    ByteSource& source_;
+    std::size_t count_ = 0;
+};
+
 pugi::xml_node findProject(pugi::xml_node root) {
     std::vector<pugi::xml_node> projects;
     const auto addProjects = [&](pugi::xml_node parent) {
@@ -108,7 +125,9 @@ ImportedProject summarize(const ProjectImport& import) {
 
 ProjectImport readProject(ByteSource& source) {
     ProjectImport import;
-    import.document = parseXml(source);
+    CountingSource counted(source);
+    import.document = parseXml(counted);
+    import.documentSize = counted.count();
     locate(import);
     import.summary = summarize(import);
     return import;

@@ -6,6 +6,7 @@
 
 #include <pugixml.hpp>
 
+#include <cstddef>
 #include <string_view>
 
 namespace shotweaver {
@@ -14,6 +15,7 @@ namespace shotweaver {
 /// clip and nothing else. The handles are nodes of `document`.
 struct ProjectImport {
     XmlDocument document;
+    std::size_t documentSize = 0; // bytes read
     pugi::xml_node root;
     pugi::xml_node project;
     pugi::xml_node sequence;

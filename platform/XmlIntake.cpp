@@ -432,10 +432,12 @@ void XmlIntake::countDefaults(const char** attributes) {
 
 } // namespace
 
-bool holdsText(std::string_view elementName) {
-    static constexpr std::array<std::string_view, 7> names{
-        "text", "text-style", "note", "data", "bookmark", "string", "reserved"};
-    return std::find(names.begin(), names.end(), elementName) != names.end();
+bool holdsText(const char* elementName) {
+    static constexpr std::array<const char*, 7> names{"text",     "text-style", "note",    "data",
+                                                      "bookmark", "string",     "reserved"};
+    return std::any_of(names.begin(), names.end(), [&](const char* name) {
+        return *name == *elementName && std::strcmp(name, elementName) == 0;
+    });
 }
 
 XmlDocument parseXml(ByteSource& source) {

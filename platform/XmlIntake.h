@@ -31,6 +31,6 @@ XmlDocument parseXml(std::string_view bytes);
 
 /// True for the element names whose white space is always content: FCPXML's elements with character
 /// data ("text", "text-style", "note", "data", "bookmark", "string", "reserved").
-bool holdsText(std::string_view elementName);
+bool holdsText(const char* elementName);
 
 } // namespace shotweaver

@@ -2,10 +2,9 @@
 
 #include "platform/XmlIntake.h"
 
-#include <algorithm>
-#include <array>
 #include <cassert>
 #include <cstddef>
+#include <cstring>
 
 namespace shotweaver {
 
@@ -39,33 +38,19 @@ std::string_view escape(char c, Escaping escaping) {
     }
 }
 
-/// The few characters that `escape` has anything to say about, as a table: most of a document
-/// passes through here.
-constexpr std::array<bool, 256> escapeTable = [] {
-    std::array<bool, 256> table{};
-    for (const unsigned char c : {'&', '<', '>', '"', '\r', '\n', '\t'})
-        table[c] = true;
-    return table;
-}();
-
-bool mayNeedEscape(char c) {
-    return escapeTable[static_cast<unsigned char>(c)];
-}
-
-void appendEscaped(std::string& text, std::string_view value, Escaping escaping) {
-    std::size_t start = 0;
+void appendEscaped(std::string& text, const char* value, Escaping escaping) {
     while (true) {
-        const auto from = value.begin() + static_cast<std::ptrdiff_t>(start);
-        const auto found = std::find_if(from, value.end(), mayNeedEscape);
-        const auto at = static_cast<std::size_t>(found - value.begin());
-        text.append(value, start, at - start);
-        if (at == value.size()) return;
-        const std::string_view replacement = escape(value[at], escaping);
+        // All that `escape` has anything to say about.
+        const std::size_t plain = std::strcspn(value, "&<>\"\r\n\t");
+        text.append(value, plain);
+        value += plain;
+        if (*value == '\0') return;
+        const std::string_view replacement = escape(*value, escaping);
         if (replacement.empty())
-            text += value[at];
+            text += *value;
         else
             text += replacement;
-        start = at + 1;
+        ++value;
     }
 }
 
@@ -83,7 +68,10 @@ bool mayIndent(pugi::xml_node element) {
 
 } // namespace
 
-XmlWriter::XmlWriter() : text_("<?xml version=\"1.0\" encoding=\"UTF-8\"?>") {}
+XmlWriter::XmlWriter(std::size_t expectedSize) {
+    text_.reserve(expectedSize);
+    text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+}
 
 void XmlWriter::begin(std::string_view name) {
     open(name, true);
@@ -101,7 +89,7 @@ void XmlWriter::open(std::string_view name, bool isIndented) {
     open_.push_back({name, isIndented && !insideText});
 }
 
-void XmlWriter::attribute(std::string_view name, std::string_view value) {
+void XmlWriter::attribute(std::string_view name, const char* value) {
     assert(!open_.empty() && !open_.back().hasContent);
     text_ += ' ';
     text_ += name;

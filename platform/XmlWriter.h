@@ -2,6 +2,7 @@
 
 #include <pugixml.hpp>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,13 +14,14 @@ namespace shotweaver {
 /// inside an element that has text or that holds text by its name, everything stands as it is.
 class XmlWriter {
   public:
-    /// Starts with the XML declaration (version 1.0, UTF-8).
-    XmlWriter();
+    /// Starts with the XML declaration (version 1.0, UTF-8). `expectedSize`, in bytes, only spares
+    /// the text from moving while it grows.
+    explicit XmlWriter(std::size_t expectedSize = 0);
 
     /// Opens an element; `attribute` calls may follow until something is put into it. The name is
     /// not copied: it must stay valid until the element is closed.
     void begin(std::string_view name);
-    void attribute(std::string_view name, std::string_view value);
+    void attribute(std::string_view name, const char* value);
     /// Closes the element opened last.
     void end();
 
