@@ -78,7 +78,7 @@ class XmlIntake {
 
     void setHandlers();
     void setEntityHandlers();
-    void findEncoding(std::string_view firstBlock);
+    void findEncoding(std::string_view block);
     [[noreturn]] void failParsing();
 
     void startElement(const char* name, const char** attributes);
@@ -140,7 +140,7 @@ class XmlIntake {
     std::set<std::string, std::less<>> explained_{"amp", "lt", "gt", "quot", "apos"};
     std::size_t defaultBytes_ = 0;
     const char* encoding_ = nullptr; // of the document; null for those that UTF-8 includes
-    bool isFirstBlock_ = true;
+    std::string head_;               // the first two bytes
     std::exception_ptr failure_;
 };
 
@@ -235,7 +235,7 @@ XmlDocument XmlIntake::parse(ByteSource& source) {
         auto* const block = static_cast<char*>(XML_GetBuffer(parser_.get(), blockSize));
         if (block == nullptr) throw std::bad_alloc();
         count = source.read(block, blockSize);
-        if (isFirstBlock_) findEncoding({block, count});
+        findEncoding({block, count});
         const XML_Status status = XML_ParseBuffer(parser_.get(), static_cast<int>(count),
                                                   count == 0 ? XML_TRUE : XML_FALSE);
         if (failure_) std::rethrow_exception(failure_);
@@ -245,11 +245,13 @@ XmlDocument XmlIntake::parse(ByteSource& source) {
 }
 
 /// UTF-16 is told by its first two bytes: a byte-order mark, or a "<" with its zero byte.
-void XmlIntake::findEncoding(std::string_view firstBlock) {
-    isFirstBlock_ = false;
-    const std::string_view head = firstBlock.substr(0, 2);
-    if (head == "\xFE\xFF" || head.starts_with('\0')) encoding_ = utf16BE;
-    if (head == "\xFF\xFE" || head.ends_with('\0')) encoding_ = utf16LE;
+void XmlIntake::findEncoding(std::string_view block) {
+    constexpr std::size_t headSize = 2;
+    if (head_.size() == headSize) return;
+    head_ += block.substr(0, headSize - head_.size());
+    if (head_.size() < headSize) return;
+    if (head_ == "\xFE\xFF" || head_.starts_with('\0')) encoding_ = utf16BE;
+    if (head_ == "\xFF\xFE" || head_.ends_with('\0')) encoding_ = utf16LE;
 }
 
 void XmlIntake::failParsing() {

@@ -10,12 +10,8 @@ namespace shotweaver {
 
 namespace {
 
-constexpr std::size_t indentWidth = 4;
-
-enum class Escaping { attribute, text };
-
 /// What stands for a character, or nothing when it stands for itself.
-std::string_view escape(char c, Escaping escaping) {
+std::string_view escape(char c, bool isInAttribute) {
     switch (c) {
     case '&':
         return "&amp;";
@@ -28,29 +24,13 @@ std::string_view escape(char c, Escaping escaping) {
     case '\r':
         return "&#13;";
     case '"':
-        return escaping == Escaping::attribute ? "&quot;" : "";
+        return isInAttribute ? "&quot;" : "";
     case '\t':
-        return escaping == Escaping::attribute ? "&#9;" : "";
+        return isInAttribute ? "&#9;" : "";
     case '\n':
-        return escaping == Escaping::attribute ? "&#10;" : "";
+        return isInAttribute ? "&#10;" : "";
     default:
         return "";
-    }
-}
-
-void appendEscaped(std::string& text, const char* value, Escaping escaping) {
-    while (true) {
-        // All that `escape` has anything to say about.
-        const std::size_t plain = std::strcspn(value, "&<>\"\r\n\t");
-        text.append(value, plain);
-        value += plain;
-        if (*value == '\0') return;
-        const std::string_view replacement = escape(*value, escaping);
-        if (replacement.empty())
-            text += *value;
-        else
-            text += replacement;
-        ++value;
     }
 }
 
@@ -59,9 +39,10 @@ void appendEscaped(std::string& text, const char* value, Escaping escaping) {
 bool mayIndent(pugi::xml_node element) {
     if (holdsText(element.name())) return false;
     bool hasElements = false;
-    for (const pugi::xml_node child : element.children()) {
-        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) return false;
-        hasElements |= child.type() == pugi::node_element;
+    for (auto child = element.first_child(); child; child = child.next_sibling()) {
+        const pugi::xml_node_type type = child.type();
+        if (type == pugi::node_pcdata || type == pugi::node_cdata) return false;
+        hasElements |= type == pugi::node_element;
     }
     return hasElements;
 }
@@ -70,7 +51,7 @@ bool mayIndent(pugi::xml_node element) {
 
 XmlWriter::XmlWriter(std::size_t expectedSize) {
     text_.reserve(expectedSize);
-    text_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+    put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
 }
 
 void XmlWriter::begin(std::string_view name) {
@@ -84,18 +65,18 @@ void XmlWriter::beginLike(pugi::xml_node element) {
 void XmlWriter::open(std::string_view name, bool isIndented) {
     const bool insideText = !open_.empty() && !open_.back().isIndented;
     startContent();
-    text_ += '<';
-    text_ += name;
+    put('<');
+    put(name);
     open_.push_back({name, isIndented && !insideText});
 }
 
 void XmlWriter::attribute(std::string_view name, const char* value) {
     assert(!open_.empty() && !open_.back().hasContent);
-    text_ += ' ';
-    text_ += name;
-    text_ += "=\"";
-    appendEscaped(text_, value, Escaping::attribute);
-    text_ += '"';
+    put(' ');
+    put(name);
+    put("=\"");
+    putEscaped(value, Escaping::attribute);
+    put('"');
 }
 
 void XmlWriter::end() {
@@ -103,18 +84,18 @@ void XmlWriter::end() {
     const Open element = open_.back();
     open_.pop_back();
     if (!element.hasContent) {
-        text_ += "/>";
+        put("/>");
         return;
     }
     if (element.isIndented) newLine(open_.size());
-    text_ += "</";
-    text_ += element.name;
-    text_ += '>';
+    put("</");
+    put(element.name);
+    put('>');
 }
 
 void XmlWriter::closeStartTag() {
     if (open_.empty() || open_.back().hasContent) return;
-    text_ += '>';
+    put('>');
     open_.back().hasContent = true;
 }
 
@@ -124,8 +105,9 @@ void XmlWriter::startContent() {
 }
 
 void XmlWriter::newLine(std::size_t depth) {
-    text_ += '\n';
-    text_.append(depth * indentWidth, ' ');
+    put('\n');
+    for (std::size_t i = 0; i < depth; ++i)
+        put("    ");
 }
 
 void XmlWriter::node(pugi::xml_node node) {
@@ -134,9 +116,9 @@ void XmlWriter::node(pugi::xml_node node) {
         return;
     }
     beginLike(node);
-    for (const pugi::xml_attribute each : node.attributes())
+    for (auto each = node.first_attribute(); each; each = each.next_attribute())
         attribute(each.name(), each.value());
-    for (const pugi::xml_node child : node.children())
+    for (auto child = node.first_child(); child; child = child.next_sibling())
         this->node(child);
     end();
 }
@@ -145,18 +127,24 @@ void XmlWriter::leaf(pugi::xml_node node) {
     startContent();
     switch (node.type()) {
     case pugi::node_pcdata:
-        appendEscaped(text_, node.value(), Escaping::text);
+        putEscaped(node.value(), Escaping::text);
         break;
     case pugi::node_cdata:
-        text_.append("<![CDATA[").append(node.value()).append("]]>");
+        put("<![CDATA[");
+        put(node.value());
+        put("]]>");
         break;
     case pugi::node_comment:
-        text_.append("<!--").append(node.value()).append("-->");
+        put("<!--");
+        put(node.value());
+        put("-->");
         break;
     case pugi::node_pi:
-        text_.append("<?").append(node.name());
-        if (*node.value() != '\0') text_.append(" ").append(node.value());
-        text_ += "?>";
+        put("<?");
+        put(node.name());
+        if (*node.value() != '\0') put(' ');
+        put(node.value());
+        put("?>");
         break;
     default:
         assert(false && "a parsed document holds no other kind of node");
@@ -165,8 +153,40 @@ void XmlWriter::leaf(pugi::xml_node node) {
 
 std::string XmlWriter::take() {
     assert(open_.empty());
-    text_ += '\n';
+    put('\n');
+    flush();
     return std::move(text_);
+}
+
+void XmlWriter::put(std::string_view piece) {
+    if (piece.size() > block_.size() - blockSize_) flush();
+    if (piece.size() > block_.size()) {
+        text_ += piece;
+        return;
+    }
+    std::memcpy(block_.data() + blockSize_, piece.data(), piece.size());
+    blockSize_ += piece.size();
+}
+
+void XmlWriter::putEscaped(const char* value, Escaping escaping) {
+    while (true) {
+        // All that `escape` has anything to say about.
+        const std::size_t plain = std::strcspn(value, "&<>\"\r\n\t");
+        put({value, plain});
+        value += plain;
+        if (*value == '\0') return;
+        const std::string_view replacement = escape(*value, escaping == Escaping::attribute);
+        if (replacement.empty())
+            put(*value);
+        else
+            put(replacement);
+        ++value;
+    }
+}
+
+void XmlWriter::flush() {
+    text_.append(block_.data(), blockSize_);
+    blockSize_ = 0;
 }
 
 } // namespace shotweaver

@@ -2,6 +2,7 @@
 
 #include <pugixml.hpp>
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -35,6 +36,8 @@ class XmlWriter {
     std::string take();
 
   private:
+    enum class Escaping { attribute, text };
+
     struct Open {
         std::string_view name;
         bool isIndented;
@@ -47,6 +50,14 @@ class XmlWriter {
     void newLine(std::size_t depth);
     void leaf(pugi::xml_node node);
 
+    void put(std::string_view piece);
+    void put(char c) { put(std::string_view(&c, 1)); }
+    void putEscaped(const char* value, Escaping escaping);
+    void flush();
+
+    // A document is made of tiny pieces; they are gathered here before they join the text.
+    std::array<char, std::size_t{1} << 14U> block_{};
+    std::size_t blockSize_ = 0;
     std::string text_;
     std::vector<Open> open_;
 };

@@ -1,110 +1,248 @@
-#include "tests/cli/CommandRun.h"
+#include "cli/CommandLine.h"
+
+#include "editor/ProjectDefaults.h"
+#include "persistence/RecordJson.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace shotweaver::test {
 namespace {
 
-TEST(CommandLine, helpExplainsTheProgramAndEveryVerb) {
-    const struct {
-        std::vector<std::string> arguments;
-        std::vector<std::string> texts;
-    } rows[] = {
-        {{}, {"inspect", "generate", "export", "--version", "exit status 2"}},
-        {{"inspect"}, {"PROJECT", "--json", "\nExamples:\n  shotweaver inspect "}},
-        {{"generate"},
-         {"PROJECT", "--main-camera A", "--other-cameras A,B,..", "--audio A",
-          "--main-share PERCENT", "--main-range MIN-MAX", "--other-range MIN-MAX", "--double-main",
-          "--frequency A=W", "--return-time A=SECONDS", "--opening A=SECONDS",
-          "--closing A=SECONDS", "--section A,START,END[,NAME]", "--settings FILE", "--seed N",
-          "--json", "--output DIR", "\nExamples:\n  shotweaver generate "}},
-        {{"export"}, {"PROJECT", "REVISION", "--output DIR", "\nExamples:\n  shotweaver "}},
-    };
-    for (const auto& row : rows) {
-        for (const char* flag : {"--help", "-h"}) {
-            std::vector<std::string> arguments = row.arguments;
-            arguments.emplace_back(flag);
-            const Outcome help = run(arguments);
-            EXPECT_EQ(help.status, 0);
-            EXPECT_EQ(help.err, "");
-            for (const std::string& text : row.texts)
-                EXPECT_NE(help.out.find(text), std::string::npos) << text << " in\n" << help.out;
-            for (const char* notOffered : {"--open ", "--preset", "presets"})
-                EXPECT_EQ(help.out.find(notOffered), std::string::npos) << notOffered;
-        }
-    }
+using Arguments = std::vector<std::string>;
+
+/// Exit status, standard output and standard error.
+using Outcome = std::tuple<int, std::string, std::string>;
+
+/// Runs a command; on a full disk the standard output takes nothing.
+Outcome run(const Arguments& arguments, const std::string& input = {}, bool isDiskFull = false) {
+    class Full : public std::streambuf {
+    } full;
+    std::stringbuf text(std::ios::out);
+    MemorySource in(input);
+    std::ostream out(isDiskFull ? static_cast<std::streambuf*>(&full) : &text);
+    std::ostringstream err;
+    const int status = runCommandLine(arguments, {in, out, err});
+    return {status, text.str(), err.str()};
 }
 
-TEST(CommandLine, theVersionIsOneLine) {
-    const Outcome version = run({"--version"});
-    EXPECT_EQ(version.status, 0);
-    EXPECT_EQ(version.err, "");
-    EXPECT_EQ(version.out.find("shotweaver "), 0U);
-    EXPECT_EQ(version.out.find('\n'), version.out.size() - 1);
+Outcome failure(const std::string& message) {
+    return {1, "", "shotweaver: " + message + "\n"};
+}
+
+Outcome wrongUsage(const std::string& line, const std::string& verb = " generate",
+                   const std::string& usage = " PROJECT [OPTIONS]") {
+    return {2, "",
+            "shotweaver: " + line + "\nUsage: shotweaver" + verb + usage + "\n\"shotweaver" + verb +
+                " --help\" explains more.\n"};
+}
+
+std::string paths(const std::string& stem) {
+    return stem + ".fcpxml\n" + stem + ".settings.txt\n";
+}
+
+/// 80 seconds from 01:00:00:00 on; identifiers and names that look like something else.
+std::string projectXml() {
+    ProjectBuilder project;
+    project.length = 2000;
+    project.timelineStart = 90000;
+    project.angles = {{"+a/=", "Wide,&#9;l=1", {{0, 2000}}},
+                      {"/b", "Église", {{0, 2000}}, true, false},
+                      {"-c", "日本", {{0, 2000}}},
+                      {"Église", " 日本 ", {{200, 600}, {1000, 1000}}},
+                      {"gap", "Recorder", {{0, 1980}}, false}};
+    project.clipContent = R"(<mc-source angleID="-c" srcEnable="all"/>)"
+                          R"(<marker start="1/50s" duration="1/25s" value="Amen&#10;!"/>)";
+    return project.xml();
+}
+
+Outcome generate(Arguments flags) {
+    flags.insert(flags.begin(), {"generate", "-", "--json"});
+    return run(flags, projectXml());
+}
+
+EditRevision revisionAfter(const Arguments& flags) {
+    const auto [status, out, err] = generate(flags);
+    EXPECT_EQ(err, "");
+    return readRevision(JsonReader(parseJson(out)));
+}
+
+/// The settings after an import with those of `text` in their place.
+EditSettings settingsWith(const std::string& text) {
+    return readSettingsOver(
+        JsonReader(parseJson(text)),
+        importedSettings(inspectProject(projectXml()), CutEngine(projectXml()), {}));
 }
 
 TEST(CommandLine, wrongUsageIsNamedAndFollowedByTheUsage) {
-    const std::string program = "Usage: shotweaver VERB PROJECT [OPTIONS]\n"
-                                "\"shotweaver --help\" explains more.\n";
-    const std::string generate = wrongUsage("generate", "").err.substr(13);
-    const std::string exportUsage = "Usage: shotweaver export PROJECT REVISION --output DIR\n"
-                                    "\"shotweaver export --help\" explains more.\n";
-    const struct {
-        std::vector<std::string> arguments;
-        const char* named; // in the first line
-        std::string usage;
-    } rows[] = {
-        {{}, "required", program},
-        {{"bogus"}, "bogus", program},
-        {{"presets"}, "presets", program},
-        {{"Inspect", "a.fcpxml"}, "Inspect", program},
-        {{"--bogus"}, "--bogus", program},
-        {{"inspect"}, "PROJECT", wrongUsage("inspect", "").err.substr(13)},
-        {{"inspect", "a.fcpxml", "more"}, "more", wrongUsage("inspect", "").err.substr(13)},
-        {{"inspect", "a.fcpxml", "--json=x"}, "--json", wrongUsage("inspect", "").err.substr(13)},
-        {{"inspect", "a.fcpxml", "--seed", "1"},
-         "--seed",
-         wrongUsage("inspect", "").err.substr(13)},
-        {{"generate", "a.fcpxml", "--open"}, "--open", generate},
-        {{"generate", "a.fcpxml", "--preset", "Sunday"}, "--preset", generate},
-        {{"generate", "a.fcpxml", "--seed"}, "--seed", generate},
-        {{"generate", "a.fcpxml", "--seed", "1", "--seed", "2"}, "--seed", generate},
-        {{"generate", "a.fcpxml", "--frequency", "A=1", "B=2"}, "B=2", generate},
-        {{"generate", "a.fcpxml", "-seed", "1"}, "-seed", generate},
-        {{"export", "a.fcpxml", "--output", "out"}, "REVISION", exportUsage},
-        {{"export", "a.fcpxml", "edit.json"}, "--output", exportUsage},
+    const std::string any = " VERB PROJECT [OPTIONS]";
+    const std::pair<Arguments, Outcome> rows[] = {
+        {{}, wrongUsage("Say what to do: inspect, generate or export.", "", any)},
+        {{"x"}, wrongUsage("There is no verb \"x\": inspect, generate or export.", "", any)},
+        {{"generate", "a", "--frequency", "A=1", "B=2"}, wrongUsage("Not expected here: B=2")},
+        {{"generate", "a", "--output", ""}, wrongUsage("--output: the folder is empty")},
+        {{"export", "-", "-", "--output", "out"},
+         wrongUsage("Only one of PROJECT and REVISION can be \"-\", the standard input.", " export",
+                    " PROJECT REVISION --output DIR")},
     };
-    for (const auto& row : rows) {
-        const Outcome outcome = run(row.arguments);
-        const std::string line = firstLine(outcome.err);
-        EXPECT_EQ(outcome.status, 2) << row.named;
-        EXPECT_EQ(outcome.out, "") << row.named;
-        EXPECT_EQ(line.find("shotweaver: "), 0U) << line;
-        EXPECT_NE(line.find(row.named), std::string::npos) << row.named << " in " << line;
-        EXPECT_EQ(outcome.err.substr(line.size()), "\n" + row.usage) << row.named;
-    }
+    for (const auto& [arguments, outcome] : rows)
+        EXPECT_EQ(run(arguments), outcome);
 }
 
 TEST(CommandLine, aStandardOutputThatTakesNothingIsAFailure) {
     const TestFolder folder;
-    const std::string project = folder.write("p.fcpxml", ProjectBuilder().xml());
-    const std::string edit = folder.write("edit.json", run({"generate", project, "--json"}).out);
+    const std::string xml = ProjectBuilder().xml();
     const Outcome expected = failure("The standard output could not be written.");
-    EXPECT_EQ(runWithFullOutput({"--help"}), expected);
-    EXPECT_EQ(runWithFullOutput({"generate", "--help"}), expected);
-    EXPECT_EQ(runWithFullOutput({"--version"}), expected);
-    EXPECT_EQ(runWithFullOutput({"inspect", project}), expected);
-    EXPECT_EQ(runWithFullOutput({"inspect", project, "--json"}), expected);
-    EXPECT_EQ(runWithFullOutput({"generate", project}), expected);
-    EXPECT_EQ(runWithFullOutput({"generate", project, "--json"}), expected);
+    for (const Arguments& arguments : {Arguments{"--version"}, {"export", "-h"}, {"inspect", "-"}})
+        EXPECT_EQ(run(arguments, xml, true), expected) << arguments[0];
+    EXPECT_EQ(run({"generate", "-", "--output", folder.path()}, xml, true),
+              (Outcome{1, "", paths(folder.path("Sunday Shotweaver")) + std::get<2>(expected)}));
+}
 
-    // The files were written all the same; with --json their paths are on the standard error.
-    EXPECT_EQ(runWithFullOutput({"export", project, edit, "--output", folder.path()}), expected);
-    const std::string second = folder.path("Sunday Shotweaver 2");
-    EXPECT_EQ(runWithFullOutput({"generate", project, "--json", "--output", folder.path()}),
-              (Outcome{1, "", second + ".fcpxml\n" + second + ".settings.txt\n" + expected.err}));
+TEST(InspectCommand, aProjectIsSummarised) {
+    const std::string bar = "  ██████████████████████████████";
+    const std::string none = "  ······························";
+    const std::string part = "  ···█████████···███████████████";
+    const std::string table =
+        "Sunday · 80.00 seconds · 25.00 fps · FCPXML 1.11 · Audio: 日本\n\n"
+        "Angle   Name       Cameras  Clips  Gaps  First at  Picture                         Sound\n"
+        "+a/=    Wide, l=1               1     0    0.00 s" +
+        bar + bar + "\n/b      Église                  1     0    0.00 s" + bar + none +
+        "\n-c      日本                    1     0    0.00 s" + bar + bar +
+        "\nÉglise   日本                   2     0    8.00 s" + part + part +
+        "\ngap     Recorder                1     0    0.00 s" + none + bar.substr(0, 89) +
+        "▒\n\nTimeline 01:00:00:00 to 01:01:20:00\n";
+    EXPECT_EQ(run({"inspect", "-"}, projectXml()),
+              (Outcome{0, table,
+                       "warning: The marker “Amen !” on the multicam clip would stop an export: "
+                       "This prototype needs timing aligned to the project frame rate.\n"}));
+    const std::string json =
+        R"({"project":{"name":"Sunday","version":"1.11","duration":40.0,"framesPerSecond":25.0,)"
+        R"("audioAngles":"A","missingLocations":[],"angles":[)"
+        R"({"id":"A","name":"A","cameras":"","clipCount":1,"gapCount":0,"firstRecording":0.0},)"
+        R"({"id":"B","name":"B","cameras":"","clipCount":0,"gapCount":0}]},)";
+    const char* engine =
+        R"("engine":{"frameNumerator":1,"frameDenominator":25,"length":1000,"sourceStart":0,)"
+        R"("timelineStart":0,"audioID":"A","coverage":{"A":[[0,1000]],"B":[]},)"
+        R"("audioCoverage":{"A":[[0,1000]],"B":[]}}})";
+    ProjectBuilder project;
+    project.angles[1].clips.clear();
+    const Arguments inspect{"inspect", "--json", "-"};
+    EXPECT_EQ(run(inspect, project.xml()), (Outcome{0, json + engine + "\n", ""}));
+    project.clipAttributes += R"( audioStart="0s")"; // summarised all the same
+    const std::string refusal =
+        "Speed changes, split audio and disabled main multicam clips are not supported yet.";
+    EXPECT_EQ(run(inspect, project.xml()), (Outcome{1, json + R"("refusal":")" + refusal + "\"}\n",
+                                                    "shotweaver: " + refusal + "\n"}));
+}
+
+TEST(ExportCommand, editsByHandAreExportedAsTheyAreOrRefused) {
+    const TestFolder folder;
+    const std::string project = folder.write("p.fcpxml", ProjectBuilder().xml());
+    Json json = parseJson(std::get<1>(run({"generate", project, "--json"})));
+    const auto exportedWith = [&](std::int64_t start, std::int64_t duration) {
+        json["cuts"] = {
+            {{"id", json["id"]}, {"angle", "B"}, {"start", 0}, {"duration", 1}},
+            {{"id", json["id"]}, {"angle", "B"}, {"start", start}, {"duration", duration}}};
+        return run({"export", project, "-", "--output", folder.path()}, json.dump());
+    };
+    const Outcome refused = failure("The cut list contains invalid timing or unavailable footage.");
+    EXPECT_EQ(exportedWith(1, INT64_MAX), refused);
+    EXPECT_EQ(exportedWith(INT64_MIN, INT64_MIN), refused);
+    EXPECT_EQ(folder.names().size(), 1U);
+    EXPECT_EQ(exportedWith(1, 999), (Outcome{0, paths(folder.path("Sunday Shotweaver")), ""}));
+}
+
+TEST(GenerateCommand, anEditIsPrintedAndExported) {
+    const TestFolder folder;
+    // No free shot: an opening and a closing that fill 40 seconds.
+    Arguments arguments{"generate",  "-",    "--opening", "A=25",
+                        "--closing", "b=15", "--output",  folder.path()};
+    const std::string text = "2 cuts · Main camera: 63% · Audio: A\n\n"
+                             "Start (Timecode)  Camera  Seconds\n"
+                             "00:00:00:00       A         25.00\n"
+                             "00:00:25:00       B         15.00\n\n"
+                             "Actual camera usage\n"
+                             "Camera  Screen time  Share  Shots\n"
+                             "A         25.00 sec  62.5%      1\n"
+                             "B         15.00 sec  37.5%      1\n\n";
+    const std::string xml = ProjectBuilder().xml();
+    const std::string stem = folder.path("Sunday Shotweaver");
+    EXPECT_EQ(run(arguments, xml), (Outcome{0, text + paths(stem), ""}));
+    arguments.emplace_back("--json");
+    EXPECT_EQ(std::get<2>(run(arguments, xml)), paths(stem + " 2"));
+}
+
+TEST(GenerateCommand, aSeedGivesTheSameShotsWithFreshIdentifiers) {
+    std::vector<Cut> cuts = revisionAfter({"--seed", "18446744073709551615"}).cuts;
+    const std::vector<Cut> again = revisionAfter({"--seed", "18446744073709551615"}).cuts;
+    EXPECT_NE(cuts.at(0).id, again.at(0).id);
+    for (std::size_t i = 0; i < cuts.size(); ++i)
+        cuts[i].id = again.at(i).id;
+    EXPECT_EQ(cuts, again);
+}
+
+TEST(GenerateCommand, flagsFollowTheSettingsFileAndTheImport) {
+    const TestFolder folder;
+    const std::string file = folder.write("s.json", R"({"mainShare": 40, "audio": null, "x": 1,
+        "averageShot": 5, "otherMinimum": 9, "mainCamera": "/b", "otherCameras": ["-c"],
+        "frequencies": {"-c": 3}})");
+    const std::pair<Arguments, const char*> rows[] = {
+        {{"--main-camera", "Église"}, // an identifier comes before another's name
+         R"({"mainCamera": "Église", "otherCameras": ["+a/=", "-c", "/b"]})"},
+        {{"--other-cameras", "-c,+a/=", "--main-camera= E\u0301GLISE\n", "--audio=+a/="},
+         R"({"mainCamera": "/b", "otherCameras": ["-c", "+a/="], "audio": "+a/="})"},
+        {{"--main-range", "1-1e2", "--double-main", "--frequency", "Wide,\tl=1=1",
+          "--frequency=-c=2", "--return-time", "/b=0.5", "--opening", "+a/==1e1", "--closing",
+          "-c=20"},
+         R"({"mainMinimum": 1, "mainMaximum": 100, "doubleMain": true, "returnTimes": {"/b": 0.5},
+             "frequencies": {"+a/=": 1, "-c": 2, "/b": 5, "Église": 5}, "openingEnabled": true,
+             "openingSeconds": 10, "closingEnabled": true, "closingCamera": "-c",
+             "closingSeconds": 20})"},
+        {{"--main-share=50", "--main-camera", "+a/=", "--frequency", "/b=2", "--other-range",
+          "9-10", "--settings", file},
+         R"({"mainShare": 50, "averageShot": 5, "otherMinimum": 9, "otherMaximum": 10,
+             "otherCameras": ["-c", "/b"], "frequencies": {"-c": 3, "/b": 2}})"},
+    };
+    for (const auto& [flags, changes] : rows)
+        EXPECT_EQ(revisionAfter(flags).settings, settingsWith(changes)) << changes;
+    const Arguments section{"--section", "-c,01:00:10:00, 01:00:20:00 , a, b=c,"};
+    const SectionDraft made = revisionAfter(section).settings.sections.at(0);
+    EXPECT_EQ(made, (SectionDraft{made.id, " a, b=c,", "-c", "01:00:10:00", " 01:00:20:00 "}));
+}
+
+TEST(GenerateCommand, wrongValuesAreNamedAndRefusalsFollowAWarning) {
+    const TestFolder folder;
+    const std::string none = " angle has the identifier or name \"X\". inspect prints them.";
+    const std::string several = "several angles are named \"日本\". Give the angle's identifier, "
+                                "which inspect prints.";
+    const std::string reversed = folder.write("r", R"({"mainMinimum": 20, "mainMaximum": 19.5})");
+    const std::string above = folder.write("a", R"({"otherMinimum": 10.5})");
+    const std::tuple<const char*, std::string, std::string> rows[] = {
+        {"--audio", "X", "no audio" + none},
+        {"--closing", "日本=5", several},
+        {"--other-range", "10", "\"10\" is not MIN-MAX in seconds, as in 10-25."},
+        {"--other-range", "8-7.5", "the minimum in \"8-7.5\" is above the maximum."},
+        {"--section", "/b,1", "\"/b,1\" is not ANGLE,START,END or ANGLE,START,END,NAME."},
+        {"--section", "/b,1,2,\xFF", "the text is not UTF-8."},
+        {"--seed", "-1", "\"-1\" is not a whole number of at most 64 bits."},
+        {"--settings", reversed,
+         "the shortest main shot, 20.0 seconds, is longer than the longest, 19.5."},
+        {"--settings", above,
+         "the shortest other shot, 10.5 seconds, is longer than the longest, 8.0."},
+    };
+    for (const auto& [flag, value, line] : rows)
+        EXPECT_EQ(generate({flag, value, "--main-range=9-10"}), wrongUsage(flag + (": " + line)));
+
+    const std::string audio = "Choose a continuous audio angle.\n";
+    EXPECT_EQ(
+        generate({"--audio", "recorder", "--main-share", "95"}),
+        (Outcome{1, "",
+                 "warning: Selected audio has a gap at 01:01:19:05. " + audio +
+                     "shotweaver: This audio angle does not cover the whole project. " + audio}));
 }
 
 } // namespace

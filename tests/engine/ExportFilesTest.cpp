@@ -1,246 +1,143 @@
 #include "engine/ExportFiles.h"
+#include "engine/SettingsRecord.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/TestFolder.h"
-
-#include "engine/FinalCutImportError.h"
-#include "platform/PlatformError.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <functional>
-#include <set>
-#include <system_error>
 
 namespace shotweaver {
 namespace {
 
 using test::FailingFileCalls;
-using test::failureOf;
 using test::TestFolder;
-using Names = std::vector<std::string>;
 
-std::string reason(int error) {
-    return std::generic_category().message(error);
+/// The path of the XML, or the sentence of the failure.
+std::string outcome(FileCalls& calls, const std::string& folder, const std::string& project = "P") {
+    std::string xml;
+    const auto call = [&] { xml = writeExportFiles(calls, folder, "xml", "text", project).xml; };
+    const std::string failure = test::failureOf(call);
+    return failure.empty() ? xml : failure;
 }
 
-std::string repeated(int count, std::string_view text) {
-    std::string result;
-    for (int i = 0; i < count; ++i)
-        result += text;
-    return result;
-}
-
-/// The system's calls, but the test says which names exist.
-class ClaimedNames final : public FileCalls {
-  public:
-    explicit ClaimedNames(std::function<bool(const std::string&)> exists)
-        : exists_(std::move(exists)) {}
-
-    int openForReading(const std::string& path) override { return system_.openForReading(path); }
-    int createNew(const std::string& path) override { return system_.createNew(path); }
-    std::ptrdiff_t read(int file, char* bytes, std::size_t count) override {
-        return system_.read(file, bytes, count);
-    }
-    std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override {
-        return system_.write(file, bytes, count);
-    }
-    int sync(int file) override { return system_.sync(file); }
-    int close(int file) override { return system_.close(file); }
-    int rename(const std::string& from, const std::string& to) override {
-        return system_.rename(from, to);
-    }
-    int renameToNew(const std::string& from, const std::string& to) override {
-        if (!lacksRenameToNew) return system_.renameToNew(from, to);
-        errno = ENOTSUP;
-        return -1;
-    }
-    int remove(const std::string& path) override { return system_.remove(path); }
-    int probe(const std::string& path) override {
-        if (exists_(path)) return 0;
-        errno = ENOENT;
-        return -1;
-    }
-
-    bool lacksRenameToNew = false;
-
-  private:
-    std::function<bool(const std::string&)> exists_;
-    FileCalls& system_ = systemFileCalls();
-};
-
-TEST(ExportFiles, areNamedAfterTheProject) {
+TEST(ExportFiles, areNamedAfterTheProjectWithTheFirstFreeNumber) {
+    const TestFolder folder;
     const std::string family = "👨‍👩‍👧"; // one character of three people
+    for (const char* taken : {"P Shotweaver 2.settings.txt", "P Shotweaver 4.fcpxml"})
+        folder.write(taken, "kept");
     const std::pair<std::string, std::string> rows[] = {
-        {"Sunday", "Sunday"},
-        {"A/B: Live\\2", "A_B_ Live_2"},
-        {"///", "___"},
-        {"", "Project"},
-        {" ", " "},
-        {"..", ".."},
-        {repeated(150, "x"), repeated(100, "x")},
-        {repeated(50, "e\u0301") + repeated(60, "x"), repeated(50, "e\u0301") + repeated(50, "x")},
-        {repeated(99, "/") + family + "y", repeated(99, "_") + family},
-    };
+        {"A/B: Live\\2", "A_B_ Live_2 Shotweaver"},
+        {"", "Project Shotweaver"},
+        {std::string(99, '/') + family + "y", std::string(99, '_') + family + " Shotweaver"},
+        {"P", "P Shotweaver"},
+        {"P", "P Shotweaver 3"}};
     for (const auto& [project, stem] : rows) {
-        const TestFolder folder;
-        const ExportedFiles files =
-            writeExportFiles(systemFileCalls(), folder.path(), "<xml/>", "line\n", project);
-        EXPECT_EQ(files.xml, folder.path(stem + " Shotweaver.fcpxml"));
-        EXPECT_EQ(files.record, folder.path(stem + " Shotweaver.settings.txt"));
-        EXPECT_EQ(folder.read(stem + " Shotweaver.fcpxml"), "<xml/>");
-        EXPECT_EQ(folder.read(stem + " Shotweaver.settings.txt"), "line\n");
-        EXPECT_EQ(folder.names().size(), 2U) << project;
+        EXPECT_EQ(outcome(systemFileCalls(), folder.path(), project),
+                  folder.path(stem + ".fcpxml"));
+        EXPECT_EQ(folder.read(stem + ".fcpxml") + folder.read(stem + ".settings.txt"), "xmltext");
     }
-}
-
-TEST(ExportFiles, takeTheFirstNumberThatIsFree) {
-    const std::pair<Names, std::string> rows[] = {
-        {{"P Shotweaver.fcpxml"}, "P Shotweaver 2"},
-        {{"P Shotweaver.settings.txt"}, "P Shotweaver 2"},
-        {{"P Shotweaver.fcpxml", "P Shotweaver 2.settings.txt", "P Shotweaver 4.fcpxml"},
-         "P Shotweaver 3"},
-        {{"P Shotweaver 2.fcpxml", "P Shotweaver 1.fcpxml", "P Shotweaver"}, "P Shotweaver"},
-    };
-    for (const auto& [taken, stem] : rows) {
-        const TestFolder folder;
-        for (const std::string& name : taken)
-            folder.write(name, "kept");
-        const ExportedFiles files =
-            writeExportFiles(systemFileCalls(), folder.path() + "/", "<xml/>", "line\n", "P");
-        EXPECT_EQ(files.xml, folder.path(stem + ".fcpxml"));
-        EXPECT_EQ(files.record, folder.path(stem + ".settings.txt"));
-        for (const std::string& name : taken)
-            EXPECT_EQ(folder.read(name), "kept") << name;
-    }
-
-    const TestFolder folder; // a link to nowhere, and a folder, have a name too
-    std::filesystem::create_symlink("nowhere", folder.path("P Shotweaver.fcpxml"));
-    std::filesystem::create_directory(folder.path("P Shotweaver 2.settings.txt"));
-    EXPECT_EQ(writeExportFiles(systemFileCalls(), folder.path(), "", "", "P").xml,
-              folder.path("P Shotweaver 3.fcpxml"));
-}
-
-TEST(ExportFiles, tryTenThousandNames) {
-    const TestFolder folder;
-    ClaimedNames lastIsFree([](const std::string& path) {
-        return path.find(" Shotweaver 10000.") == std::string::npos;
-    });
-    writeExportFiles(lastIsFree, folder.path(), "<xml/>", "line\n", "P");
-    const Names written{"P Shotweaver 10000.fcpxml", "P Shotweaver 10000.settings.txt"};
-    EXPECT_EQ(folder.names(), written);
-
-    ClaimedNames noneIsFree([](const std::string& path) {
-        return path.find(" Shotweaver 10001.") == std::string::npos;
-    });
-    EXPECT_EQ(failureOf([&] { writeExportFiles(noneIsFree, folder.path(), "", "", "P"); }),
+    EXPECT_EQ(folder.read("P Shotweaver 2.settings.txt"), "kept");
+    for (int number = 5; number < 10000; ++number)
+        folder.write(fmt::format("P Shotweaver {}.settings.txt", number), "");
+    EXPECT_EQ(outcome(systemFileCalls(), folder.path()), folder.path("P Shotweaver 10000.fcpxml"));
+    EXPECT_EQ(outcome(systemFileCalls(), folder.path()),
               "Choose another folder or clear space for a new export name.");
-    EXPECT_EQ(folder.names(), written);
-}
-
-TEST(ExportFiles, refuseNamesThatTheFolderCannotHold) {
-    const TestFolder folder;
-    const auto failureFor = [&](const std::string& project) {
-        return failureOf(
-            [&] { writeExportFiles(systemFileCalls(), folder.path(), "<xml/>", "", project); });
-    };
-    const std::pair<std::string, std::string> rows[] = {
-        {repeated(100, "教"), ".fcpxml"},
-        {repeated(58, "🎥"), ".settings.txt"}, // 243 bytes: fits with ".fcpxml" alone
-    };
-    for (const auto& [project, end] : rows)
-        EXPECT_EQ(failureFor(project), fmt::format("“{} Shotweaver{}” could not be looked for: {}.",
-                                                   project, end, reason(ENAMETOOLONG)));
-    EXPECT_EQ(folder.names(), Names{});
-}
-
-TEST(ExportFiles, needAFolder) {
-    const TestFolder folder;
-    folder.write("file", "kept");
-    const auto failureIn = [&](const char* name) {
-        return failureOf(
-            [&] { writeExportFiles(systemFileCalls(), folder.path(name), "<xml/>", "", "P"); });
-    };
-    EXPECT_EQ(failureIn("missing"),
-              "“P Shotweaver.fcpxml” could not be created: " + reason(ENOENT) + ".");
-    EXPECT_EQ(failureIn("file"),
-              "“P Shotweaver.fcpxml” could not be looked for: " + reason(ENOTDIR) + ".");
-    EXPECT_EQ(folder.names(), Names{"file"});
-    EXPECT_EQ(folder.read("file"), "kept");
-}
-
-TEST(ExportFiles, areNeverWrittenOverAFileThatJustAppeared) {
-    for (const bool lacksRenameToNew : {false, true}) {
-        const TestFolder folder;
-        ClaimedNames calls([](const std::string&) { return false; });
-        calls.lacksRenameToNew = lacksRenameToNew;
-        const auto failure = [&] {
-            return failureOf([&] { writeExportFiles(calls, folder.path(), "<xml/>", "new", "P"); });
-        };
-        folder.write("P Shotweaver.settings.txt", "kept");
-        EXPECT_EQ(failure(), "The XML was saved as P Shotweaver.fcpxml, but the settings record "
-                             "could not be saved: “P Shotweaver.settings.txt” could not be "
-                             "created: " +
-                                 reason(EEXIST) + ".");
-        EXPECT_EQ(failure(), "“P Shotweaver.fcpxml” could not be created: " + reason(EEXIST) + ".");
-        EXPECT_EQ(folder.read("P Shotweaver.fcpxml"), "<xml/>");
-        EXPECT_EQ(folder.read("P Shotweaver.settings.txt"), "kept");
-        EXPECT_EQ(folder.names().size(), 2U);
-    }
-}
-
-/// Exports with the k-th call failing; gives how that ended, once the folder is as it should be.
-std::string outcomeOfFailingCall(int k, bool lacksRenameToNew) {
-    const TestFolder folder;
-    FailingFileCalls calls(k, EIO);
-    calls.lacksRenameToNew = lacksRenameToNew;
-    calls.shortWrites = 4;
-    std::string outcome = "both";
-    Names names{"P Shotweaver.fcpxml", "P Shotweaver.settings.txt"};
-    try {
-        writeExportFiles(calls, folder.path(), "<fcpxml/>", "record\n", "P");
-    } catch (const PlatformError& error) {
-        outcome = error.what();
-        names.clear();
-    } catch (const FinalCutImportError& error) {
-        outcome = error.what();
-        names.pop_back();
-    }
-    EXPECT_EQ(folder.names(), names) << "call " << k;
-    for (const std::string& name : names)
-        EXPECT_EQ(folder.read(name), name.ends_with("xml") ? "<fcpxml/>" : "record\n") << k;
-    return outcome;
 }
 
 TEST(ExportFiles, areWholeOrNotThereWhateverCallFails) {
-    const std::string failing = ": " + reason(EIO) + ".";
-    const std::string xml = "“P Shotweaver.fcpxml” could not be ";
-    const std::string record = "“P Shotweaver.settings.txt” could not be ";
-    const std::string saved =
-        "The XML was saved as P Shotweaver.fcpxml, but the settings record could not be saved: ";
-    const std::set<std::string> all{xml + "looked for" + failing,
-                                    record + "looked for" + failing,
-                                    xml + "created" + failing,
-                                    xml + "written" + failing,
-                                    saved + record + "created" + failing,
-                                    saved + record + "written" + failing,
-                                    "both"};
-    for (const bool lacksRenameToNew : {false, true}) {
+    std::string outcomes; // the number of files there
+    for (int failing = 1;; ++failing) {
         const TestFolder folder;
-        FailingFileCalls counting(0, EIO);
-        counting.lacksRenameToNew = lacksRenameToNew;
-        counting.shortWrites = 4;
-        writeExportFiles(counting, folder.path(), "<fcpxml/>", "record\n", "P");
-        std::multiset<std::string> outcomes;
-        for (int k = 1; k <= counting.calls(); ++k)
-            outcomes.insert(outcomeOfFailingCall(k, lacksRenameToNew));
-        EXPECT_EQ(std::set<std::string>(outcomes.begin(), outcomes.end()), all);
-        // Nothing is lost when the folder cannot be opened, stored or closed, or the empty file
-        // that reserves a name cannot be closed; this for each of the two files.
-        EXPECT_EQ(outcomes.count("both"), lacksRenameToNew ? 8U : 6U);
+        FailingFileCalls calls(failing, EIO);
+        const std::string failure = outcome(calls, folder.path());
+        if (calls.calls() < failing) break;
+        const int files = failure.starts_with("The XML was saved") ? 1 : failure[0] == '/' ? 2 : 0;
+        EXPECT_EQ(folder.read("P Shotweaver.fcpxml"), files > 0 ? "xml" : "") << failing;
+        EXPECT_EQ(folder.read("P Shotweaver.settings.txt"), files > 1 ? "text" : "") << failing;
+        EXPECT_EQ(std::ssize(folder.names()), files);
+        outcomes += std::to_string(files);
     }
+    // The names are looked for; then for each file: create, write, store, close, rename, and the
+    // folder, whose failures lose nothing.
+    EXPECT_EQ(outcomes, "000000022211111222");
+}
+
+TEST(ExportFiles, areNeverWrittenOverAFileThatJustAppeared) {
+    const TestFolder folder;
+    folder.write("P Shotweaver.settings.txt", "kept");
+    FailingFileCalls noRecordYet(2, ENOENT); // the second look finds nothing
+    EXPECT_EQ(outcome(noRecordYet, folder.path()),
+              fmt::format("The XML was saved as P Shotweaver.fcpxml, but the settings record could "
+                          "not be saved: “{}” could not be created: File exists.",
+                          folder.path("P Shotweaver.settings.txt")));
+    EXPECT_EQ(folder.read("P Shotweaver.settings.txt"), "kept");
+}
+
+TEST(SettingsRecord, statesProjectSettingsUsageAndCuts) {
+    test::ProjectBuilder project; // 60.06 seconds of drop-frame timecode; "Sound" has no picture
+    project.frameDuration = "1001/30000s";
+    project.sequenceAttributes = R"(tcFormat="DF")";
+    project.length = project.timelineStart = 1800;
+    project.projectAttributes = R"(name="Ärger &amp; Freude")";
+    project.angles = {{"w1", "Wide", {{0, 1800}}},
+                      {"s1", "Sound", {{0, 1800}}, false},
+                      {"p1", "Pulpit", {{0, 1800}}},
+                      {"c1", "Choir", {{600, 300}}}};
+    project.clipContent = R"(<mc-source angleID="s1" srcEnable="audio"/>)";
+    EditRevision edit;
+    edit.created = 763221900.75;
+    edit.settings.mainCamera = "w1";
+    edit.settings.otherCameras = {"p1"};
+    edit.settings.frequencies = {{"p1", 7.5}, {"s1", 9}};
+    edit.settings.returnTimes = {{"w1", 12}, {"c1", 0.1}};
+    edit.settings.audio = "s1";
+    edit.settings.openingEnabled = edit.settings.doubleMain = true;
+    edit.settings.openingCamera = "p1";
+    edit.settings.sections = {{{}, "Solo", "c1", " 1:1:30:3 ", ""}};
+    edit.cuts = {{{}, "p1", 0, 300}, {{}, "w1", 300, 899}, {{}, "gone", 1199, 601}};
+    const ImportedProject imported = inspectProject(project.xml());
+    EXPECT_EQ(settingsRecordText(imported, project.engine(), edit), R"(Shotweaver export settings
+Project: Ärger & Freude
+Edit ID: 00000000-0000-0000-0000-000000000000
+Generated: 2025-03-09T14:05:00Z
+Frame duration: 1001/30000 seconds
+Project start: 00:01:00;02
+Project duration: 60.06 seconds
+Main camera: Wide
+Target main screen time: 70.0%
+Main shot range: 10.0 to 25.0 seconds
+Other shot range: 4.0 to 8.0 seconds
+Randomly double main holds: On (25% chance)
+Continuous audio: Sound
+
+Camera settings:
+Wide: main, frequency 5.0, minimum return 12.0 seconds after previous hold ends
+Pulpit: included, frequency 7.5, minimum return 0.0 seconds after previous hold ends
+Choir: excluded from random cuts, frequency 5.0, minimum return 0.1 seconds after previous hold ends
+
+Opening: Pulpit, 15.0 seconds
+Closing: Off
+Fixed shots override minimum return times.
+
+Fixed sections:
+Solo:  1:1:30:3  to , Choir
+
+Actual camera usage:
+Wide: 30.00 seconds, 49.9%, 1 shots
+Pulpit: 10.01 seconds, 16.7%, 1 shots
+Choir: 0.00 seconds, 0.0%, 0 shots
+
+Cut list (start timecode | camera | duration in seconds):
+00:01:00;02 | Pulpit | 10.01
+00:01:10;02 | Wide | 29.99663333333333
+00:01:40;01 | gone | 20.053366666666665
+)");
+
+    const std::string plain = settingsRecordText(imported, project.engine(), EditRevision());
+    for (const char* part : {"holds: Off\n", "Opening: Off\n", "Fixed sections:\nNone\n\n"})
+        EXPECT_NE(plain.find(part), std::string::npos) << part;
 }
 
 } // namespace

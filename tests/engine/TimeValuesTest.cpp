@@ -1,157 +1,109 @@
 #include "engine/TimeValues.h"
-
+#include "platform/Text.h"
 #include "tests/support/ProjectBuilder.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <cstdint>
+#include <tuple>
 
 namespace shotweaver {
 namespace {
 
 using test::failureOf;
 
-const std::string offGrid = "This prototype needs timing aligned to the project frame rate.";
-const std::string outOfRange = "This time value exceeds the prototype's supported range.";
-
-TEST(TimeValues, readsSecondsLeniently) {
-    const std::pair<const char*, double> accepted[] = {{"0s", 0},
-                                                       {"3600s", 3600},
-                                                       {"1001/30000s", 1001.0 / 30000},
-                                                       {"-5s", -5},
-                                                       {"+1/+4s", 0.25},
-                                                       {"1.5s", 1.5},
-                                                       {"1e3/2.5E-1s", 4e3},
-                                                       {"-1e-400/3s", 0},
-                                                       {"1e308/1e300s", 1e308 / 1e300},
-                                                       {"0/7s", 0},
-                                                       {"9223372036854775808s", 0x1p63}};
-    for (const auto& [text, seconds] : accepted)
-        EXPECT_EQ(parseSeconds(text), seconds) << text;
-
-    const std::string missing = "The export contains a missing or invalid time value.";
-    EXPECT_EQ(failureOf([] { parseSeconds(std::nullopt); }), missing);
-    for (const char* refused : {"", "1", "1/2", "1S", "1s ", "s1"})
-        EXPECT_EQ(failureOf([&] { parseSeconds(refused); }), missing) << refused;
-
-    for (const std::string refused :
-         {"s",    "/s",    "1/s",       "/2s",    "1//2s",    "1/2/3s",        "1/2/s",
-          "1/0s", "1/-2s", "1/1e-400s", "1e400s", "1/1e400s", "1e308/1e-308s", "ss",
-          "1ss",  " 1s",   "1 s",       "1 /2s",  "infs",     "nans",          "0x10s",
-          "1,5s", "--1s",  "1.s",       ".5s"})
-        EXPECT_EQ(failureOf([&] { parseSeconds(refused); }),
-                  "The export contains an invalid time value: " + refused);
+TEST(TimeValues, readsSecondsLenientlyAndRationalTimesStrictly) {
+    using Row = std::tuple<std::string, std::optional<double>, std::optional<RationalTime>>;
+    std::vector<Row> rows{{"-1001/30000s", -1001.0 / 30000, {{-1001, 30000}}},
+                          {"+2/+4s", 0.5, {{2, 4}}},
+                          {"-9223372036854775808s", -0x1p63, {{INT64_MIN, 1}}},
+                          {"1e3/2.5E-1s", 4e3, {}},
+                          {"/2s", {}, {{2, 1}}},
+                          {"//1///2//s", {}, {{1, 2}}}};
+    for (const std::string_view refused :
+         split("|1|1S|1s |s|/s|1/2/3s|1/0s|1/-2s|1/1e-400s|1e400s|1e308/1e-308s|ss| 1s|1/ 2s|infs|"
+               "0x10s|1,5s|+-1s|٣s",
+               '|'))
+        rows.push_back({std::string(refused), {}, {}});
+    for (const auto& [text, seconds, time] : rows) {
+        const std::string sentence = text.ends_with('s')
+                                         ? "The export contains an invalid time value: " + text
+                                         : "The export contains a missing or invalid time value.";
+        EXPECT_EQ(failureOf([&t = text, &s = seconds] { EXPECT_EQ(parseSeconds(t), s); }),
+                  seconds ? "" : sentence);
+        EXPECT_EQ(failureOf([&t = text, &r = time] { EXPECT_EQ(parseRationalTime(t), r); }),
+                  time ? "" : "Invalid XML time: " + text);
+    }
 }
-
-TEST(TimeValues, readsRationalTimesStrictly) {
-    const std::pair<const char*, RationalTime> accepted[] = {
-        {"0s", {0, 1}},
-        {"-1001/30000s", {-1001, 30000}},
-        {"+1/+2s", {1, 2}},
-        {"2/4s", {2, 4}}, // as written, not reduced
-        {"1//2s", {1, 2}},
-        {"//1///2//s", {1, 2}},
-        {"/2s", {2, 1}},
-        {"2/s", {2, 1}},
-        {"007/010s", {7, 10}},
-        {"9223372036854775807/9223372036854775807s", {INT64_MAX, INT64_MAX}},
-        {"-9223372036854775808s", {INT64_MIN, 1}}};
-    for (const auto& [text, time] : accepted)
-        EXPECT_EQ(parseRationalTime(text), time) << text;
-
-    for (const std::string refused : {"",
-                                      "s",
-                                      "/s",
-                                      "//s",
-                                      "1",
-                                      "1/2",
-                                      "1/2/3s",
-                                      "1/2//3s",
-                                      "1.5s",
-                                      "1e3s",
-                                      "1/0s",
-                                      "1/-2s",
-                                      "-s",
-                                      "+s",
-                                      "+-1s",
-                                      "-+1s",
-                                      "1/+s",
-                                      " 1s",
-                                      "1 s",
-                                      "1/ 2s",
-                                      "ss",
-                                      "9223372036854775808s",
-                                      "-9223372036854775809s",
-                                      "1/9223372036854775808s",
-                                      "٣s"})
-        EXPECT_EQ(failureOf([&] { parseRationalTime(refused); }), "Invalid XML time: " + refused);
-}
-
-struct FrameTime {
-    const char* text;
-    std::int64_t frameNumerator;
-    std::int64_t frameDenominator;
-    std::int64_t frames;
-};
 
 TEST(TimeValues, readsWholeFrames) {
-    const FrameTime accepted[] = {{"0s", 1001, 30000, 0},
-                                  {"1001/30000s", 1001, 30000, 1},
-                                  {"-1001/30000s", 1001, 30000, -1},
-                                  {"3603600/30000s", 1001, 30000, 3600},
-                                  {"2002/60000s", 1001, 30000, 1},
-                                  {"3600s", 1, 25, 90000},
-                                  {"1//5s", 1, 25, 5},
-                                  {"999999999s", 1, 1, 999'999'999},
-                                  {"-999999999s", 1, 1, -999'999'999},
-                                  {"999999999000000s", 1'000'000, 1, 999'999'999},
-                                  {"9223372036854775807/9223372036854775807s", 1, 1, 1}};
-    for (const auto& [text, numerator, denominator, frames] : accepted)
-        EXPECT_EQ(framesForTime(text, numerator, denominator), frames) << text;
-}
-
-TEST(TimeValues, refusesTimesOffTheFrameGridAndOutOfRange) {
-    struct Refused {
-        const char* text;
-        std::int64_t frameNumerator;
-        std::int64_t frameDenominator;
-        std::string sentence;
-    };
-    const Refused refused[] = {{"0.04s", 1, 25, "Invalid XML time: 0.04s"},
-                               {"3600s", 1001, 30000, offGrid},
-                               {"1/30s", 1001, 30000, offGrid},
-                               {"-1/26s", 1, 25, offGrid},
-                               {"1000000000s", 1, 1, outOfRange},
-                               {"-1000000000s", 1, 1, outOfRange},
-                               {"40000000s", 1, 25, outOfRange},
-                               // A time that is neither whole nor in range is off the grid first.
-                               {"3000000001/2s", 1, 1, offGrid},
-                               // Either product overflows, though the quotient would be small.
-                               {"9223372036854775807/9223372036854775807s", 1, 2, offGrid},
-                               {"9223372036854775807/9223372036854775807s", 2, 1, offGrid},
-                               {"-9223372036854775808s", 1, 2, offGrid},
-                               {"-9223372036854775808s", 1, 1, outOfRange},
-                               {"0s", 0, 1, offGrid}};
-    for (const auto& [text, numerator, denominator, sentence] : refused)
-        EXPECT_EQ(
-            failureOf([&, t = text, n = numerator, d = denominator] { framesForTime(t, n, d); }),
-            sentence)
-            << text << " at " << numerator << "/" << denominator;
-}
-
-TEST(TimeValues, writesFramesUnreducedAndReadsThemBack) {
-    EXPECT_EQ(timeString(3600, 1001, 30000), "3603600/30000s");
-    EXPECT_EQ(timeString(0, 1, 25), "0/25s");
-    for (const std::int64_t frames : {-999'999'999, -1, 0, 1, 17982, 999'999'999})
-        EXPECT_EQ(framesForTime(timeString(frames, 1001, 60000), 1001, 60000), frames);
-    EXPECT_EQ(timeString(INT64_MIN, 1, 25), "-9223372036854775808/25s");
+    const std::string offGrid = "This prototype needs timing aligned to the project frame rate.";
+    const std::string large = "9223372036854775807/9223372036854775807s";
+    EXPECT_EQ(framesForTime("-2002/60000s", 1001, 30000), -1);
+    EXPECT_EQ(framesForTime("-999999999s", 1, 1), -999'999'999);
+    const std::tuple<std::string, int, int, std::string> refused[] = {
+        {"-1000000000s", 1, 1, "This time value exceeds the prototype's supported range."},
+        {"3000000001/2s", 1, 1, offGrid}, // neither whole nor in range
+        {"3600s", 1001, 30000, offGrid},
+        {large, 2, 1, offGrid}}; // overflows
+    for (const auto& [text, n, d, sentence] : refused)
+        EXPECT_EQ(failureOf([&t = text, n = n, d = d] { framesForTime(t, n, d); }), sentence);
     EXPECT_EQ(failureOf([] { timeString(INT64_MAX, 2, 25); }),
               "A time in this edit is too large to export. Import the project again.");
 }
 
-TEST(TimeValues, multipliesBeforeItDivides) {
-    EXPECT_EQ(secondsForFrames(30, 1001, 30000), 30030.0 / 30000.0);
-    EXPECT_EQ(framesForSeconds(1.001, 1001, 30000), 1.001 * 30000.0 / 1001.0);
+CutEngine engineAt(const char* frameDuration, const std::string& tcFormat, int start = 0) {
+    test::ProjectBuilder project;
+    project.frameDuration = frameDuration;
+    project.sequenceAttributes = "tcFormat=\"" + tcFormat + "\"";
+    project.timelineStart = start;
+    return project.engine();
+}
+
+TEST(Timecode, showsFrames) {
+    using enum DropFrame;
+    const std::tuple<std::int64_t, int, int, DropFrame, const char*> rows[] = {
+        {INT64_MIN, 1, 25, no, "-102481911520608:37:12:08"},
+        {11, 2, 5, no, "00:00:03:02"}, // labelled by 3 frames a second
+        {1800, 100, 2997, yes, "00:01:00:00"},
+        {-1800, 2002, 60000, yes, "-00:01:00;02"}};
+    for (const auto& [frame, numerator, denominator, dropFrame, text] : rows)
+        EXPECT_EQ(formatTimecode(frame, numerator, denominator, dropFrame), text);
+}
+
+TEST(Timecode, readsWhatIsTyped) {
+    const CutEngine engine = engineAt("1/25s", "NDF", 90000);
+    EXPECT_EQ(engine.frameForTimecode(" \t1;0:10:00001\r\n\u2028"), 251);
+    for (const std::string_view refused :
+         split("|00:00:10|00:00:10:00:00|00:00:10:|00:60:00:25|00:00:60:00|10000:00:00:00|"
+               "-0:00:00:00|+0:00:00:00|00:00:00.00|00: 00:00:00|٠٠:00:00:00|"
+               "00:00:00:9223372036854775808",
+               '|'))
+        EXPECT_EQ(failureOf([&] { engine.frameForTimecode(refused); }),
+                  "Enter timecode as HH:MM:SS:FF, for example 00:05:30:00.")
+            << refused;
+    EXPECT_EQ(failureOf([] { engineAt("3s", "DF").frameForTimecode("00:00:00:01"); }),
+              "The frame field must be less than 1 for this project.");
+    EXPECT_EQ(engineAt("1001/30000s", "df").frameForTimecode("00:01:00;00"), 1800);
+}
+
+TEST(Timecode, countsDropFrameLabelsBothWays) {
+    for (const auto& [frameDuration, rate, dropped] :
+         {std::tuple("1001/30000s", 30, 2), {"1001/60000s", 60, 4}}) {
+        // The timeline starts at 01:00:00;00.
+        const CutEngine engine = engineAt(frameDuration, "DF", (rate * 600 - 9 * dropped) * 6);
+        std::int64_t frame = -engine.timelineStart;
+        for (int label = 0; label < 2 * 3600 * rate; ++label) {
+            const int second = label / rate;
+            if (second % 60 == 0 && second % 600 != 0 && label % rate < dropped) continue;
+            const std::string text = fmt::format("{:02}:{:02}:{:02};{:02}", second / 3600,
+                                                 second / 60 % 60, second % 60, label % rate);
+            ASSERT_EQ(engine.timecode(frame), text) << frame;
+            ASSERT_EQ(engine.frameForTimecode(text), frame++) << text;
+        }
+        EXPECT_EQ(failureOf([&] { engine.frameForTimecode(fmt::format("0:9:0:{}", dropped - 1)); }),
+                  "That frame label is skipped in drop-frame timecode.");
+    }
 }
 
 } // namespace

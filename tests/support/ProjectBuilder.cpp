@@ -57,6 +57,22 @@ std::string ProjectBuilder::xml() const {
         fmt::arg("content", clipContent));
 }
 
+std::string compoundMedia(const std::string& id, const std::string& content) {
+    return fmt::format("<media id='{}'><sequence><spine>{}</spine></sequence></media>", id,
+                       content);
+}
+
+std::string mediaChain(int count, int uses, const std::string& end) {
+    std::string media = compoundMedia(fmt::format("M{}", count), end);
+    for (int i = 1; i < count; ++i) {
+        std::string content;
+        for (int use = 0; use < uses; ++use)
+            content += fmt::format("<ref-clip ref='M{}'/>", i + 1);
+        media += compoundMedia(fmt::format("M{}", i), content);
+    }
+    return media;
+}
+
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
     const std::size_t at = text.find(from);
     if (at == std::string::npos) throw std::logic_error("nothing to replace: " + from);

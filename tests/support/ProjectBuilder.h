@@ -47,6 +47,12 @@ struct ProjectBuilder {
     CutEngine engine() const { return CutEngine(xml()); }
 };
 
+/// A "media" element, what a compound clip refers to.
+std::string compoundMedia(const std::string& id, const std::string& content);
+
+/// Media "M1" to "M<count>", each of which uses the next one so many times, the last one `end`.
+std::string mediaChain(int count, int uses, const std::string& end);
+
 /// The sentence with which a call fails; empty when it succeeds.
 template <class Call>
 std::string failureOf(Call call) {
