@@ -35,9 +35,8 @@ constexpr const char* latin1 = "ISO-8859-1";
 
 constexpr std::size_t attributeOverhead = 32;
 
-bool isWhiteSpace(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; });
+bool isWhiteSpace(const std::string& text) {
+    return std::strspn(text.c_str(), " \t\r\n") == text.size();
 }
 
 /// The names in the general entity references of markup in UTF-8.

@@ -6,6 +6,10 @@ caller=$PWD
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
+# The folders of the product, from the ground up: each includes only those before it.
+# shellcheck disable=SC2034
+folders=(platform engine persistence editor cli)
+
 # What a build needs, and what else the tests, the checks and the benchmarks need.
 build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev libfmt-dev
     nlohmann-json3-dev libcli11-dev libfast-float-dev libgtest-dev libbenchmark-dev)
