@@ -9,7 +9,9 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <exception>
+#include <new>
+#include <optional>
 #include <ostream>
 
 namespace shotweaver {

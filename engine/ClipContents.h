@@ -5,7 +5,9 @@
 #include <pugixml.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,7 +43,7 @@ class ClipContents {
     /// A child of the imported clip, as one cut gets it.
     struct Piece {
         pugi::xml_node element;
-        std::optional<FrameRange> span; // in the multicam's frames; absent: copied as it is
+        std::optional<FrameRange> span; // in frames of the project; absent: copied as it is
     };
 
     /// The imported clip's "mc-source" elements for one angle: where its picture and where its
@@ -59,8 +61,8 @@ class ClipContents {
     void addSource(pugi::xml_node source);
     void addStoryElement(pugi::xml_node element);
     void addAnnotation(pugi::xml_node element);
-    std::size_t cutAtFrame(std::int64_t frame) const;
     void addRange(pugi::xml_node element, const FrameRange& span);
+    std::size_t cutAtFrame(std::int64_t frame) const;
 
     pugi::xml_node makeShell(const Cut& cut);
     void makeSources(pugi::xml_node clip, const std::string& angle) const;

@@ -39,7 +39,7 @@ const Resource* Resources::Index<Resource>::find(std::optional<std::string_view>
     return found == byID_.end() ? nullptr : &found->second;
 }
 
-Resources::Resources(pugi::xml_node element) : element_(element) {
+Resources::Resources(pugi::xml_node element) {
     for (const pugi::xml_node asset : elements(element, "asset"))
         assets_.add(asset);
     for (const pugi::xml_node format : elements(element, "format"))

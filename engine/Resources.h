@@ -34,8 +34,6 @@ class Resources {
     Resources() = default;
     explicit Resources(pugi::xml_node element);
 
-    pugi::xml_node element() const { return element_; }
-
     /// Null when nothing has that identifier.
     const Asset* asset(std::optional<std::string_view> id) const;
     const Media* media(std::optional<std::string_view> id) const;
@@ -55,7 +53,6 @@ class Resources {
         std::optional<Resource> withoutID_;
     };
 
-    pugi::xml_node element_;
     Index<Asset> assets_;
     Index<pugi::xml_node> formats_;
     Index<Media> media_;

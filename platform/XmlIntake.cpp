@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstring>
 #include <exception>
-#include <functional>
 #include <map>
+#include <memory>
 #include <new>
 #include <set>
 #include <string>
