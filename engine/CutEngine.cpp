@@ -8,6 +8,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <exception>
+#include <string>
 #include <utility>
 
 namespace shotweaver {
@@ -159,28 +162,25 @@ void CutEngine::checkFormats(const ProjectImport& import) const {
         refuse("The multicam and project need matching frame rate, dimensions and colour format.");
 }
 
-void CutEngine::readCoverage(const ProjectImport& import) {
+void CutEngine::readCoverage(ProjectImport& import) {
     const std::int64_t multicamStart = framesForTime(attributeOr(import.multicam, "tcStart", "0s"),
                                                      frameNumerator, frameDenominator);
     const SpanFrames spanFrames(*this, multicamStart);
-    AngleMediaWalker walker(import.resources);
-    for (const pugi::xml_node angle : elements(import.multicam, "mc-angle")) {
-        const std::string id = angle.attribute("angleID").value();
-        const std::string_view camera = attributeOr(angle, "name", id);
-        std::vector<AngleMediaWalker::Span> spans;
-        for (const pugi::xml_node child : elements(angle))
-            walker.walk(child, camera, spans);
+    const WalkedAngles walked = import.angles.get();
+    for (std::size_t angle = 0; angle < walked.spans.size(); ++angle) {
         std::vector<FrameRange> picture;
         std::vector<FrameRange> sound;
-        for (const AngleMediaWalker::Span& span : spans) {
+        for (const AngleMediaWalker::Span& span : walked.spans[angle]) {
             const FrameRange range = spanFrames.frames(span);
             if (range.lowerBound >= range.upperBound) continue;
             if (span.video) picture.push_back(range);
             if (span.audio) sound.push_back(range);
         }
+        const std::string& id = import.summary.angles[angle].id;
         coverage[id] = mergeRanges(std::move(picture));
         audioCoverage[id] = mergeRanges(std::move(sound));
     }
+    if (walked.failure) std::rethrow_exception(walked.failure);
 }
 
 double CutEngine::seconds(std::int64_t frames) const {

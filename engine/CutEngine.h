@@ -115,7 +115,7 @@ class CutEngine {
     void checkClip() const;
     void findAudioSource();
     void checkFormats(const ProjectImport& import) const;
-    void readCoverage(const ProjectImport& import);
+    void readCoverage(ProjectImport& import);
 
     const Coverage& coverageOf(std::string_view angle) const;
     void checkInputs(const GenerationInputs& inputs) const;

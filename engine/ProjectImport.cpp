@@ -129,9 +129,12 @@ ProjectImport readProject(ByteSource& source) {
     import.document = parseXml(counted);
     import.documentSize = counted.count();
     locate(import);
-    import.summary = summarize(import);
-    return import;
-}
+    import.angles = std::async([resources = import.resources, multicam = import.multicam] {
+        return walkAngles(resources, multicam);
+});
+import.summary = summarize(import);
+return import;
+} // namespace shotweaver
 
 ProjectImport readProject(std::string_view bytes) {
     MemorySource source(bytes);
