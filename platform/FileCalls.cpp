@@ -49,6 +49,10 @@ class SystemFileCalls final : public FileCalls {
         return ::unlink(path.c_str());
     }
 
+    int createFolder(const std::string& path) override {
+        return ::mkdir(path.c_str(), 0777);
+    }
+
     int probe(const std::string& path) override {
         struct stat status {};
         return ::lstat(path.c_str(), &status);

@@ -25,7 +25,10 @@ class FileCalls {
     /// file systems that cannot promise this.
     virtual int renameToNew(const std::string& from, const std::string& to) = 0;
     virtual int remove(const std::string& path) = 0;
-    /// 0 when anything, even a broken link, has that name; ENOENT when nothing has.
+    /// Creates a folder in one that exists; fails with EEXIST when anything has that name already.
+    virtual int createFolder(const std::string& path) = 0;
+    /// 0 when anything, even a broken link, has that name; ENOENT when nothing has. With a slash at
+    /// its end the name is a folder's or a link's to one, or else the call fails.
     virtual int probe(const std::string& path) = 0;
 
   protected:

@@ -74,8 +74,8 @@ auto uninterrupted(Call call) {
     return result;
 }
 
-/// Writes, stores and closes. Gives 0 or the error number.
-int fill(FileCalls& calls, OpenFile& file, std::string_view bytes) {
+/// Gives 0 or the error number.
+int writeAll(FileCalls& calls, const OpenFile& file, std::string_view bytes) {
     while (!bytes.empty()) {
         const std::size_t count = std::min(bytes.size(), writeBlock);
         const auto written =
@@ -83,6 +83,14 @@ int fill(FileCalls& calls, OpenFile& file, std::string_view bytes) {
         if (written < 0) return errno;
         if (written == 0) return EIO; // or it would go on forever
         bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+/// Writes, stores and closes. Gives 0 or the error number.
+int fill(FileCalls& calls, OpenFile& file, const std::vector<std::string_view>& pieces) {
+    for (const std::string_view piece : pieces) {
+        if (const int reason = writeAll(calls, file, piece); reason != 0) return reason;
     }
     if (uninterrupted([&] { return calls.sync(file.descriptor()); }) != 0) return errno;
     // After an interrupted close the descriptor is gone, and the bytes are stored already.
@@ -110,6 +118,13 @@ int placeAtNewName(FileCalls& calls, TemporaryFile& temporary, const std::string
     return 0;
 }
 
+/// Gives `temporary` its final name, whatever file has it. Gives 0 or the error number.
+int placeOver(FileCalls& calls, TemporaryFile& temporary, const std::string& path) {
+    if (uninterrupted([&] { return calls.rename(temporary.path(), path); }) != 0) return errno;
+    temporary.keep();
+    return 0;
+}
+
 /// Stores the folder's new entry on the device. Not every file system can, and the file is complete
 /// either way, so a failure is not reported.
 void syncFolder(FileCalls& calls, const std::string& folder) {
@@ -122,6 +137,10 @@ void syncFolder(FileCalls& calls, const std::string& folder) {
 std::string temporaryPathBeside(const std::string& path) {
     SecureRandom random;
     return pathInFolder(parentFolder(path), ".shotweaver-" + UUID::random(random).compactText());
+}
+
+bool isFolder(FileCalls& calls, const std::string& path) {
+    return uninterrupted([&] { return calls.probe(pathInFolder(path, "")); }) == 0;
 }
 
 } // namespace
@@ -161,10 +180,33 @@ void writeNewFile(FileCalls& calls, const std::string& path, std::string_view by
     OpenFile file(calls, uninterrupted([&] { return calls.createNew(temporaryPath); }));
     if (file.descriptor() < 0) fail("created", path, errno);
     TemporaryFile temporary(calls, temporaryPath);
-    if (const int reason = fill(calls, file, bytes); reason != 0) fail("written", path, reason);
+    if (const int reason = fill(calls, file, {bytes}); reason != 0) fail("written", path, reason);
     if (const int reason = placeAtNewName(calls, temporary, path); reason != 0)
         fail("created", path, reason);
     syncFolder(calls, parentFolder(path));
+}
+
+void replaceFile(FileCalls& calls, const std::string& path,
+                 const std::vector<std::string_view>& pieces) {
+    const std::string temporaryPath = temporaryPathBeside(path);
+    OpenFile file(calls, uninterrupted([&] { return calls.createNew(temporaryPath); }));
+    if (file.descriptor() < 0) fail("written", path, errno);
+    TemporaryFile temporary(calls, temporaryPath);
+    int reason = fill(calls, file, pieces);
+    if (reason == 0) reason = placeOver(calls, temporary, path);
+    if (reason != 0) fail("written", path, reason);
+    syncFolder(calls, parentFolder(path));
+}
+
+void createFolders(FileCalls& calls, const std::string& path) {
+    if (isFolder(calls, path)) return;
+    // With ENOTDIR a file is in the way: the error names it rather than what was to be in it.
+    const bool parentIsNone = errno == ENOENT || errno == ENOTDIR;
+    const std::string parent = parentFolder(path);
+    if (parentIsNone && parent != path) createFolders(calls, parent);
+    if (uninterrupted([&] { return calls.createFolder(path); }) == 0) return;
+    const int reason = errno;
+    if (reason != EEXIST || !isFolder(calls, path)) fail("created", path, reason);
 }
 
 std::string fileName(const std::string& path) {

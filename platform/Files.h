@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace shotweaver {
 
@@ -40,6 +41,17 @@ bool fileExists(FileCalls& calls, const std::string& path);
 /// Creates a file, complete and stored on the device or not at all, and never over an existing
 /// name.
 void writeNewFile(FileCalls& calls, const std::string& path, std::string_view bytes);
+
+/// Replaces a file, or creates it: afterwards it holds the pieces one after the other, stored on
+/// the device, or, when this throws, still what it held. The file is a new one with the permissions
+/// of new files; a symbolic link of that name is replaced, not followed (one to the folder is
+/// kept).
+void replaceFile(FileCalls& calls, const std::string& path,
+                 const std::vector<std::string_view>& pieces);
+
+/// Creates a folder and the missing ones that lead to it. Content when it is there already, be it
+/// through a link or because another process has just created it.
+void createFolders(FileCalls& calls, const std::string& path);
 
 /// The part of a path after its last slash; trailing slashes do not count.
 std::string fileName(const std::string& path);

@@ -1,13 +1,29 @@
 #include "platform/Locale.h"
 
 #include "platform/PlatformError.h"
+#include "platform/Text.h"
 
+#include <unicode/coll.h>
 #include <unicode/locid.h>
 #include <unicode/numberformatter.h>
 
-#include <string_view>
+#include <cstdint>
 
 namespace shotweaver {
+
+namespace {
+
+icu::Locale localeOf(const std::string& tag) {
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Locale locale = icu::Locale::forLanguageTag(tag, status);
+    return U_SUCCESS(status) ? locale : icu::Locale::getRoot();
+}
+
+icu::StringPiece piece(std::string_view text) {
+    return {text.data(), static_cast<std::int32_t>(text.size())};
+}
+
+} // namespace
 
 std::string userLocale() {
     const icu::Locale locale = icu::Locale::getDefault();
@@ -19,17 +35,40 @@ std::string userLocale() {
 }
 
 std::string localizedDecimal(double value, const std::string& locale) {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::Locale parsed = icu::Locale::forLanguageTag(locale, status);
-    const auto formatter = icu::number::NumberFormatter::withLocale(
-                               U_SUCCESS(status) ? parsed : icu::Locale::getRoot())
+    const auto formatter = icu::number::NumberFormatter::withLocale(localeOf(locale))
                                .precision(icu::number::Precision::maxFraction(3));
-    status = U_ZERO_ERROR;
+    UErrorCode status = U_ZERO_ERROR;
     std::string text;
     const auto formatted = formatter.formatDouble(value, status);
     formatted.toString(status).toUTF8String(text);
     if (U_FAILURE(status)) throw PlatformError("A number could not be written in this language.");
     return text;
+}
+
+struct NameCollator::Rules {
+    std::unique_ptr<icu::Collator> collator;
+};
+
+NameCollator::NameCollator(const std::string& locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::Collator> collator(
+        icu::Collator::createInstance(localeOf(locale), status));
+    if (U_SUCCESS(status)) {
+        collator->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
+        // Its three levels one after the other: letters, then accents, and case only between names
+        // that are equal but for it.
+        collator->setAttribute(UCOL_STRENGTH, UCOL_TERTIARY, status);
+        collator->setAttribute(UCOL_NORMALIZATION_MODE, UCOL_ON, status);
+    }
+    if (U_FAILURE(status)) throw PlatformError("Names cannot be sorted in this language.");
+    rules_ = std::make_shared<const Rules>(Rules{std::move(collator)});
+}
+
+int NameCollator::compare(std::string_view a, std::string_view b) const {
+    UErrorCode status = U_ZERO_ERROR;
+    const int order = rules_->collator->compareUTF8(piece(a), piece(b), status);
+    if (U_FAILURE(status)) throw PlatformError("Names cannot be compared in this language.");
+    return order != 0 ? order : normalizedNFC(a).compare(normalizedNFC(b));
 }
 
 } // namespace shotweaver

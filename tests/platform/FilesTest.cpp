@@ -53,31 +53,79 @@ TEST(Files, failuresNameThePathAndTheReason) {
     EXPECT_EQ(folder.names(), Names{});
 }
 
-/// A letter for each call that fails in turn: "c" when the file could not be created, "w" when it
-/// could not be written, "." when the file is there all the same.
-std::string outcomes(int error, bool lacksRenameToNew, std::size_t shortWrites) {
+/// Writes a new file, or replaces one that holds `old`. A letter for each call that fails in turn:
+/// "c" when the file could not be created, "w" when it could not be written, "." when it is there
+/// all the same.
+std::string outcomes(const std::string& old, int error, bool lacksRenameToNew,
+                     std::size_t shortWrites) {
     std::string letters;
     for (int failing = 1;; ++failing) {
         const TestFolder folder;
+        const std::string path = old.empty() ? folder.path("a") : folder.write("a", old);
         FailingFileCalls calls(failing, error);
         calls.lacksRenameToNew = lacksRenameToNew;
         calls.shortWrites = shortWrites;
-        const std::string failure =
-            failureOf([&] { writeNewFile(calls, folder.path("a"), "0123456789"); });
+        const std::string failure = failureOf([&] {
+            if (old.empty()) return writeNewFile(calls, path, "0123456789");
+            replaceFile(calls, path, {"0123", "", "456789"});
+        });
         if (calls.calls() < failing) return letters; // there are no more calls
-        EXPECT_EQ(folder.names(), failure.empty() ? Names{"a"} : Names{}) << failing;
-        EXPECT_EQ(folder.read("a"), failure.empty() ? "0123456789" : "") << failing;
+        EXPECT_EQ(folder.names(), failure.empty() || !old.empty() ? Names{"a"} : Names{})
+            << failing;
+        EXPECT_EQ(folder.read("a"), failure.empty() ? "0123456789" : old) << failing;
         const bool isCreation = failure.find("created: ") != std::string::npos;
         letters += failure.empty() ? '.' : isCreation ? 'c' : 'w';
+        replaceFile(calls, path, {"next"});
+        EXPECT_EQ(folder.read("a"), "next") << failing;
     }
 }
 
-TEST(Files, aNewFileIsCompleteOrNotThereWhateverCallFails) {
+TEST(Files, aFileIsCompleteOrAsItWasWhateverCallFails) {
     // create, write, sync, close, rename; then the folder: open, sync, close
-    EXPECT_EQ(outcomes(ENOSPC, false, 0), "cwwwc...");
+    EXPECT_EQ(outcomes("", ENOSPC, false, 0), "cwwwc...");
     // between rename and folder: reserve the name, close, rename
-    EXPECT_EQ(outcomes(ENOSPC, true, 3), "cwwwwwwcc.c...");
-    EXPECT_EQ(outcomes(EINTR, true, 3), std::string(14, '.')); // made again
+    EXPECT_EQ(outcomes("", ENOSPC, true, 3), "cwwwwwwcc.c...");
+    EXPECT_EQ(outcomes("", EINTR, true, 3), std::string(14, '.')); // made again
+    // replacing, in two pieces
+    EXPECT_EQ(outcomes("what it held", EACCES, false, 0), "wwwwww...");
+    EXPECT_EQ(outcomes("what it held", ENOSPC, false, 3), "wwwwwwww...");
+    EXPECT_EQ(outcomes("what it held", EINTR, false, 3), std::string(11, '.'));
+}
+
+TEST(Files, replacingMakesNewFilesAndReplacesLinks) {
+    const TestFolder folder;
+    std::filesystem::create_symlink(folder.write("elsewhere", "kept"), folder.path("link"));
+    for (const char* name : {"new", "link"})
+        replaceFile(systemFileCalls(), folder.path(name), {name, "!"});
+    EXPECT_EQ(folder.read("new") + folder.read("link") + folder.read("elsewhere"), "new!link!kept");
+    EXPECT_EQ(failureOf([&] { replaceFile(systemFileCalls(), folder.path(), {"x"}); }),
+              fmt::format("“{}” could not be written: Is a directory.", folder.path()));
+    EXPECT_EQ(folder.names(), (Names{"elsewhere", "link", "new"}));
+}
+
+TEST(Files, foldersAreCreatedWithTheirParents) {
+    const TestFolder folder;
+    folder.write("file", "");
+    std::filesystem::create_directory_symlink(folder.path(), folder.path("link"));
+    std::filesystem::create_symlink(folder.path("nowhere"), folder.path("broken"));
+    for (const char* created : {"a/b//c/", "a/b/c", "link", "link/d/e", "é/../f", "."}) {
+        createFolders(systemFileCalls(), folder.path(created));
+        EXPECT_TRUE(std::filesystem::is_directory(folder.path(created))) << created;
+    }
+    for (const char* existing : {"", "/", ".", "..", "//"})
+        createFolders(systemFileCalls(), existing);
+    FailingFileCalls overtaken(1, ENOENT); // another process creates it after the first look
+    createFolders(overtaken, folder.path("a"));
+
+    const std::pair<const char*, const char*> blocked[] = {
+        {"file", "file"}, {"a/../file/x/y", "a/../file"}, {"broken/x", "broken"}};
+    for (const auto& [path, inTheWay] : blocked)
+        EXPECT_EQ(
+            failureOf([&, name = path] { createFolders(systemFileCalls(), folder.path(name)); }),
+            fmt::format("“{}” could not be created: File exists.", folder.path(inTheWay)));
+    FailingFileCalls full(4, ENOSPC); // after three looks
+    EXPECT_EQ(failureOf([&] { createFolders(full, folder.path("i/j")); }),
+              fmt::format("“{}” could not be created: No space left on device.", folder.path("i")));
 }
 
 TEST(Files, readingSurvivesSignalsReportsErrorsAndCloses) {

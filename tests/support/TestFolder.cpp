@@ -23,6 +23,7 @@ TestFolder::~TestFolder() {
 
 std::string TestFolder::write(std::string_view name, std::string_view bytes) const {
     const std::filesystem::path file = path_ / name;
+    std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary) << bytes;
     return file.string();
 }
@@ -78,6 +79,7 @@ int FailingFileCalls::close(int file) {
 }
 
 int FailingFileCalls::rename(const std::string& from, const std::string& to) {
+    ++renames;
     return fails() ? -1 : systemFileCalls().rename(from, to);
 }
 
@@ -90,6 +92,10 @@ int FailingFileCalls::renameToNew(const std::string& from, const std::string& to
 
 int FailingFileCalls::remove(const std::string& path) {
     return fails() ? -1 : systemFileCalls().remove(path);
+}
+
+int FailingFileCalls::createFolder(const std::string& path) {
+    return fails() ? -1 : systemFileCalls().createFolder(path);
 }
 
 int FailingFileCalls::probe(const std::string& path) {

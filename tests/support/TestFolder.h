@@ -19,7 +19,7 @@ class TestFolder {
 
     std::string path() const { return path_.string(); }
     std::string path(std::string_view name) const { return (path_ / name).string(); }
-    /// Puts a file there and gives its path.
+    /// Puts a file there, in folders as needed, and gives its path.
     std::string write(std::string_view name, std::string_view bytes) const;
     std::string read(std::string_view name) const;
     /// Names of everything in the folder, hidden files too, sorted.
@@ -48,12 +48,15 @@ class FailingFileCalls final : public FileCalls {
     int rename(const std::string& from, const std::string& to) override;
     int renameToNew(const std::string& from, const std::string& to) override;
     int remove(const std::string& path) override;
+    int createFolder(const std::string& path) override;
     int probe(const std::string& path) override;
 
     /// Makes `renameToNew` unknown, as on file systems that lack it.
     bool lacksRenameToNew = false;
     /// Writes at most so many bytes a call; 0 for no limit.
     std::size_t shortWrites = 0;
+    /// Files replaced so far.
+    int renames = 0;
 
   private:
     bool fails();
