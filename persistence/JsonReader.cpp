@@ -8,7 +8,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
-#include <set>
+#include <utility>
+#include <vector>
 
 namespace shotweaver {
 
@@ -26,23 +27,37 @@ std::string_view parserText(const Json::exception& error) {
                            shownCharacters);
 }
 
-/// Goes through a document before it is read, and refuses what the library lets pass. Of its events
-/// only those of objects and arrays matter.
-class StrictWatch final : public nlohmann::json_sax<Json> {
+/// Builds a document from the events of the parser, and refuses what the library lets pass.
+class StrictBuilder final : public nlohmann::json_sax<Json> {
   public:
-    explicit StrictWatch(std::string_view text) : text_(text) {}
+    explicit StrictBuilder(std::string_view text) : text_(text) {}
 
-    bool start_object(std::size_t) override { return open(); }
+    Json take() { return std::move(root_); }
+
+    bool start_object(std::size_t) override { return open(Json::object()); }
     bool end_object() override { return close(); }
-    bool start_array(std::size_t) override { return open(); }
+    bool start_array(std::size_t) override { return open(Json::array()); }
     bool end_array() override { return close(); }
 
     bool key(std::string& key) override {
-        if (!keys_.back().insert(key).second)
+        auto& object = open_.back()->get_ref<Json::object_t&>();
+        const auto [member, isNew] = object.try_emplace(std::move(key));
+        if (!isNew)
             throw PlatformError(fmt::format("The JSON has the key \"{}\" twice in one object.",
-                                            firstCharacters(key, shownCharacters)));
+                                            firstCharacters(member->first, shownCharacters)));
+        member_ = &member->second;
         return true;
     }
+
+    bool null() override { return add(nullptr); }
+    bool boolean(bool value) override { return add(value); }
+    bool number_integer(Json::number_integer_t value) override { return add(value); }
+    bool number_unsigned(Json::number_unsigned_t value) override { return add(value); }
+    bool number_float(Json::number_float_t value, const std::string&) override {
+        return add(value);
+    }
+    bool string(std::string& value) override { return add(std::move(value)); }
+    bool binary(Json::binary_t&) override { return false; } // not in a text
 
     bool parse_error(std::size_t position, const std::string&,
                      const Json::exception& error) override {
@@ -55,25 +70,29 @@ class StrictWatch final : public nlohmann::json_sax<Json> {
                 : fmt::format("The JSON could not be read at line {}: {}.", line, what));
     }
 
-    bool null() override { return true; }
-    bool boolean(bool) override { return true; }
-    bool number_integer(Json::number_integer_t) override { return true; }
-    bool number_unsigned(Json::number_unsigned_t) override { return true; }
-    bool number_float(Json::number_float_t, const std::string&) override { return true; }
-    bool string(std::string&) override { return true; }
-    bool binary(Json::binary_t&) override { return true; }
-
   private:
-    bool open() {
-        keys_.emplace_back();
-        if (keys_.size() > maximumDepth)
+    /// Puts a value in the place that the events before have led to.
+    Json& put(Json value) {
+        if (open_.empty()) return root_ = std::move(value);
+        if (open_.back()->is_object()) return *member_ = std::move(value);
+        return open_.back()->get_ref<Json::array_t&>().emplace_back(std::move(value));
+    }
+
+    bool add(Json value) {
+        put(std::move(value));
+        return true;
+    }
+
+    bool open(Json container) {
+        if (open_.size() == maximumDepth)
             throw PlatformError(
                 fmt::format("The JSON is nested more than {} levels deep.", maximumDepth));
+        open_.push_back(&put(std::move(container)));
         return true;
     }
 
     bool close() {
-        keys_.pop_back();
+        open_.pop_back();
         return true;
     }
 
@@ -82,21 +101,23 @@ class StrictWatch final : public nlohmann::json_sax<Json> {
     }
 
     std::string_view text_;
-    std::vector<std::set<std::string>> keys_; // of each object or array that is open
+    Json root_;
+    std::vector<Json*> open_; // outermost first; each stays in place until it is closed
+    Json* member_ = nullptr;  // of the innermost object, for the key that came last
 };
 
 } // namespace
 
 Json parseJson(std::string_view text) {
-    StrictWatch watch(text);
-    Json::sax_parse(text, &watch);
-    return Json::parse(text);
+    StrictBuilder builder(text);
+    Json::sax_parse(text, &builder);
+    return builder.take();
 }
 
 void JsonReader::refuse(std::string_view expectation) const {
-    throw PlatformError(path_.empty()
+    throw PlatformError(parent_ == nullptr
                             ? fmt::format("The JSON must be {}.", expectation)
-                            : fmt::format("The JSON's \"{}\" must be {}.", path_, expectation));
+                            : fmt::format("The JSON's \"{}\" must be {}.", path(), expectation));
 }
 
 double JsonReader::number() const {
@@ -118,9 +139,9 @@ bool JsonReader::boolean() const {
     return value_.get<bool>();
 }
 
-std::string JsonReader::string() const {
+const std::string& JsonReader::string() const {
     if (!value_.is_string()) refuse("a string");
-    return value_.get<std::string>();
+    return value_.get_ref<const std::string&>();
 }
 
 UUID JsonReader::uuid() const {
@@ -130,41 +151,37 @@ UUID JsonReader::uuid() const {
     return *uuid;
 }
 
-std::vector<JsonReader> JsonReader::elements() const {
-    if (!value_.is_array()) refuse("an array");
-    std::vector<JsonReader> elements;
-    elements.reserve(value_.size());
-    for (const Json& element : value_)
-        elements.push_back(JsonReader(element, fmt::format("{}[{}]", path_, elements.size())));
-    return elements;
-}
-
-std::vector<std::pair<std::string, JsonReader>> JsonReader::members() const {
-    std::vector<std::pair<std::string, JsonReader>> members;
-    for (const auto& [key, value] : object().items())
-        members.emplace_back(key, JsonReader(value, memberPath(key)));
-    return members;
-}
-
-JsonReader JsonReader::at(std::string_view key) const {
+JsonReader JsonReader::at(std::string_view key) const& {
     const auto found = object().find(key);
-    if (found == value_.end())
+    if (found == object().end())
         throw PlatformError(fmt::format("The JSON has no \"{}\".", memberPath(key)));
-    return JsonReader(*found, memberPath(key));
+    return JsonReader(found->second, *this, found->first, 0);
 }
 
-bool JsonReader::has(std::string_view key) const {
+std::optional<JsonReader> JsonReader::find(std::string_view key) const& {
     const auto found = object().find(key);
-    return found != value_.end() && !found->is_null();
+    if (found == object().end() || found->second.is_null()) return std::nullopt;
+    return JsonReader(found->second, *this, found->first, 0);
 }
 
-const Json& JsonReader::object() const {
+const Json::array_t& JsonReader::array() const {
+    if (!value_.is_array()) refuse("an array");
+    return value_.get_ref<const Json::array_t&>();
+}
+
+const Json::object_t& JsonReader::object() const {
     if (!value_.is_object()) refuse("an object");
-    return value_;
+    return value_.get_ref<const Json::object_t&>();
+}
+
+std::string JsonReader::path() const {
+    if (parent_ == nullptr) return "";
+    if (parent_->value_.is_object()) return parent_->memberPath(key_);
+    return fmt::format("{}[{}]", parent_->path(), index_);
 }
 
 std::string JsonReader::memberPath(std::string_view key) const {
-    return path_.empty() ? std::string(key) : fmt::format("{}.{}", path_, key);
+    return parent_ == nullptr ? std::string(key) : fmt::format("{}.{}", path(), key);
 }
 
 } // namespace shotweaver

@@ -4,10 +4,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace shotweaver {
 
@@ -23,39 +24,61 @@ Json parseJson(std::string_view text);
 
 /// A value of a parsed document with its place in it, which every refusal names. Throws
 /// `PlatformError`.
+///
+/// A reader refers to the document and to the reader that it came from, which must outlive it: the
+/// place is put into words only when a refusal needs it.
 class JsonReader {
   public:
-    /// `value` must outlive the reader.
     explicit JsonReader(const Json& value) : value_(value) {}
 
     double number() const;        // finite
     std::int64_t integer() const; // written as a whole number that fits
     bool boolean() const;
-    std::string string() const;
+    const std::string& string() const; // of the document
     UUID uuid() const;
 
-    /// The elements of an array.
-    std::vector<JsonReader> elements() const;
+    /// Calls visit(JsonReader) for each element of an array, in order.
+    template <class Visit>
+    void eachElement(Visit visit) const {
+        std::size_t index = 0;
+        for (const Json& element : array()) {
+            visit(JsonReader(element, *this, {}, index));
+            ++index;
+        }
+    }
 
-    /// The keys of an object, each with its reader.
-    std::vector<std::pair<std::string, JsonReader>> members() const;
+    /// Calls visit(key, JsonReader) for each key of an object.
+    template <class Visit>
+    void eachMember(Visit visit) const {
+        for (const auto& [key, value] : object())
+            visit(key, JsonReader(value, *this, key, 0));
+    }
 
     /// The value of a key that an object must have.
-    JsonReader at(std::string_view key) const;
+    JsonReader at(std::string_view key) const&;
+    JsonReader at(std::string_view key) const&& = delete;
 
-    /// True when an object has that key with a value other than null.
-    bool has(std::string_view key) const;
+    /// The value of a key that an object may have; nothing when it is absent or null.
+    std::optional<JsonReader> find(std::string_view key) const&;
+    std::optional<JsonReader> find(std::string_view key) const&& = delete;
 
+    /// Throws "The JSON's "cuts[3].start" must be " + expectation + ".".
     [[noreturn]] void refuse(std::string_view expectation) const;
 
   private:
-    JsonReader(const Json& value, std::string path) : value_(value), path_(std::move(path)) {}
+    JsonReader(const Json& value, const JsonReader& parent, std::string_view key, std::size_t index)
+        : value_(value), parent_(&parent), key_(key), index_(index) {}
 
-    const Json& object() const;
+    const Json::array_t& array() const;
+    const Json::object_t& object() const;
+
+    std::string path() const; // "cuts[3].start"; empty for the whole
     std::string memberPath(std::string_view key) const;
 
     const Json& value_;
-    std::string path_; // "cuts[3].start"; empty for the whole
+    const JsonReader* parent_ = nullptr; // null for the whole
+    std::string_view key_;               // in the parent, an object; of the document
+    std::size_t index_ = 0;              // in the parent, an array
 };
 
 } // namespace shotweaver

@@ -1,14 +1,10 @@
 #include "persistence/RecordJson.h"
 
-#include <type_traits>
+#include "persistence/RecordCoding.h"
 
 namespace shotweaver {
 
-namespace {
-
-/// The keys of each record, once for both directions: calls visit(key, field) for every field.
-template <class Record, class Visit>
-requires std::is_same_v<std::remove_const_t<Record>, SectionDraft>
+template <RecordOf<SectionDraft> Record, class Visit>
 void visitFields(Record& section, Visit visit) {
     visit("id", section.id);
     visit("name", section.name);
@@ -17,8 +13,7 @@ void visitFields(Record& section, Visit visit) {
     visit("end", section.end);
 }
 
-template <class Record, class Visit>
-requires std::is_same_v<std::remove_const_t<Record>, EditSettings>
+template <RecordOf<EditSettings> Record, class Visit>
 void visitFields(Record& settings, Visit visit) {
     visit("mainShare", settings.mainShare);
     visit("averageShot", settings.averageShot);
@@ -41,8 +36,7 @@ void visitFields(Record& settings, Visit visit) {
     visit("sections", settings.sections);
 }
 
-template <class Record, class Visit>
-requires std::is_same_v<std::remove_const_t<Record>, Cut>
+template <RecordOf<Cut> Record, class Visit>
 void visitFields(Record& cut, Visit visit) {
     visit("id", cut.id);
     visit("angle", cut.angle);
@@ -50,8 +44,7 @@ void visitFields(Record& cut, Visit visit) {
     visit("duration", cut.duration);
 }
 
-template <class Record, class Visit>
-requires std::is_same_v<std::remove_const_t<Record>, EditRevision>
+template <RecordOf<EditRevision> Record, class Visit>
 void visitFields(Record& revision, Visit visit) {
     visit("id", revision.id);
     visit("created", revision.created);
@@ -59,124 +52,59 @@ void visitFields(Record& revision, Visit visit) {
     visit("cuts", revision.cuts);
 }
 
+template <RecordOf<EditHistory> Record, class Visit>
+void visitFields(Record& history, Visit visit) {
+    visit("items", history.items);
+    visit("index", history.index);
+}
+
+namespace {
+
 template <class Record>
-OrderedJson encodeRecord(const Record& record);
-
-template <class Value>
-OrderedJson encode(const Value& value) {
-    if constexpr (std::is_arithmetic_v<Value> || std::is_same_v<Value, std::string>)
-        return value;
-    else
-        return encodeRecord(value);
-}
-
-OrderedJson encode(const UUID& uuid) {
-    return uuid.text();
-}
-
-OrderedJson encode(const AngleNumbers& numbers) {
-    // Straight into the underlying list: its own insertion looks at every key before.
-    OrderedJson::object_t object;
-    for (const auto& [angle, number] : numbers)
-        object.OrderedJson::object_t::Container::emplace_back(angle, number);
-    return object;
-}
-
-OrderedJson encode(const std::set<std::string, std::less<>>& angles) {
-    OrderedJson array = OrderedJson::array();
-    for (const std::string& angle : angles)
-        array.push_back(angle);
-    return array;
+std::string text(const Record& record) {
+    std::string json;
+    encode(json, record);
+    return json;
 }
 
 template <class Record>
-OrderedJson encode(const std::vector<Record>& records) {
-    OrderedJson array = OrderedJson::array();
-    for (const Record& record : records)
-        array.push_back(encodeRecord(record));
-    return array;
-}
-
-template <class Record>
-OrderedJson encodeRecord(const Record& record) {
-    OrderedJson object = OrderedJson::object();
-    visitFields(record, [&](const char* key, const auto& field) { object[key] = encode(field); });
-    return object;
-}
-
-template <class Record>
-void decodeRecord(const JsonReader& json, Record& record);
-
-void decode(const JsonReader& json, double& value) {
-    value = json.number();
-}
-void decode(const JsonReader& json, std::int64_t& value) {
-    value = json.integer();
-}
-void decode(const JsonReader& json, bool& value) {
-    value = json.boolean();
-}
-void decode(const JsonReader& json, std::string& value) {
-    value = json.string();
-}
-void decode(const JsonReader& json, UUID& value) {
-    value = json.uuid();
-}
-void decode(const JsonReader& json, EditSettings& value) {
-    decodeRecord(json, value);
-}
-
-void decode(const JsonReader& json, AngleNumbers& value) {
-    value.clear();
-    for (const auto& [angle, number] : json.members())
-        value.insert_or_assign(angle, number.number());
-}
-
-void decode(const JsonReader& json, std::set<std::string, std::less<>>& value) {
-    value.clear();
-    for (const JsonReader& angle : json.elements())
-        value.insert(angle.string());
-}
-
-template <class Record>
-void decode(const JsonReader& json, std::vector<Record>& value) {
-    value.clear();
-    for (const JsonReader& element : json.elements())
-        decodeRecord(element, value.emplace_back());
-}
-
-template <class Record>
-void decodeRecord(const JsonReader& json, Record& record) {
-    visitFields(record, [&](const char* key, auto& field) { decode(json.at(key), field); });
+Record read(const JsonReader& json) {
+    Record record;
+    decode(json, record);
+    return record;
 }
 
 } // namespace
 
-OrderedJson settingsJson(const EditSettings& settings) {
-    return encodeRecord(settings);
+std::string settingsText(const EditSettings& settings) {
+    return text(settings);
 }
 
 EditSettings readSettings(const JsonReader& json) {
-    EditSettings settings;
-    decodeRecord(json, settings);
-    return settings;
+    return read<EditSettings>(json);
 }
 
 EditSettings readSettingsOver(const JsonReader& json, EditSettings settings) {
-    visitFields(settings, [&](const char* key, auto& field) {
-        if (json.has(key)) decode(json.at(key), field);
+    visitFields(settings, [&](std::string_view key, auto& field) {
+        if (const auto found = json.find(key)) decode(*found, field);
     });
     return settings;
 }
 
-OrderedJson revisionJson(const EditRevision& revision) {
-    return encodeRecord(revision);
+std::string revisionText(const EditRevision& revision) {
+    return text(revision);
 }
 
 EditRevision readRevision(const JsonReader& json) {
-    EditRevision revision;
-    decodeRecord(json, revision);
-    return revision;
+    return read<EditRevision>(json);
+}
+
+OrderedJson revisionJson(const EditRevision& revision) {
+    return OrderedJson::parse(revisionText(revision));
+}
+
+EditHistory readHistory(const JsonReader& json) {
+    return read<EditHistory>(json);
 }
 
 } // namespace shotweaver

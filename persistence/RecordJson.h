@@ -2,21 +2,29 @@
 
 #include "engine/EditRevision.h"
 #include "engine/EditSettings.h"
+#include "persistence/EditHistory.h"
 #include "persistence/JsonReader.h"
+
+#include <string>
 
 namespace shotweaver {
 
 /// The stored JSON of the records: objects whose keys are the field names, all required when
 /// reading; unknown keys are ignored. Readers throw `PlatformError` with a sentence that says
-/// where.
+/// where, writers for a number that is not finite.
 
-OrderedJson settingsJson(const EditSettings& settings);
+std::string settingsText(const EditSettings& settings);
 EditSettings readSettings(const JsonReader& json);
 
 /// `settings` with the keys that the object has in place of the old values; every key is optional.
 EditSettings readSettingsOver(const JsonReader& json, EditSettings settings);
 
-OrderedJson revisionJson(const EditRevision& revision);
+std::string revisionText(const EditRevision& revision);
 EditRevision readRevision(const JsonReader& json);
+
+/// The same as a document.
+OrderedJson revisionJson(const EditRevision& revision);
+
+EditHistory readHistory(const JsonReader& json);
 
 } // namespace shotweaver

@@ -1,0 +1,137 @@
+#include "persistence/SavedEditSession.h"
+
+#include "engine/FinalCutImportError.h"
+#include "persistence/RecordJson.h"
+#include "platform/Base64.h"
+#include "platform/PlatformError.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace shotweaver {
+
+namespace {
+
+[[noreturn]] void refuse(const char* sentence) {
+    throw FinalCutImportError::invalid(sentence);
+}
+
+const Coverage* pictureOf(const CutEngine& engine, std::string_view angle) {
+    const auto found = engine.coverage.find(angle);
+    return found == engine.coverage.end() || found->second.empty() ? nullptr : &found->second;
+}
+
+bool camerasMatch(const EditSettings& settings, const CutEngine& engine) {
+    const auto isCamera = [&](std::string_view angle) {
+        return pictureOf(engine, angle) != nullptr;
+    };
+    return isCamera(settings.mainCamera) &&
+           std::all_of(settings.otherCameras.begin(), settings.otherCameras.end(), isCamera) &&
+           (settings.audio.empty() || engine.audioCoverage.contains(settings.audio)) &&
+           std::all_of(settings.sections.begin(), settings.sections.end(),
+                       [&](const SectionDraft& section) { return isCamera(section.camera); }) &&
+           (!settings.openingEnabled || isCamera(settings.openingCamera)) &&
+           (!settings.closingEnabled || isCamera(settings.closingCamera));
+}
+
+void checkSettings(const EditSettings& settings, const CutEngine& engine) {
+    settings.validate();
+    if (!camerasMatch(settings, engine))
+        refuse("The saved session's cameras do not match its XML snapshot.");
+}
+
+void checkCuts(const std::vector<Cut>& cuts, const CutEngine& engine) {
+    std::int64_t end = 0; // never past the length, so that nothing below overflows
+    for (const Cut& cut : cuts) {
+        const bool follows =
+            cut.start == end && cut.duration >= 1 && cut.duration <= engine.length - end;
+        const Coverage* const picture = pictureOf(engine, cut.angle);
+        if (!follows || picture == nullptr || !rangeContaining(*picture, {end, end + cut.duration}))
+            refuse("The saved edit history contains invalid cuts.");
+        end += cut.duration;
+    }
+    if (end != engine.length) refuse("The saved edit history has an incomplete timeline.");
+}
+
+SavedEditSession readAny(std::string_view json) {
+    const Json document = parseJson(json);
+    const JsonReader reader(document);
+    SavedEditSession session;
+    session.version = reader.at("version").integer();
+    const JsonReader source = reader.at("sourceXML");
+    auto sourceXML = fromBase64(source.string());
+    if (!sourceXML) source.refuse("base64 text");
+    session.sourceXML = *std::move(sourceXML);
+    session.settings = readSettings(reader.at("settings"));
+    session.history = readHistory(reader.at("history"));
+    return session;
+}
+
+/// What a session starts with as it is written here, before the document.
+constexpr std::string_view head = R"({"version":1,"sourceXML":")";
+
+/// Reads a session as it is written here; nothing when the text may be another one. The document,
+/// which is most of the file, is decoded where it stands, and only the rest is parsed: this halves
+/// the time for a large project.
+std::optional<SavedEditSession> readEncoded(std::string_view json) {
+    if (!json.starts_with(head)) return std::nullopt;
+    const std::size_t end = std::min(json.find('"', head.size()), json.size());
+    auto sourceXML = fromBase64(json.substr(head.size(), end - head.size()));
+    if (!sourceXML) return std::nullopt;
+    std::string rest(head);
+    SavedEditSession session = readAny(rest += json.substr(end));
+    session.sourceXML = *std::move(sourceXML);
+    return session;
+}
+
+} // namespace
+
+SavedEditSession readSession(std::string_view json) {
+    try {
+        if (auto session = readEncoded(json)) return *std::move(session);
+    } catch (const PlatformError&) {
+        // Columns counted without the document would be wrong: the whole text says where it is.
+    }
+    return readAny(json);
+}
+
+void validateSession(const SavedEditSession& session, const CutEngine& engine) {
+    if (session.version != 1 || !session.history.hasValidIndex())
+        refuse("The saved session could not be read. Its stored data has been kept.");
+    checkSettings(session.settings, engine);
+    for (const EditRevision& revision : session.history.items)
+        checkSettings(revision.settings, engine);
+    for (const EditRevision& revision : session.history.items) {
+        engine.checkAudioCoverage(revision.settings.audio);
+        checkCuts(revision.cuts, engine);
+    }
+}
+
+SessionEncoder::SessionEncoder(std::string_view sourceXML) : document_(base64(sourceXML)) {}
+
+std::vector<std::string_view> SessionEncoder::encode(const EditSettings& settings,
+                                                     const EditHistory& history) {
+    settings_ = fmt::format(R"(","settings":{},"history":{{"items":[)", settingsText(settings));
+    encodeRevisions(history.items);
+    index_ = fmt::format(R"(],"index":{}}}}})", history.index);
+
+    std::vector<std::string_view> pieces{head, document_, settings_};
+    for (const EncodedRevision& revision : revisions_)
+        pieces.push_back(revision.json);
+    pieces.push_back(index_);
+    return pieces;
+}
+
+void SessionEncoder::encodeRevisions(const std::vector<EditRevision>& items) {
+    const auto [changed, kept] = std::mismatch(
+        items.begin(), items.end(), revisions_.begin(), revisions_.end(),
+        [](const EditRevision& item, const EncodedRevision& known) { return item.id == known.id; });
+    revisions_.erase(kept, revisions_.end());
+    for (auto item = changed; item != items.end(); ++item)
+        revisions_.push_back({item->id, (revisions_.empty() ? "" : ",") + revisionText(*item)});
+}
+
+} // namespace shotweaver

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "engine/CutEngine.h"
+#include "engine/EditSettings.h"
+#include "persistence/EditHistory.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace shotweaver {
+
+/// The user's work as it is kept across launches.
+struct SavedEditSession {
+    std::int64_t version = 1; // of the format
+    std::string sourceXML;    // the imported document, byte for byte
+    EditSettings settings;    // in the panels, not those of the current revision
+    EditHistory history;
+
+    bool operator==(const SavedEditSession&) const = default;
+};
+
+/// Decodes a session file. Only its form is checked: see `validateSession`. Throws `PlatformError`
+/// with a sentence that says where.
+SavedEditSession readSession(std::string_view json);
+
+/// Checks a decoded session against the engine built from its XML. Throws `FinalCutImportError`
+/// with the sentence of the first failed check: version and index; for the settings and then each
+/// revision's the ranges and the cameras; for each revision the audio angle and the cuts.
+void validateSession(const SavedEditSession& session, const CutEngine& engine);
+
+/// Encodes sessions of one project, saved again and again. What never changes is encoded once: the
+/// document at construction, each revision when it is first saved.
+class SessionEncoder {
+  public:
+    explicit SessionEncoder(std::string_view sourceXML);
+
+    /// The file's text in pieces, valid until the next call. `history` must be what it was at the
+    /// last call but for what `append` and moving through it change. Throws `PlatformError` for a
+    /// number that is not finite.
+    std::vector<std::string_view> encode(const EditSettings& settings, const EditHistory& history);
+
+  private:
+    struct EncodedRevision {
+        UUID id;
+        std::string json; // with the comma before it, but for the first one
+    };
+
+    void encodeRevisions(const std::vector<EditRevision>& items);
+
+    std::string document_; // in base64
+    std::string settings_; // with what stands around them
+    std::vector<EncodedRevision> revisions_;
+    std::string index_; // with what stands around it
+};
+
+} // namespace shotweaver
