@@ -69,11 +69,9 @@ constexpr const char* pictureOnly = R"(duration="40000000s" hasVideo="1" format=
 
 } // namespace
 
-std::string largeDocument() {
+std::string largeDocument(std::size_t clipsEach, std::size_t clipFrames) {
     constexpr std::size_t angleCount = 8;
-    constexpr std::size_t clipsEach = 40'000;
     constexpr std::size_t assetCount = 800;
-    constexpr std::size_t clipFrames = 8;
 
     DocumentParts parts;
     parts.frameDuration = "1001/30000s";

@@ -6,9 +6,10 @@
 
 namespace shotweaver::benchmarks {
 
-/// An export as large as they come: about 100 MB, 8 angles of 40,000 abutting clips each, 800
-/// assets, keywords on the clips; continuous picture and sound. It generates and exports.
-std::string largeDocument();
+/// An export as large as they come: 8 angles of abutting clips, 800 assets, keywords on the clips;
+/// continuous picture and sound. It generates and exports. With 40,000 clips to an angle it is of
+/// about 100 MB.
+std::string largeDocument(std::size_t clipsEach = 40'000, std::size_t clipFrames = 8);
 
 /// A long project at 25 frames a second whose angles have `rangesEach` stretches of picture with
 /// gaps between them, no two angles' gaps at the same time. The first angle's sound is continuous.

@@ -4,6 +4,7 @@
 #include "cli/ExportCommand.h"
 #include "cli/GenerateCommand.h"
 #include "cli/InspectCommand.h"
+#include "cli/PresetsCommand.h"
 #include "cli/TextTable.h"
 
 #include <CLI/CLI.hpp>
@@ -57,8 +58,8 @@ constexpr const char* generateFooter =
     R"(
 A is an angle: its identifier, or its name when no other angle has the same one.
 Settings start as a fresh import leaves them: the first camera is the main camera, all
-others are included, at 70 percent for the main camera. --settings comes next, then the
-other flags.
+others are included, at 70 percent for the main camera. --preset comes next, then
+--settings, then the other flags.
 
 Examples:
   shotweaver generate "Sunday.fcpxml"
@@ -66,6 +67,7 @@ Examples:
   shotweaver generate "Sunday.fcpxml" --frequency Pulpit=8 --return-time Band=120
   shotweaver generate "Sunday.fcpxml" --opening Wide=20 --closing Wide=15
   shotweaver generate "Sunday.fcpxml" --section "Pulpit,01:05:30;00,01:07:10;00,Prayer"
+  shotweaver generate "Sunday.fcpxml" --preset "Sunday sermon" --output out --open
   shotweaver generate "Sunday.fcpxml" --seed 7 --json > edit.json)";
 
 constexpr const char* exportFooter =
@@ -77,6 +79,17 @@ Examples:
   shotweaver generate "Sunday.fcpxml" --json > edit.json
   shotweaver export "Sunday.fcpxml" edit.json --output out
   shotweaver generate "Sunday.fcpxml" --json | shotweaver export "Sunday.fcpxml" - --output out)";
+
+constexpr const char* presetsFooter =
+    R"(
+One name a line. "generate --preset NAME" applies one; letters of either case will do.
+
+Examples:
+  shotweaver presets
+  shotweaver generate "Sunday.fcpxml" --preset "Sunday sermon" --output out)";
+
+constexpr const char* openHelp =
+    "Hand the XML to Final Cut Pro afterwards; the files stay when that fails";
 
 /// An empty folder is most likely a variable of the shell that was never set.
 std::string isNotEmpty(const std::string& text) {
@@ -112,14 +125,16 @@ class Grammar {
         addInspect();
         addGenerate();
         addExport();
+        addPresets();
     }
 
     CLI::App& app() { return app_; }
 
-    CommandResult run(ByteSource& in) const {
+    CommandResult run(ByteSource& in, const Environment& environment) const {
         if (inspect_->parsed()) return runInspect(inspectOptions_, in);
-        if (generate_->parsed()) return runGenerate(generateOptions_, in);
-        return runExport(exportOptions_, in);
+        if (generate_->parsed()) return runGenerate(generateOptions_, in, environment);
+        if (export_->parsed()) return runExport(exportOptions_, in, environment);
+        return runPresets(presetsOptions_, environment);
     }
 
     bool hasVerb() const { return !app_.get_subcommands().empty(); }
@@ -130,7 +145,9 @@ class Grammar {
         const std::string verb = verbs.empty() ? "" : " " + verbs.front()->get_name();
         std::string arguments = " VERB PROJECT [OPTIONS]";
         if (verb == " export")
-            arguments = " PROJECT REVISION --output DIR";
+            arguments = " PROJECT REVISION --output DIR [--open]";
+        else if (verb == " presets")
+            arguments = " [--json]";
         else if (!verb.empty())
             arguments = " PROJECT [OPTIONS]";
         return fmt::format("Usage: shotweaver{}{}\n\"shotweaver{} --help\" explains more.\n", verb,
@@ -155,20 +172,29 @@ class Grammar {
                          "The edit's JSON file, or - for the standard input")
             ->required()
             ->type_name("");
-        export_->add_option("--output", exportOptions_.output, "Folder for the two files")
+        export_->add_option("--output", exportOptions_.output.path, "Folder for the two files")
             ->required()
             ->check(isNotEmpty)
             ->type_name("DIR");
+        export_->add_flag("--open", exportOptions_.output.open, openHelp);
         export_->footer(exportFooter);
+    }
+
+    void addPresets() {
+        presets_ = app_.add_subcommand("presets", "List the presets saved in the panel");
+        presets_->add_flag("--json", presetsOptions_.json, "Print the stored JSON array");
+        presets_->footer(presetsFooter);
     }
 
     CLI::App app_{programHelp, "shotweaver"};
     CLI::App* inspect_ = nullptr;
     CLI::App* generate_ = nullptr;
     CLI::App* export_ = nullptr;
+    CLI::App* presets_ = nullptr;
     InspectOptions inspectOptions_;
     GenerateOptions generateOptions_;
     ExportOptions exportOptions_;
+    PresetsOptions presetsOptions_;
 };
 
 void Grammar::addGenerate() {
@@ -214,6 +240,7 @@ void Grammar::addGenerate() {
              "Hold a camera between two timecodes of the project; repeatable", "A,START,END[,NAME]")
         ->group("Fixed shots");
 
+    addText(verb, "--preset", options.preset, "Apply a preset saved in the panel", "NAME");
     addText(verb, "--settings", options.settingsFile,
             "A JSON object of settings, as in what --json prints; every key is optional", "FILE");
     addText(verb, "--seed", options.seed, "Draw from this seed, to get the same shots again", "N");
@@ -221,6 +248,7 @@ void Grammar::addGenerate() {
     addText(verb, "--output", options.output,
             "Also export: the FCPXML and its settings record, into this folder", "DIR")
         ->check(isNotEmpty);
+    verb.add_flag("--open", options.open, openHelp);
     verb.footer(generateFooter);
 }
 
@@ -229,13 +257,14 @@ void printFailure(std::ostream& err, const std::string& message) {
     err << "shotweaver: " << oneLine(message) << '\n' << std::flush;
 }
 
-int report(const CommandResult& result, CommandStreams streams) {
+int report(const CommandResult& result, const CommandStreams& streams) {
+    const bool namesFilesInOutput = !result.isJson && !result.failure;
     streams.out << result.output;
-    if (!result.isJson) streams.out << result.files;
+    if (namesFilesInOutput) streams.out << result.files;
     streams.out << std::flush;
     streams.err << result.notes;
     // Files that were written are named in any case.
-    if (result.isJson || !streams.out) streams.err << result.files;
+    if (!namesFilesInOutput || !streams.out) streams.err << result.files;
     streams.err << std::flush;
     if (result.failure) {
         printFailure(streams.err, *result.failure);
@@ -249,7 +278,7 @@ int report(const CommandResult& result, CommandStreams streams) {
 }
 
 int parseAndRun(Grammar& grammar, const std::vector<std::string>& arguments,
-                CommandStreams streams) {
+                const CommandStreams& streams) {
     try {
         // The parser takes its arguments from the back.
         grammar.app().parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -263,17 +292,18 @@ int parseAndRun(Grammar& grammar, const std::vector<std::string>& arguments,
             fmt::format("Not expected here: {}", fmt::join(grammar.app().remaining(true), " ")));
     } catch (const CLI::ParseError& error) {
         if (grammar.hasVerb()) throw UsageError(error.what());
-        throw UsageError(arguments.empty()
-                             ? "Say what to do: inspect, generate or export."
-                             : fmt::format("There is no verb \"{}\": inspect, generate or export.",
-                                           arguments.front()));
+        throw UsageError(
+            arguments.empty()
+                ? "Say what to do: inspect, generate, export or presets."
+                : fmt::format("There is no verb \"{}\": inspect, generate, export or presets.",
+                              arguments.front()));
     }
-    return report(grammar.run(streams.in), streams);
+    return report(grammar.run(streams.in, streams.environment), streams);
 }
 
 } // namespace
 
-int runCommandLine(const std::vector<std::string>& arguments, CommandStreams streams) {
+int runCommandLine(const std::vector<std::string>& arguments, const CommandStreams& streams) {
     Grammar grammar;
     try {
         return parseAndRun(grammar, arguments, streams);

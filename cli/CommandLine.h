@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ByteSource.h"
+#include "platform/StateFolders.h"
 
 #include <iosfwd>
 #include <string>
@@ -8,15 +9,16 @@
 
 namespace shotweaver {
 
-/// What the command line reads and writes.
+/// What the command line reads and writes, and the world around it.
 struct CommandStreams {
     ByteSource& in;
     std::ostream& out;
     std::ostream& err;
+    Environment environment = systemEnvironment(); // tells where presets and applications are
 };
 
 /// Runs one command. `arguments` come without the program's name. Gives the exit status: 0 for
 /// success, 1 for a failure, 2 for wrong usage. Throws nothing.
-int runCommandLine(const std::vector<std::string>& arguments, CommandStreams streams);
+int runCommandLine(const std::vector<std::string>& arguments, const CommandStreams& streams);
 
 } // namespace shotweaver

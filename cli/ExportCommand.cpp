@@ -1,5 +1,6 @@
 #include "cli/ExportCommand.h"
 
+#include "cli/HandOff.h"
 #include "cli/ProjectSource.h"
 #include "engine/ExportFiles.h"
 #include "engine/SettingsRecord.h"
@@ -20,17 +21,20 @@ EditRevision readRevisionArgument(const std::string& path, ByteSource& in) {
 
 } // namespace
 
-std::string exportRevision(const EditRevision& revision, const ImportedProject& imported,
-                           const CutEngine& engine, const std::string& folder) {
+void exportRevision(const EditRevision& revision, const ImportedProject& imported,
+                    const CutEngine& engine, const ExportFolder& output,
+                    const Environment& environment, CommandResult& result) {
     const std::string xml =
         engine.exportDocument(revision.cuts, revision.settings.audio, secureUUIDs());
     const std::string record = settingsRecordText(imported, engine, revision);
     const ExportedFiles files =
-        writeExportFiles(systemFileCalls(), folder, xml, record, imported.name);
-    return fmt::format("{}\n{}\n", files.xml, files.record);
+        writeExportFiles(systemFileCalls(), output.path, xml, record, imported.name);
+    result.files = fmt::format("{}\n{}\n", files.xml, files.record);
+    if (output.open) result.failure = handOff(files.xml, environment);
 }
 
-CommandResult runExport(const ExportOptions& options, ByteSource& in) {
+CommandResult runExport(const ExportOptions& options, ByteSource& in,
+                        const Environment& environment) {
     if (options.project == standardInput && options.revision == standardInput)
         throw UsageError("Only one of PROJECT and REVISION can be \"-\", the standard input.");
     ProjectImport import = importProjectArgument(options.project, in);
@@ -39,7 +43,7 @@ CommandResult runExport(const ExportOptions& options, ByteSource& in) {
     const EditRevision revision = readRevisionArgument(options.revision, in);
 
     CommandResult result;
-    result.files = exportRevision(revision, imported, engine, options.output);
+    exportRevision(revision, imported, engine, options.output, environment, result);
     return result;
 }
 

@@ -5,23 +5,33 @@
 #include "engine/EditRevision.h"
 #include "engine/ImportedProject.h"
 #include "platform/ByteSource.h"
+#include "platform/StateFolders.h"
 
 #include <string>
 
 namespace shotweaver {
 
+/// Where an export goes.
+struct ExportFolder {
+    std::string path;
+    bool open = false; // hand the XML to Final Cut Pro afterwards
+};
+
 struct ExportOptions {
     std::string project;
     std::string revision; // a file, or "-"
-    std::string output;   // folder
+    ExportFolder output;
 };
 
 /// Exports the cuts of a stored revision.
-CommandResult runExport(const ExportOptions& options, ByteSource& in);
+CommandResult runExport(const ExportOptions& options, ByteSource& in,
+                        const Environment& environment);
 
-/// Writes a revision's export and settings record into a folder. Gives their paths, a line each,
-/// the XML first.
-std::string exportRevision(const EditRevision& revision, const ImportedProject& imported,
-                           const CutEngine& engine, const std::string& folder);
+/// Writes a revision's export and settings record into a folder and puts their paths into the
+/// result, a line each, the XML first; then hands the XML over where that was asked for, whose
+/// failure is the result's.
+void exportRevision(const EditRevision& revision, const ImportedProject& imported,
+                    const CutEngine& engine, const ExportFolder& output,
+                    const Environment& environment, CommandResult& result);
 
 } // namespace shotweaver

@@ -1,10 +1,12 @@
 #include "cli/GenerateCommand.h"
 
 #include "cli/ExportCommand.h"
+#include "cli/PresetsCommand.h"
 #include "cli/ProjectSource.h"
 #include "cli/TextTable.h"
 #include "editor/EditPlan.h"
 #include "editor/EditorTexts.h"
+#include "editor/PresetSettings.h"
 #include "editor/ProjectDefaults.h"
 #include "engine/EditRevision.h"
 #include "engine/FinalCutImportError.h"
@@ -84,39 +86,51 @@ std::string plainText(const EditRevision& revision, const ImportedProject& impor
 
 } // namespace
 
-CommandResult runGenerate(const GenerateOptions& options, ByteSource& in) {
+CommandResult runGenerate(const GenerateOptions& options, ByteSource& in,
+                          const Environment& environment) {
+    if (options.open && !options.output)
+        throw UsageError("--open hands over what --output exports: give --output DIR as well.");
     const std::unique_ptr<RandomSource> random = randomSource(options.seed);
     ProjectImport import = importProjectArgument(options.project, in);
     const ImportedProject imported = import.summary;
     const CutEngine engine(std::move(import));
 
     EditSettings settings = importedSettings(imported, engine, {});
+    CommandResult result;
+    if (options.preset) {
+        AppliedPreset applied =
+            appliedPreset(presetNamed(*options.preset, environment), std::move(settings),
+                          {videoAngles(imported, engine), audioAngles(imported, engine)});
+        settings = std::move(applied.settings);
+        result.notes = oneLine(applied.notice) + "\n";
+    }
     if (options.settingsFile)
         settings = withSettingsFile(std::move(settings), *options.settingsFile);
     settings = withFlags(std::move(settings), options.flags, imported, engine);
     requireOrderedRanges(settings);
 
     const UUIDMaker makeUUID = secureUUIDs();
-    CommandResult result;
     std::vector<Cut> cuts;
     try {
         cuts = generateCutList(settings, imported, engine, *random, makeUUID);
     } catch (const FinalCutImportError& error) {
-        if (const auto warning = coverageWarning(settings, imported, engine, userLocale()))
-            result.notes = fmt::format("warning: {}\n", oneLine(*warning));
+        if (const auto warning = coverageWarning(coverageReport(settings, imported, engine),
+                                                 settings, engine, userLocale()))
+            result.notes += fmt::format("warning: {}\n", oneLine(*warning));
         result.failure = error.what();
         return result;
     }
     const EditRevision revision{makeUUID(), secondsSince2001Now(), std::move(settings),
                                 std::move(cuts)};
 
+    result.isJson = options.json;
+    if (options.output)
+        exportRevision(revision, imported, engine, {*options.output, options.open}, environment,
+                       result);
+    if (result.failure) return result;
     result.output =
         options.json ? revisionJson(revision).dump() + "\n" : plainText(revision, imported, engine);
-    if (options.output) {
-        result.files = exportRevision(revision, imported, engine, *options.output);
-        if (!options.json) result.output += "\n";
-    }
-    result.isJson = options.json;
+    if (options.output && !options.json) result.output += "\n";
     return result;
 }
 

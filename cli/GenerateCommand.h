@@ -3,6 +3,7 @@
 #include "cli/Command.h"
 #include "cli/SettingsFlags.h"
 #include "platform/ByteSource.h"
+#include "platform/StateFolders.h"
 
 #include <optional>
 #include <string>
@@ -11,14 +12,17 @@ namespace shotweaver {
 
 struct GenerateOptions {
     std::string project;
+    std::optional<std::string> preset; // name
     std::optional<std::string> settingsFile;
     SettingsFlags flags;
     std::optional<std::string> seed;
     std::optional<std::string> output; // folder
+    bool open = false;                 // hand the export to Final Cut Pro
     bool json = false;
 };
 
 /// Makes a rough edit, and exports it when an output folder is given.
-CommandResult runGenerate(const GenerateOptions& options, ByteSource& in);
+CommandResult runGenerate(const GenerateOptions& options, ByteSource& in,
+                          const Environment& environment);
 
 } // namespace shotweaver

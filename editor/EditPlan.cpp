@@ -2,7 +2,7 @@
 
 #include "editor/ProjectDefaults.h"
 #include "engine/FinalCutImportError.h"
-#include "platform/Locale.h"
+#include "platform/DecimalFormat.h"
 
 #include <fmt/format.h>
 
@@ -20,6 +20,19 @@ std::optional<BookendShot> openingOf(const EditSettings& settings) {
 
 std::optional<BookendShot> closingOf(const EditSettings& settings) {
     return bookend(settings.closingEnabled, settings.closingCamera, settings.closingSeconds);
+}
+
+/// The panel keeps its ranges in order; settings that arrive whole may hold anything.
+void requireOrderedRanges(const EditSettings& settings) {
+    const auto require = [](const char* cameras, double minimum, double maximum) {
+        if (minimum > maximum)
+            throw FinalCutImportError::invalid(
+                fmt::format("The minimum shot length of the {} is above its maximum. Set the "
+                            "minimum or the maximum again.",
+                            cameras));
+    };
+    require("main camera", settings.mainMinimum, settings.mainMaximum);
+    require("other cameras", settings.otherMinimum, settings.otherMaximum);
 }
 
 } // namespace
@@ -67,6 +80,7 @@ GenerationInputs generationInputs(const EditSettings& settings, const ImportedPr
 std::vector<Cut> generateCutList(const EditSettings& settings, const ImportedProject& imported,
                                  const CutEngine& engine, RandomSource& random,
                                  const UUIDMaker& makeUUID) {
+    requireOrderedRanges(settings);
     engine.checkAudioCoverage(settings.audio);
     return engine.generateCuts(generationInputs(settings, imported, engine), random, makeUUID);
 }
@@ -84,10 +98,9 @@ SelectedCoverage coverageReport(const EditSettings& settings, const ImportedProj
     }
 }
 
-std::optional<std::string> coverageWarning(const EditSettings& settings,
-                                           const ImportedProject& imported, const CutEngine& engine,
+std::optional<std::string> coverageWarning(const SelectedCoverage& report,
+                                           const EditSettings& settings, const CutEngine& engine,
                                            const std::string& locale) {
-    const SelectedCoverage report = coverageReport(settings, imported, engine);
     if (report.message) return report.message;
 
     const std::vector<FrameRange> gaps = uncoveredRanges(report.covered, engine.length);
@@ -97,7 +110,7 @@ std::optional<std::string> coverageWarning(const EditSettings& settings,
                            "footage or trim that section in Final Cut.",
                            gap.upperBound == engine.length ? " at the ending" : "",
                            engine.timecode(gap.lowerBound), engine.timecode(gap.upperBound),
-                           localizedDecimal(engine.seconds(gap.length()), locale));
+                           DecimalFormat(locale).text(engine.seconds(gap.length())));
     }
     if (settings.audio.empty()) return std::nullopt;
     const auto audio = engine.audioCoverage.find(settings.audio);

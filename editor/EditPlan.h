@@ -24,7 +24,8 @@ std::vector<FixedCameraSection> fixedCameraSections(const EditSettings& settings
 GenerationInputs generationInputs(const EditSettings& settings, const ImportedProject& imported,
                                   const CutEngine& engine);
 
-/// Generates as the editor does: the audio angle is checked first. Throws `FinalCutImportError`.
+/// Generates as the editor does: shot length ranges with the minimum above the maximum are refused,
+/// then the audio angle is checked. Throws `FinalCutImportError`.
 std::vector<Cut> generateCutList(const EditSettings& settings, const ImportedProject& imported,
                                  const CutEngine& engine, RandomSource& random,
                                  const UUIDMaker& makeUUID);
@@ -34,10 +35,10 @@ std::vector<Cut> generateCutList(const EditSettings& settings, const ImportedPro
 SelectedCoverage coverageReport(const EditSettings& settings, const ImportedProject& imported,
                                 const CutEngine& engine);
 
-/// The first problem of the planned selection's coverage as a sentence, or nothing. `locale` (a BCP
-/// 47 tag) writes the gap's seconds.
-std::optional<std::string> coverageWarning(const EditSettings& settings,
-                                           const ImportedProject& imported, const CutEngine& engine,
+/// The first problem of the planned selection's coverage as a sentence, or nothing. `report` is
+/// what `coverageReport` gave; `locale` (a BCP 47 tag) writes the gap's seconds.
+std::optional<std::string> coverageWarning(const SelectedCoverage& report,
+                                           const EditSettings& settings, const CutEngine& engine,
                                            const std::string& locale);
 
 } // namespace shotweaver

@@ -2,6 +2,7 @@
 
 #include "editor/ProjectDefaults.h"
 #include "engine/CameraUsage.h"
+#include "platform/DecimalFormat.h"
 #include "platform/NumberText.h"
 
 #include <fmt/format.h>
@@ -47,6 +48,24 @@ std::vector<UsageRow> usageRows(const std::vector<Cut>& cuts, const ImportedProj
              fixedDecimal(shareOf(used.frames, engine), 1) + "%", std::to_string(used.shots)});
     }
     return rows;
+}
+
+std::vector<CutRow> cutRows(const std::vector<Cut>& cuts, const ImportedProject& imported,
+                            const CutEngine& engine, const std::string& locale) {
+    const DecimalFormat number(locale);
+    std::vector<CutRow> rows;
+    rows.reserve(cuts.size());
+    for (const Cut& cut : cuts)
+        rows.push_back({angleLabel(cut.angle, imported), engine.timecode(cut.start),
+                        number.text(engine.seconds(cut.duration))});
+    return rows;
+}
+
+int usageTableHeight(std::size_t cameras) {
+    constexpr std::size_t rowHeight = 24;
+    constexpr std::size_t margins = 12;
+    constexpr std::size_t highest = 125;
+    return static_cast<int>(std::min((cameras + 1) * rowHeight + margins, highest));
 }
 
 } // namespace shotweaver

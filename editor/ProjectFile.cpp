@@ -17,12 +17,17 @@ std::string pathExtension(const std::string& path) {
 
 } // namespace
 
+bool hasProjectExtension(const std::string& path) {
+    const std::string extension = pathExtension(path);
+    return extension == "fcpxml" || extension == "fcpxmld";
+}
+
 std::unique_ptr<ByteSource> openProjectFile(FileCalls& calls, const std::string& path) {
     const std::string extension = pathExtension(path);
     if (extension == "fcpxmld")
         return std::make_unique<FileSource>(calls, pathInFolder(path, "Info.fcpxml"));
     if (extension == "fcpxml") return std::make_unique<FileSource>(calls, path);
-    throw FinalCutImportError::invalid("Choose a .fcpxml file or .fcpxmld bundle.");
+    throw FinalCutImportError::invalid(chooseProjectText);
 }
 
 } // namespace shotweaver

@@ -8,7 +8,7 @@ cd "$root"
 
 # The folders of the product, from the ground up: each includes only those before it.
 # shellcheck disable=SC2034
-folders=(platform engine persistence editor cli)
+folders=(platform engine persistence editor host cli)
 
 # What a build needs, and what else the tests, the checks and the benchmarks need.
 build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev libfmt-dev

@@ -18,14 +18,15 @@ using Arguments = std::vector<std::string>;
 using Outcome = std::tuple<int, std::string, std::string>;
 
 /// Runs a command; on a full disk the standard output takes nothing.
-Outcome run(const Arguments& arguments, const std::string& input = {}, bool isDiskFull = false) {
+Outcome run(const Arguments& arguments, const std::string& input = {}, bool isDiskFull = false,
+            const Environment& environment = systemEnvironment()) {
     class Full : public std::streambuf {
     } full;
     std::stringbuf text(std::ios::out);
     MemorySource in(input);
     std::ostream out(isDiskFull ? static_cast<std::streambuf*>(&full) : &text);
     std::ostringstream err;
-    const int status = runCommandLine(arguments, {in, out, err});
+    const int status = runCommandLine(arguments, {in, out, err, environment});
     return {status, text.str(), err.str()};
 }
 
@@ -80,13 +81,14 @@ EditSettings settingsWith(const std::string& text) {
 TEST(CommandLine, wrongUsageIsNamedAndFollowedByTheUsage) {
     const std::string any = " VERB PROJECT [OPTIONS]";
     const std::pair<Arguments, Outcome> rows[] = {
-        {{}, wrongUsage("Say what to do: inspect, generate or export.", "", any)},
-        {{"x"}, wrongUsage("There is no verb \"x\": inspect, generate or export.", "", any)},
+        {{}, wrongUsage("Say what to do: inspect, generate, export or presets.", "", any)},
+        {{"x"},
+         wrongUsage("There is no verb \"x\": inspect, generate, export or presets.", "", any)},
         {{"generate", "a", "--frequency", "A=1", "B=2"}, wrongUsage("Not expected here: B=2")},
         {{"generate", "a", "--output", ""}, wrongUsage("--output: the folder is empty")},
         {{"export", "-", "-", "--output", "out"},
          wrongUsage("Only one of PROJECT and REVISION can be \"-\", the standard input.", " export",
-                    " PROJECT REVISION --output DIR")},
+                    " PROJECT REVISION --output DIR [--open]")},
     };
     for (const auto& [arguments, outcome] : rows)
         EXPECT_EQ(run(arguments), outcome);
@@ -243,6 +245,70 @@ TEST(GenerateCommand, wrongValuesAreNamedAndRefusalsFollowAWarning) {
         (Outcome{1, "",
                  "warning: Selected audio has a gap at 01:01:19:05. " + audio +
                      "shotweaver: This audio angle does not cover the whole project. " + audio}));
+}
+
+/// A user with an empty home and the programs of the system.
+Environment userAt(const TestFolder& home) {
+    return [path = home.path()](const std::string& name) -> std::optional<std::string> {
+        if (name == "HOME" || name == "XDG_DATA_DIRS") return path;
+        if (name == "PATH") return "/usr/bin:/bin";
+        return std::nullopt;
+    };
+}
+
+TEST(PresetsCommand, presetsAreListedAndApplied) {
+    const TestFolder home;
+    const Environment user = userAt(home);
+    const auto runAt = [&](const Arguments& arguments) {
+        return run(arguments, projectXml(), false, user);
+    };
+    EXPECT_EQ(runAt({"presets"}), (Outcome{0, "", ""}));
+    EXPECT_EQ(runAt({"presets", "--json"}), (Outcome{0, "[]\n", ""}));
+
+    const std::string stored =
+        R"([{"id":"00000000-0000-0000-0000-00000000000A","name":"Evening\nsong","mainShare":60,)"
+        R"("averageShot":8,"doubleMain":true,"mainAngleName":"Église","otherAngleNames":["Gone"],)"
+        R"("audioAngleName":"église","frequencies":[{"angleName":"ÉGLISE","weight":9}]}])";
+    home.write(".config/Shotweaver/Shotweaver.savedPresets.v1", stored);
+    EXPECT_EQ(runAt({"presets"}), (Outcome{0, "Evening song\n", ""}));
+    EXPECT_EQ(runAt({"presets", "--json"}), (Outcome{0, stored + "\n", ""}));
+    EXPECT_EQ(runAt({"generate", "-", "--preset", "Morning"}),
+              wrongUsage("--preset: no saved preset has the name \"Morning\". \"shotweaver "
+                         "presets\" lists them."));
+    const auto [status, out, err] =
+        runAt({"generate", "-", "--json", "--preset", " evening\nSONG", "--main-share", "50"});
+    EXPECT_EQ(err, "Applied Evening song's pacing and balance. Some angle names are missing or "
+                   "repeated, so the current camera and audio selections were kept.\n");
+    EXPECT_EQ(readRevision(JsonReader(parseJson(out))).settings, settingsWith(R"({
+        "mainShare": 50, "averageShot": 8, "doubleMain": true, "mainMinimum": 7,
+        "mainMaximum": 12, "otherMinimum": 4, "otherMaximum": 8,
+        "frequencies": {"+a/=": 5, "/b": 9, "-c": 5, "Église": 5},
+        "returnTimes": {"+a/=": 0, "/b": 0, "-c": 0, "Église": 0}})"));
+
+    home.write(".config/Shotweaver/Shotweaver.savedPresets.v1", stored + "]");
+    EXPECT_EQ(std::get<0>(runAt({"generate", "-", "--preset", "Evening song"})), 1);
+    EXPECT_EQ(std::get<1>(runAt({"presets", "--json"})), "");
+}
+
+TEST(HandOff, filesAreNamedAlsoWhenNothingOpensThem) {
+    const TestFolder home;
+    const Environment user = userAt(home);
+    const std::string first = paths(home.path("Sunday Shotweaver"));
+    const std::string second = paths(home.path("Sunday Shotweaver 2"));
+    const Arguments arguments{"generate", "-", "--output", home.path(), "--open"};
+    EXPECT_EQ(run({"generate", "-", "--open"}, "", false, user),
+              wrongUsage("--open hands over what --output exports: give --output DIR as well."));
+    EXPECT_EQ(run(arguments, projectXml(), false, user),
+              failure("This prototype needs timing aligned to the project frame rate."));
+    EXPECT_EQ(run(arguments, ProjectBuilder().xml(), false, user),
+              (Outcome{1, "",
+                       first + "shotweaver: Final Cut Pro could not be found. Your exported files "
+                               "have been saved.\n"}));
+    home.write(".local/share/applications/com.apple.FinalCut.desktop",
+               "[Desktop Entry]\nType=Application\nName=FCP\nExec=true %f\n");
+    const auto [status, out, err] = run(arguments, ProjectBuilder().xml(), false, user);
+    EXPECT_EQ(status, 0) << err;
+    EXPECT_TRUE(out.ends_with(second)) << out;
 }
 
 } // namespace

@@ -119,10 +119,11 @@ TEST(EditPlan, theFirstCoverageProblemIsTold) {
          "Selected audio has a gap at 01:00:18:00. Choose a continuous audio angle."},
     };
     const Loaded loaded(gapped);
-    for (const auto& [changes, warning] : rows)
-        EXPECT_EQ(
-            coverageWarning(with(changes, loaded.settings), loaded.imported, *loaded.engine, "de"),
-            warning);
+    for (const auto& [changes, warning] : rows) {
+        const EditSettings settings = with(changes, loaded.settings);
+        const SelectedCoverage report = coverageReport(settings, loaded.imported, *loaded.engine);
+        EXPECT_EQ(coverageWarning(report, settings, *loaded.engine, "de"), warning);
+    }
 }
 
 TEST(EditorTexts, anglesAreLabelledByNameAndCameras) {

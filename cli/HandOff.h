@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/StateFolders.h"
+
+#include <optional>
+#include <string>
+
+namespace shotweaver {
+
+/// Hands an exported XML to Final Cut Pro and waits for what the system says to it. Gives why that
+/// failed, a sentence, or nothing after success.
+std::optional<std::string> handOff(const std::string& xmlPath, const Environment& environment);
+
+} // namespace shotweaver

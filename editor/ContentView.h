@@ -1,0 +1,229 @@
+#pragma once
+
+#include "editor/CoverageContent.h"
+#include "editor/EditorFields.h"
+#include "editor/EditorTexts.h"
+#include "editor/HostServices.h"
+#include "editor/Observers.h"
+#include "editor/PresetSettings.h"
+#include "editor/SessionFile.h"
+#include "editor/SettingsContent.h"
+#include "engine/ExportFiles.h"
+#include "persistence/SavedEditSession.h"
+#include "platform/FileCalls.h"
+#include "platform/Random.h"
+#include "platform/StateFolders.h"
+#include "platform/UserDefaults.h"
+#include "platform/Uuid.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace shotweaver {
+
+/// What the editor works with. The references must outlive it.
+struct EditorEnvironment {
+    HostServices& host;
+    FileCalls& files;
+    RandomSource& random;
+    UUIDMaker makeUUID;
+    std::function<double()> now; // seconds since 2001-01-01 00:00:00 UTC
+    StateFolders folders;
+    std::string locale; // BCP 47 tag
+};
+
+/// The state of the action bar.
+struct ActionBar {
+    std::string generateLabel;
+    bool canGenerate = false;
+    bool canGoBack = false;
+    bool canGoForward = false;
+    bool canExport = false;
+    std::optional<std::string> position; // "Edit 2 of 3"
+    std::optional<std::string> hint;
+
+    bool operator==(const ActionBar&) const = default;
+};
+
+/// The editor: the state of the panel and every operation that changes it, without a toolkit.
+///
+/// An operation is one change: its effect on the settings is judged once, at its end, the session
+/// is saved at most once, and observers are told once. Operations throw nothing: a failure becomes
+/// the fields' `error` and leaves the rest as it was. Everything runs on the main thread. No change
+/// is open while the host is asked, so it may call operations from its dialogs.
+class ContentView {
+  public:
+    explicit ContentView(EditorEnvironment environment);
+    ContentView(const ContentView&) = delete;
+    ContentView& operator=(const ContentView&) = delete;
+    ~ContentView(); // saves what typing has left to be saved
+
+    const EditorFields& fields() const { return fields_; }
+    [[nodiscard]] Observers::Subscription observe(std::function<void()> observer);
+
+    // Start and intake.
+
+    /// The panel's first appearance: restores the saved session and looks at the presets, once.
+    void appear();
+    /// Keeps `appear` from restoring: a project is about to arrive.
+    void preemptRestore();
+    void restoreSession();
+    void importProject(std::string data);
+    /// Reads a .fcpxml file or a .fcpxmld bundle and imports it.
+    void readProjectFile(const std::string& path);
+    void chooseProjectFile();
+    /// True when the drop is accepted, also when the file then cannot be read or imported.
+    bool handleDroppedURLs(const std::vector<std::string>& urls);
+    void setDropTargeted(bool isTargeted);
+
+    // Alert and windows.
+
+    void showError(const std::string& text);
+    /// Closing the alert: nothing else clears `error`.
+    void dismissError();
+    void setShowingHelp(bool isShown);
+    void setShowingAbout(bool isShown);
+
+    // Edits.
+
+    void generateEdit();
+    void goBack();
+    void goForward();
+    void showRevision(std::int64_t position);
+    void exportEdit();
+    void saveSession();
+
+    // Settings.
+
+    EditSettings currentSettings() const;
+    void applySettings(const EditSettings& settings);
+
+    void chooseMainCamera(const std::string& camera);
+    void chooseAudio(const std::string& angle);
+    void setWait(const std::string& camera, double seconds);
+    void setIncluded(const std::string& camera, bool isIncluded);
+    void setFrequency(const std::string& camera, double weight);
+    void setShare(double percent);
+    void setMainMinimum(double seconds);
+    void setMainMaximum(double seconds);
+    void setOtherMinimum(double seconds);
+    void setOtherMaximum(double seconds);
+    void setDoubleMain(bool isDoubled);
+    void setOpeningEnabled(bool isEnabled);
+    void setOpeningCamera(const std::string& camera);
+    void setOpeningSeconds(double seconds);
+    void setClosingEnabled(bool isEnabled);
+    void setClosingCamera(const std::string& camera);
+    void setClosingSeconds(double seconds);
+
+    // Fixed sections, by row. A row that does not exist changes nothing.
+
+    void addSection();
+    void removeSection(std::size_t row);
+    void setSectionName(std::size_t row, const std::string& name);
+    void setSectionCamera(std::size_t row, const std::string& camera);
+    void setSectionStart(std::size_t row, const std::string& timecode);
+    void setSectionEnd(std::size_t row, const std::string& timecode);
+
+    // Presets.
+
+    void choosePreset(const std::string& id);
+    void openSavePreset();
+    void cancelSavePreset();
+    void setPresetName(const std::string& name);
+    void savePreset();
+    void updatePreset();
+    void applyPreset();
+    void deletePreset();
+
+    // Queries: what the panel shows of the fields.
+
+    std::vector<std::string> videoAngleIDs() const;
+    std::vector<std::string> selectedOtherCameras() const;
+    std::string angleLabel(const std::string& id) const;
+    /// Throws `FinalCutImportError` for the first timecode that cannot be read.
+    std::vector<FixedCameraSection> fixedCameraSections() const;
+    std::optional<std::string> coverageWarning() const;
+    ActionBar actionBar() const;
+    /// Absent while no cuts are on show, like the usage rows.
+    std::optional<std::string> summaryLine() const;
+    std::vector<UsageRow> usageRows() const;
+    std::vector<CutRow> cutRows() const;
+
+    // The content of the settings column. Only with a project; the presets always.
+
+    std::string projectLine() const;
+    std::vector<PickerOption> presetOptions() const;
+    std::optional<EditPreset> selectedPreset() const;
+    const CoverageContent& coverageContent() const;
+    std::vector<PickerOption> cameraOptions() const;
+    std::vector<PickerOption> audioOptions() const;
+    std::vector<CameraRow> cameraRows() const;
+
+  private:
+    enum class Saving { now, soon };
+    enum class PresetTarget { fresh, chosen };
+
+    /// Counts a change as open.
+    class OpenChange {
+      public:
+        explicit OpenChange(int& count) : count_(count) { ++count_; }
+        OpenChange(const OpenChange&) = delete;
+        OpenChange& operator=(const OpenChange&) = delete;
+        ~OpenChange() { --count_; }
+
+      private:
+        int& count_;
+    };
+
+    /// Runs an operation's body; what it throws becomes the error.
+    template <class Body>
+    void perform(Body body);
+    /// Changes fields: one change, judged when the outermost one ends.
+    template <class Body>
+    void change(Body body, Saving saving = Saving::now);
+    template <class Body>
+    void changeSection(std::size_t row, Body body, Saving saving);
+    void endChange(Saving saving);
+    void settingsDidChange(const EditSettings& settings);
+    void writeSession();
+    void saveSoon();
+    void report(const std::exception& failure, std::string_view prefix = "");
+    static std::string textOf(const std::exception& failure);
+
+    void projectDidChange();
+    void handOver(const ExportedFiles& files);
+    void handOverDidEnd(const std::string& path, const std::optional<HostError>& error);
+
+    void readPresetData();
+    std::vector<EditPreset> storedPresets() const;
+    void storePresets(const std::vector<EditPreset>& presets);
+    void storePreset(PresetTarget target);
+    ProjectAngles angles() const;
+    const SelectedCoverage& coverage() const;
+
+    EditorEnvironment environment_;
+    SessionFile sessionFile_;
+    UserDefaults defaults_;
+    EditorFields fields_;
+    Observers observers_;
+
+    int openChanges_ = 0;
+    bool saveIsWanted_ = false;
+    bool saveIsScheduled_ = false;
+    EditSettings judgedSettings_; // at the end of the last change
+    std::optional<SessionEncoder> encoder_;
+    std::optional<std::string> presetFailure_; // why the stored presets could not be read
+    // Worked out at most once a change.
+    mutable std::optional<SelectedCoverage> coverage_;
+    mutable std::optional<CoverageContent> coverageContent_;
+    // Lets what comes back later find out that the editor has gone.
+    std::shared_ptr<ContentView*> self_ = std::make_shared<ContentView*>(this);
+};
+
+} // namespace shotweaver

@@ -1,0 +1,100 @@
+#include "editor/ContentView.h"
+#include "editor/ContentViewChange.h"
+#include "editor/EditPlan.h"
+#include "editor/ItemAccessGrant.h"
+#include "engine/SettingsRecord.h"
+#include "platform/Files.h"
+
+#include <fmt/format.h>
+
+namespace shotweaver {
+
+void ContentView::generateEdit() {
+    perform([&] {
+        if (!fields_.engine) return;
+        EditSettings settings = currentSettings();
+        std::vector<Cut> cuts = generateCutList(settings, *fields_.imported, *fields_.engine,
+                                                environment_.random, environment_.makeUUID);
+        EditRevision revision{environment_.makeUUID(), environment_.now(), std::move(settings),
+                              std::move(cuts)};
+        change([&](EditorFields& fields) {
+            fields.cuts = revision.cuts;
+            fields.history.append(std::move(revision));
+            fields.status.clear();
+            saveIsWanted_ = true;
+        });
+    });
+}
+
+/// The first step back after a change of the settings brings the current edit back.
+void ContentView::goBack() {
+    showRevision(fields_.cuts.empty() ? fields_.history.index : fields_.history.index - 1);
+}
+
+void ContentView::goForward() {
+    showRevision(fields_.history.index + 1);
+}
+
+void ContentView::showRevision(std::int64_t position) {
+    perform([&] {
+        const EditRevision* const revision = fields_.history.revision(position);
+        if (!revision) return;
+        change([&](EditorFields& fields) {
+            fields.history.index = position;
+            applySettings(revision->settings);
+            fields.cuts = revision->cuts;
+            fields.chosenPreset.clear();
+            fields.presetNotice.clear();
+            saveIsWanted_ = true;
+        });
+    });
+}
+
+void ContentView::exportEdit() {
+    perform([&] {
+        const EditRevision* const revision = fields_.history.current();
+        if (!fields_.engine || !revision || currentSettings() != revision->settings ||
+            fields_.cuts.empty())
+            return;
+        // All of it before the dialog, during which another project may arrive.
+        const std::string xml = fields_.engine->exportDocument(
+            revision->cuts, revision->settings.audio, environment_.makeUUID);
+        const std::string record =
+            settingsRecordText(*fields_.imported, *fields_.engine, *revision);
+        const std::string projectName = fields_.imported->name;
+
+        const auto folder = environment_.host.chooseItem(
+            {"Choose a folder for the XML and settings record. The XML will then open in Final Cut "
+             "Pro. Existing exports will be kept.",
+             "Export", false, true, true});
+        if (!folder) return;
+        const ItemAccessGrant access(environment_.host, *folder);
+        handOver(writeExportFiles(environment_.files, *folder, xml, record, projectName));
+    });
+}
+
+void ContentView::handOver(const ExportedFiles& files) {
+    // Told before: a Final Cut Pro that is not found reports back at once.
+    change([&](EditorFields& fields) {
+        fields.status = fmt::format("Saved {} and {}. Opening Final Cut Pro…", fileName(files.xml),
+                                    fileName(files.record));
+    });
+    environment_.host.openInFinalCut(
+        files.xml, [weak = std::weak_ptr(self_), path = files.xml](const auto& error) {
+            if (const auto self = weak.lock()) (*self)->handOverDidEnd(path, error);
+        });
+}
+
+void ContentView::handOverDidEnd(const std::string& path, const std::optional<HostError>& error) {
+    change([&](EditorFields& fields) {
+        if (!error) {
+            fields.status = "XML and settings saved. Sent the XML to Final Cut Pro for import.";
+            return;
+        }
+        fields.status = "XML and settings were saved. Final Cut Pro could not be opened.";
+        fields.error = fmt::format("Your export is saved at {}. Open it in Final Cut manually. {}",
+                                   path, error->description);
+    });
+}
+
+} // namespace shotweaver

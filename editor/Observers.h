@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <list>
+#include <memory>
+
+namespace shotweaver {
+
+/// Functions that want to be told of changes.
+class Observers {
+    using List = std::list<std::shared_ptr<std::function<void()>>>;
+
+  public:
+    /// Ends the observation when it goes; it may outlive the observed.
+    class Subscription {
+      public:
+        Subscription() = default;
+
+      private:
+        friend class Observers;
+        explicit Subscription(std::shared_ptr<std::function<void()>> observer)
+            : observer_(std::move(observer)) {}
+
+        std::shared_ptr<std::function<void()>> observer_;
+    };
+
+    [[nodiscard]] Subscription add(std::function<void()> observer);
+
+    /// Tells everyone, in the order in which they came. Observers may come and go meanwhile.
+    void notify();
+
+  private:
+    std::list<std::weak_ptr<std::function<void()>>> observers_;
+};
+
+} // namespace shotweaver

@@ -1,0 +1,52 @@
+#pragma once
+
+namespace shotweaver {
+
+/// The sentences that the panel shows as they are.
+namespace panelTexts {
+
+inline constexpr const char* presetsHelp =
+    "Saves camera balance, shot length ranges, longer holds and angle names on this Mac. Apply "
+    "restores a saved setup; Update saves your current changes.";
+
+inline constexpr const char* waitHelp =
+    "The wait starts when a camera's shot ends. For example, a 120 sec wait means a shot ending at "
+    "05:00 can return at 07:00 or later. It does not set the shot length. Zero means no waiting.";
+inline constexpr const char* waitPriorityHelp =
+    "Fixed sections and opening or closing shots take priority over these waits. A shot may run "
+    "longer while other cameras wait.";
+inline constexpr const char* frequencyNeedsCameras =
+    "Frequency needs at least 3 included cameras: the main camera and 2 others. With 2 cameras, "
+    "use "
+    "the main camera balance.";
+inline constexpr const char* frequencyHelp =
+    "Higher numbers choose this camera more often between main camera shots. The percentage "
+    "compares additional camera choices when footage is available, not total screen time.";
+
+inline constexpr const char* rangesNote =
+    "Ranges take priority over the target balance. Recording gaps or the end of the project may "
+    "shorten a shot; a lone available camera may need a longer hold.";
+inline constexpr const char* doublingHelp =
+    "One in four main camera holds is doubled on average. This can exceed the main camera maximum.";
+inline constexpr const char* bookendsHelp =
+    "These lengths override random pacing and doubling, rounded to the nearest frame. A "
+    "neighbouring shot on the same camera can make the visible hold longer.";
+inline constexpr const char* sectionsHelp =
+    "Hold one camera for a prayer, reading or presentation. Use the project's timecodes. Audio "
+    "continues unchanged. These sections are restored with your session but are not saved in "
+    "presets.";
+
+inline constexpr const char* coverageCaption =
+    "Coloured sections have footage. Empty sections are gaps. All bars use the same project "
+    "timecode.";
+inline constexpr const char* noProject =
+    "Drop a .fcpxml file or .fcpxmld bundle here to get started.";
+inline constexpr const char* noCuts = "Generate an edit to preview the cuts here.";
+inline constexpr const char* footerHint =
+    "Drop XML anywhere to load a project. Exports a separate project.";
+inline constexpr const char* backHelp = "Return to the previous rough edit and its settings";
+inline constexpr const char* forwardHelp = "Restore the next rough edit and its settings";
+
+} // namespace panelTexts
+
+} // namespace shotweaver

@@ -1,0 +1,114 @@
+#include "editor/ContentView.h"
+#include "editor/ContentViewChange.h"
+#include "editor/ItemAccessGrant.h"
+#include "editor/ProjectDefaults.h"
+#include "editor/ProjectFile.h"
+#include "platform/FileURL.h"
+
+namespace shotweaver {
+
+void ContentView::appear() {
+    if (fields_.didRestore) return;
+    preemptRestore();
+    restoreSession();
+    try {
+        storedPresets();
+    } catch (const std::exception&) {
+        showError("Saved presets could not be read. Their stored data has been kept.");
+    }
+}
+
+void ContentView::preemptRestore() {
+    change([](EditorFields& fields) { fields.didRestore = true; });
+}
+
+void ContentView::restoreSession() {
+    try {
+        SavedEditSession session;
+        if (const auto bytes = sessionFile_.read())
+            session = readSession(*bytes);
+        else
+            return;
+        ProjectImport import = readProject(session.sourceXML);
+        ImportedProject imported = import.summary;
+        auto engine = std::make_shared<const CutEngine>(std::move(import));
+        validateSession(session, *engine);
+        change([&](EditorFields& fields) {
+            fields.sourceXML = std::move(session.sourceXML);
+            fields.engine = std::move(engine);
+            fields.imported = std::move(imported);
+            fields.history = std::move(session.history);
+            fields.restoredSettings = session.settings;
+            applySettings(session.settings);
+            const EditRevision* const current = fields.history.current();
+            fields.cuts.clear();
+            if (current && current->settings == session.settings) fields.cuts = current->cuts;
+            fields.status =
+                "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
+                "Final Cut project has changed.";
+            projectDidChange();
+        });
+    } catch (const std::exception& failure) {
+        report(failure, "The previous session could not be restored. Its saved file has been kept. "
+                        "You can import an XML to start a new session. ");
+    }
+}
+
+void ContentView::importProject(std::string data) {
+    perform([&] {
+        ProjectImport import = readProject(data);
+        ImportedProject imported = import.summary;
+        auto engine = std::make_shared<const CutEngine>(std::move(import));
+        const EditSettings settings = importedSettings(imported, *engine, currentSettings());
+        change([&](EditorFields& fields) {
+            fields.sourceXML = std::move(data);
+            fields.history = {};
+            fields.chosenPreset.clear();
+            fields.presetNotice.clear();
+            fields.imported = std::move(imported);
+            fields.engine = std::move(engine);
+            applySettings(settings);
+            fields.cuts.clear();
+            fields.status.clear();
+            projectDidChange();
+            saveIsWanted_ = true;
+        });
+    });
+}
+
+/// Forgets what was worked out of the former project.
+void ContentView::projectDidChange() {
+    encoder_.reset();
+    coverage_.reset();
+    coverageContent_.reset();
+}
+
+void ContentView::readProjectFile(const std::string& path) {
+    perform([&] {
+        const ItemAccessGrant access(environment_.host, path);
+        importProject(readAll(*openProjectFile(environment_.files, path)));
+    });
+}
+
+void ContentView::chooseProjectFile() {
+    perform([&] {
+        const auto path = environment_.host.chooseItem({chooseProjectText, "", true, true, false});
+        if (path) readProjectFile(*path);
+    });
+}
+
+bool ContentView::handleDroppedURLs(const std::vector<std::string>& urls) {
+    const auto path = urls.size() == 1 ? pathOfFileURL(urls.front()) : std::nullopt;
+    if (!path) {
+        showError("Drop one Final Cut XML file or bundle at a time.");
+        return false;
+    }
+    if (!hasProjectExtension(*path)) {
+        showError(chooseProjectText);
+        return false;
+    }
+    readProjectFile(*path);
+    return true;
+}
+
+} // namespace shotweaver

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/FileCalls.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace shotweaver {
+
+/// The file in which the user's work is kept. Every operation throws `PlatformError`.
+class SessionFile {
+  public:
+    /// `calls` must outlive this.
+    SessionFile(FileCalls& calls, std::string folder) : calls_(calls), folder_(std::move(folder)) {}
+
+    /// The file's bytes; nothing when there is no file. A file that cannot be read is an error.
+    std::optional<std::string> read() const;
+
+    /// Replaces the whole file: afterwards it holds all pieces or still what it held.
+    void write(const std::vector<std::string_view>& pieces) const;
+
+  private:
+    /// Creates the folder as well.
+    std::string sessionFileURL() const;
+
+    FileCalls& calls_;
+    std::string folder_;
+};
+
+} // namespace shotweaver

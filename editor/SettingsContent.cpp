@@ -1,0 +1,125 @@
+#include "editor/SettingsContent.h"
+
+#include "editor/EditPlan.h"
+#include "editor/EditorTexts.h"
+#include "editor/PanelTexts.h"
+#include "editor/ProjectDefaults.h"
+#include "platform/DecimalFormat.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace shotweaver {
+
+namespace {
+
+/// Cut to a whole number; no zero has a sign.
+std::string wholeNumber(double value) {
+    return fmt::format("{:.0f}", std::trunc(value) + 0.0);
+}
+
+double frequencyOf(const EditSettings& settings, std::string_view camera) {
+    return numberFor(settings.frequencies, camera, defaultFrequency);
+}
+
+std::string waitLabel(std::string_view title, double seconds) {
+    return fmt::format("{}: {}", title, secondsLabel(seconds));
+}
+
+/// What a camera's frequency makes of the choices among the additional cameras.
+std::string choiceShare(const EditSettings& settings, const std::string& camera,
+                        const std::vector<std::string>& others) {
+    double sum = 0;
+    for (const std::string& other : others)
+        sum += frequencyOf(settings, other);
+    const bool isAmong = std::find(others.begin(), others.end(), camera) != others.end();
+    const double percent =
+        isAmong && sum > 0 ? std::round(frequencyOf(settings, camera) / sum * 100) : 0;
+    return fmt::format("{:.0f}% of additional camera choices", percent);
+}
+
+} // namespace
+
+std::string projectLine(const ImportedProject& imported, const std::string& locale) {
+    const DecimalFormat number(locale);
+    return fmt::format("{} · {} seconds · {} fps", imported.name, number.text(imported.duration),
+                       number.text(imported.framesPerSecond));
+}
+
+std::vector<PickerOption> cameraOptions(const ImportedProject& imported, const CutEngine& engine) {
+    std::vector<PickerOption> options;
+    for (const std::string& id : videoAngleIDs(imported, engine))
+        options.push_back({id, angleLabel(id, imported)});
+    return options;
+}
+
+std::vector<PickerOption> audioOptions(const EditSettings& settings,
+                                       const ImportedProject& imported, const CutEngine& engine) {
+    std::vector<PickerOption> options;
+    if (settings.audio.empty()) options.push_back({"", "Choose audio"});
+    for (const ImportedAngle& angle : audioAngles(imported, engine)) {
+        const bool isWhole = engine.audioCoverage.at(angle.id) == Coverage{{0, engine.length}};
+        options.push_back(
+            {angle.id, angleLabel(angle.id, imported) + (isWhole ? "" : " (has gaps)")});
+    }
+    return options;
+}
+
+std::vector<PickerOption> presetOptions(const std::vector<EditPreset>& presets) {
+    std::vector<PickerOption> options{{"", "Choose a preset"}};
+    for (const EditPreset& preset : presets)
+        options.push_back({preset.id.text(), preset.name});
+    return options;
+}
+
+std::vector<CameraRow> cameraRows(const EditSettings& settings, const ImportedProject& imported,
+                                  const CutEngine& engine) {
+    const std::vector<std::string> others = selectedOtherCameras(settings, imported, engine);
+    const bool hasChoice = others.size() >= 2;
+    std::vector<CameraRow> rows;
+    for (const std::string& id : videoAngleIDs(imported, engine)) {
+        if (id == settings.mainCamera) continue;
+        CameraRow row;
+        row.id = id;
+        row.label = angleLabel(id, imported);
+        row.isIncluded = settings.otherCameras.contains(id);
+        row.frequency = frequencyOf(settings, id);
+        row.frequencyLabel = "Frequency: " + wholeNumber(row.frequency);
+        row.frequencyAccessibleName = "Frequency for " + row.label;
+        row.choiceShare = choiceShare(settings, id, others);
+        row.isFrequencyEnabled = row.isIncluded && hasChoice;
+        row.frequencyHelp =
+            hasChoice ? panelTexts::frequencyHelp : panelTexts::frequencyNeedsCameras;
+        row.wait = numberFor(settings.returnTimes, id, defaultReturnTime);
+        row.waitLabel = waitLabel("Wait before returning to this camera", row.wait);
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+std::string mainWaitLabel(const EditSettings& settings) {
+    return waitLabel("Wait before returning to main camera",
+                     numberFor(settings.returnTimes, settings.mainCamera, defaultReturnTime));
+}
+
+std::string balanceText(double mainShare) {
+    const double share = std::trunc(mainShare);
+    return fmt::format("Target screen time: Main {:.0f}% · Other cameras combined {:.0f}%", share,
+                       100 - share);
+}
+
+std::string minimumLabel(double seconds) {
+    return "Minimum: " + secondsLabel(seconds);
+}
+
+std::string maximumLabel(double seconds) {
+    return "Maximum: " + secondsLabel(seconds);
+}
+
+std::string secondsLabel(double seconds) {
+    return wholeNumber(seconds) + " sec";
+}
+
+} // namespace shotweaver

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "editor/PresetSettings.h"
+#include "engine/CutEngine.h"
+#include "engine/EditSettings.h"
+#include "engine/ImportedProject.h"
+
+#include <string>
+#include <vector>
+
+namespace shotweaver {
+
+/// What the settings column shows of the settings. Numbers in labels are cut to whole ones.
+
+/// An entry of a picker.
+struct PickerOption {
+    std::string id; // empty for no choice
+    std::string label;
+
+    bool operator==(const PickerOption&) const = default;
+};
+
+/// Name, duration and frame rate of the project, the numbers in the locale's style.
+std::string projectLine(const ImportedProject& imported, const std::string& locale);
+
+/// The video angles.
+std::vector<PickerOption> cameraOptions(const ImportedProject& imported, const CutEngine& engine);
+
+/// The audio angles, marked when they do not cover the whole project; "Choose audio" before them
+/// while none is chosen.
+std::vector<PickerOption> audioOptions(const EditSettings& settings,
+                                       const ImportedProject& imported, const CutEngine& engine);
+
+/// "Choose a preset" and the presets in their order.
+std::vector<PickerOption> presetOptions(const std::vector<EditPreset>& presets);
+
+/// An additional camera.
+struct CameraRow {
+    std::string id;
+    std::string label;
+    bool isIncluded = false;
+    double frequency = defaultFrequency;
+    std::string frequencyLabel;          // "Frequency: 5"
+    std::string frequencyAccessibleName; // of the slider
+    std::string choiceShare;             // "25% of additional camera choices"
+    bool isFrequencyEnabled = false;
+    std::string frequencyHelp;
+    double wait = defaultReturnTime; // seconds; enabled while the camera is included
+    std::string waitLabel;
+
+    bool operator==(const CameraRow&) const = default;
+};
+
+/// One row for each video angle but the main camera.
+std::vector<CameraRow> cameraRows(const EditSettings& settings, const ImportedProject& imported,
+                                  const CutEngine& engine);
+
+/// "Wait before returning to main camera: 120 sec"
+std::string mainWaitLabel(const EditSettings& settings);
+
+std::string balanceText(double mainShare);
+std::string minimumLabel(double seconds);
+std::string maximumLabel(double seconds);
+std::string secondsLabel(double seconds);
+
+} // namespace shotweaver

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/Workspace.h"
+#include "platform/FileCalls.h"
+#include "platform/StateFolders.h"
+
+namespace shotweaver {
+
+/// The applications of a freedesktop.org desktop: the one with an identifier is the one whose
+/// desktop entry is named after it ("com.apple.FinalCut.desktop"), and its URL is the entry's path.
+class DesktopWorkspace final : public Workspace {
+  public:
+    /// `calls` must outlive this.
+    DesktopWorkspace(FileCalls& calls, Environment environment);
+
+    std::optional<std::string> urlForApplication(const std::string& bundleIdentifier) override;
+
+    /// Starts the entry's command, once for each file; success is that it could be started, told
+    /// before this returns. Whether it comes to the front is the desktop's decision.
+    void open(const std::vector<std::string>& files, const std::string& application,
+              const OpenConfiguration& configuration, OpenCompletion completion) override;
+
+  private:
+    /// Gives why it could not be started, a sentence. Throws `PlatformError` for reasons of the
+    /// system.
+    std::optional<std::string> start(const std::string& application, const std::string& file);
+
+    FileCalls& calls_;
+    Environment environment_;
+};
+
+} // namespace shotweaver

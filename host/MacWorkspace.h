@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/Workspace.h"
+#include "platform/StateFolders.h"
+
+#include <future>
+
+namespace shotweaver {
+
+/// The applications of macOS, by way of two of its programs: the one that searches Spotlight's
+/// index and the one that opens files.
+class MacWorkspace final : public Workspace {
+  public:
+    /// Programs are named as `findProgram` takes them.
+    explicit MacWorkspace(Environment environment, std::string finder = "mdfind",
+                          std::string opener = "/usr/bin/open");
+
+    /// The first place in the index. Throws `PlatformError` when the program is there but cannot be
+    /// started.
+    std::optional<std::string> urlForApplication(const std::string& bundleIdentifier) override;
+
+    /// Reports on a thread of its own, which the destructor waits for. An error has the program's
+    /// exit status as its code and what it wrote as its description.
+    void open(const std::vector<std::string>& files, const std::string& application,
+              const OpenConfiguration& configuration, OpenCompletion completion) override;
+
+  private:
+    Environment environment_;
+    std::string finder_;
+    std::string opener_;
+    std::vector<std::future<void>> running_; // each waits for its thread when it goes
+};
+
+} // namespace shotweaver

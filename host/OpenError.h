@@ -1,0 +1,16 @@
+#pragma once
+
+#include "editor/HostServices.h"
+
+#include <string>
+#include <utility>
+
+namespace shotweaver {
+
+/// Our own error for an application that was found but could not be asked to open a file.
+/// `description` is a sentence.
+inline HostError openError(std::string description) {
+    return {"Shotweaver", 2, std::move(description)};
+}
+
+} // namespace shotweaver

@@ -1,0 +1,418 @@
+#include "host/InboxSubscription.h"
+#include "persistence/SavedEditSession.h"
+#include "platform/FileURL.h"
+#include "tests/support/EditorBench.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace shotweaver::test {
+namespace {
+
+/// What a person sees of the state: cuts, position, status and error.
+struct Seen {
+    std::size_t cuts;
+    std::string position;
+    std::string status;
+    std::string error;
+
+    bool operator==(const Seen&) const = default;
+    friend void PrintTo(const Seen& seen, std::ostream* out) {
+        *out << seen.cuts << " cuts, " << seen.position << ", " << seen.status << ", "
+             << seen.error;
+    }
+};
+
+Seen seen(const EditorBench& bench, ContentView& editor) {
+    const EditorFields& fields = bench.fields();
+    return {fields.cuts.size(), editor.actionBar().position.value_or(""), fields.status,
+            fields.error.value_or("")};
+}
+
+/// The saved session, read as a restart would read it.
+SavedEditSession saved(const EditorBench& bench) {
+    return readSession(bench.session().value());
+}
+
+TEST(ContentView, aLongSession) {
+    EditorBench bench;
+    const auto editor = [&]() -> ContentView& { return bench.editor(); };
+    const auto& fields = [&]() -> const EditorFields& { return bench.fields(); };
+
+    // First launch: nothing saved, nothing said.
+    editor().appear();
+    EXPECT_EQ(seen(bench, editor()), (Seen{0, "", "", ""}));
+    editor().generateEdit();
+    editor().exportEdit();
+    EXPECT_EQ(bench.session(), std::nullopt);
+    EXPECT_TRUE(bench.host.panels.empty());
+
+    // Import by the file dialog.
+    bench.host.chosen = bench.folder.write("Concert.FCPXML", concert().xml());
+    editor().chooseProjectFile();
+    EXPECT_EQ(bench.host.panels,
+              (std::vector<OpenPanel>{
+                  {"Choose a .fcpxml file or .fcpxmld bundle.", "", true, true, false}}));
+    EXPECT_EQ(bench.host.events,
+              (std::vector<std::string>{"start Concert.FCPXML", "stop Concert.FCPXML"}));
+    EXPECT_EQ(fields().cameraA, "W");
+    EXPECT_EQ(fields().audioAngle, "R");
+    EXPECT_EQ(saved(bench).sourceXML, concert().xml());
+    EXPECT_EQ(saved(bench).history.index, -1);
+
+    // Three edits, two steps back, and a new one from there.
+    for (int edit = 0; edit < 3; ++edit)
+        editor().generateEdit();
+    const std::vector<Cut> third = fields().cuts;
+    EXPECT_EQ(editor().actionBar().position, "Edit 3 of 3");
+    EXPECT_EQ(editor().actionBar().generateLabel, "Shuffle rough edit");
+    editor().goForward(); // nothing there
+    editor().goBack();
+    editor().goBack();
+    const std::vector<Cut> first = fields().cuts;
+    EXPECT_NE(first, third);
+    EXPECT_EQ(saved(bench).history.index, 0);
+    editor().goBack(); // nothing there
+    EXPECT_EQ(fields().history.index, 0);
+    editor().generateEdit();
+    EXPECT_EQ(fields().history.items.size(), 2U);
+    EXPECT_EQ(saved(bench).history, fields().history);
+
+    // A change clears the preview, also when it is changed back; Back brings it back.
+    editor().setShare(60);
+    editor().setShare(70);
+    EXPECT_EQ(fields().cuts.size(), 0U);
+    editor().exportEdit();
+    EXPECT_EQ(bench.host.panels.size(), 1U);
+    editor().goBack();
+    EXPECT_EQ(editor().actionBar().position, "Edit 2 of 2");
+
+    // A preset of these settings, and other settings.
+    editor().openSavePreset();
+    editor().setPresetName("  Saturday ");
+    editor().savePreset();
+    EXPECT_EQ(fields().presetNotice, "Saved Saturday.");
+    EXPECT_FALSE(fields().showSavePreset);
+    EXPECT_FALSE(fields().cuts.empty());
+    editor().chooseMainCamera("B");
+    editor().setMainMinimum(30);
+    editor().setWait("P", 20);
+    EXPECT_EQ(fields().mainMaximum, 30);
+    EXPECT_EQ(editor().selectedOtherCameras(), (std::vector<std::string>{"W", "P"}));
+
+    // A fixed section where its camera has none of it: told, and nothing is lost.
+    editor().addSection();
+    editor().setSectionCamera(0, "P");
+    editor().setSectionStart(0, "01:00:19:00");
+    editor().setSectionEnd(0, "01:00:30:00");
+    bench.host.endTurn();
+    const std::string missing =
+        "The camera chosen for a fixed section has missing footage between 01:00:19:00 and "
+        "01:00:30:00. Choose another camera or shorten the section.";
+    EXPECT_EQ(editor().coverageWarning(), missing);
+    editor().generateEdit();
+    EXPECT_EQ(seen(bench, editor()), (Seen{0, "", "", missing}));
+    editor().setSectionCamera(0, "W");
+    editor().generateEdit();
+    EXPECT_EQ(fields().error, missing); // until it is read
+    editor().dismissError();
+    EXPECT_EQ(editor().actionBar().position, "Edit 3 of 3");
+
+    // The preset again: cameras and ranges come back, sections stay.
+    editor().applyPreset();
+    EXPECT_EQ(fields().presetNotice,
+              "Applied Saturday, including matching camera and audio angles.");
+    EXPECT_EQ(fields().cameraA, "W");
+    EXPECT_EQ(fields().mainMinimum, 10);
+    EXPECT_EQ(fields().fixedSections.size(), 1U);
+    EXPECT_TRUE(fields().cuts.empty());
+    editor().generateEdit();
+
+    // Export: without a Final Cut Pro to open, then with one.
+    std::filesystem::create_directory(bench.folder.path("out"));
+    bench.host.chosen = bench.folder.path("out");
+    bench.host.events.clear();
+    bench.host.openError = HostError{"Shotweaver", 1, "It could not be found."};
+    editor().exportEdit();
+    EXPECT_EQ(bench.host.events, (std::vector<std::string>{
+                                     "start out", "open Concert Shotweaver.fcpxml", "stop out"}));
+    EXPECT_EQ(fields().status, "XML and settings were saved. Final Cut Pro could not be opened.");
+    EXPECT_EQ(fields().error, "Your export is saved at " +
+                                  bench.folder.path("out/Concert Shotweaver.fcpxml") +
+                                  ". Open it in Final Cut manually. It could not be found.");
+    editor().dismissError();
+    bench.host.openError.reset();
+    bench.host.answersAtOnce = false;
+    editor().exportEdit();
+    EXPECT_EQ(fields().status, "Saved Concert Shotweaver 2.fcpxml and Concert Shotweaver "
+                               "2.settings.txt. Opening Final Cut Pro…");
+    bench.host.completion(std::nullopt);
+    EXPECT_EQ(fields().status, "XML and settings saved. Sent the XML to Final Cut Pro for import.");
+    EXPECT_EQ(fields().error, std::nullopt);
+
+    // The next launch has it all.
+    const EditHistory history = fields().history;
+    const EditSettings settings = editor().currentSettings();
+    bench.restart();
+    editor().appear();
+    EXPECT_EQ(fields().history, history);
+    EXPECT_EQ(editor().currentSettings(), settings);
+    EXPECT_EQ(fields().cuts, history.items.back().cuts);
+    EXPECT_EQ(fields().status,
+              "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
+              "Final Cut project has changed.");
+    EXPECT_EQ(fields().error, std::nullopt);
+    EXPECT_EQ(editor().presetOptions().size(), 2U);
+    EXPECT_EQ(saved(bench).history, history);
+    editor().goBack();
+    EXPECT_EQ(editor().actionBar().position, "Edit 3 of 4");
+
+    // Changed settings are restored as they were left, without a preview.
+    editor().setDoubleMain(true);
+    bench.restart();
+    editor().appear();
+    EXPECT_TRUE(fields().doubleMain);
+    EXPECT_EQ(seen(bench, editor()).cuts, 0U);
+    editor().goBack();
+    EXPECT_EQ(editor().actionBar().position, "Edit 3 of 4");
+    EXPECT_FALSE(fields().doubleMain);
+}
+
+/// A bench with the concert loaded and two edits.
+struct Loaded {
+    explicit Loaded(FileCalls& calls = systemFileCalls()) : bench(calls) {
+        editor().importProject(concert().xml());
+        editor().generateEdit();
+        editor().generateEdit();
+    }
+    ContentView& editor() { return bench.editor(); }
+    const EditorFields& fields() const { return bench.fields(); }
+
+    EditorBench bench;
+};
+
+TEST(ContentView, oneActionIsOneChangeAndOneSave) {
+    FailingFileCalls calls(0, 0); // counts
+    Loaded loaded(calls);
+    ContentView& editor = loaded.editor();
+    editor.setPresetName("A");
+    editor.savePreset();
+    editor.setShare(50);
+    editor.generateEdit();
+    const auto changesAndSaves = [&](const std::function<void()>& action) {
+        loaded.bench.changes = 0;
+        calls.renames = 0;
+        action();
+        return std::pair(loaded.bench.changes, calls.renames);
+    };
+    const std::pair once(1, 1);
+    EXPECT_EQ(changesAndSaves([&] { editor.applyPreset(); }), once);
+    EXPECT_EQ(changesAndSaves([&] { editor.goBack(); }), once);
+    EXPECT_EQ(changesAndSaves([&] { editor.chooseMainCamera("B"); }), once);
+    EXPECT_EQ(changesAndSaves([&] { editor.generateEdit(); }), once);
+    EXPECT_EQ(changesAndSaves([&] { editor.importProject(concert().xml()); }), once);
+    EXPECT_EQ(changesAndSaves([&] { editor.setShare(editor.fields().aShare); }), (std::pair(1, 0)));
+    EXPECT_EQ(changesAndSaves([&] { editor.goForward(); }), (std::pair(0, 0)));
+    editor.addSection();
+    EXPECT_EQ(changesAndSaves([&] {
+                  for (const char* name : {"P", "Pr", "Pra"})
+                      editor.setSectionName(0, name);
+              }),
+              (std::pair(3, 0)));
+    EXPECT_EQ(changesAndSaves([&] { loaded.bench.host.endTurn(); }), once);
+    editor.setSectionName(0, "Prayer"); // the program ends before the turn does
+    loaded.bench.restart();
+    EXPECT_EQ(changesAndSaves([&] { loaded.editor().restoreSession(); }), once);
+    EXPECT_EQ(loaded.fields().fixedSections.at(0).name, "Prayer");
+    EXPECT_EQ(loaded.fields().restoredSettings, std::nullopt);
+}
+
+TEST(ContentView, onlyAChangeOfSettingsClearsTheStatus) {
+    Loaded loaded;
+    loaded.bench.host.chosen = loaded.bench.folder.path();
+    loaded.editor().exportEdit();
+    const std::string sent = loaded.fields().status;
+    EXPECT_FALSE(sent.empty());
+    loaded.editor().goBack(); // with the same settings
+    EXPECT_EQ(loaded.fields().status, sent);
+    EXPECT_FALSE(loaded.fields().cuts.empty());
+    loaded.editor().setDoubleMain(true);
+    EXPECT_EQ(loaded.fields().status, "");
+}
+
+TEST(ContentView, importsKeepPacingAndResetTheRest) {
+    Loaded loaded;
+    ContentView& editor = loaded.editor();
+    editor.setShare(40);
+    editor.setOtherMinimum(6);
+    editor.setDoubleMain(true);
+    editor.setOpeningEnabled(true);
+    editor.setOpeningSeconds(3);
+    editor.setWait("B", 100);
+    editor.addSection();
+    editor.setPresetName("A");
+    editor.savePreset();
+    editor.showError("unread");
+    ProjectBuilder other = concert();
+    other.angles.erase(other.angles.begin());
+    editor.importProject(other.xml());
+    const EditorFields& fields = loaded.fields();
+    EXPECT_EQ(fields.aShare, 40);
+    EXPECT_EQ(fields.otherMinimum, 6);
+    EXPECT_TRUE(fields.doubleMain);
+    EXPECT_FALSE(fields.openingEnabled);
+    EXPECT_EQ(fields.openingSeconds, 3);
+    EXPECT_EQ(fields.openingCamera, "P");
+    EXPECT_EQ(fields.returnTimes, AngleNumbers{});
+    EXPECT_EQ(fields.frequencies, (AngleNumbers{{"P", 5}, {"B", 5}}));
+    EXPECT_EQ(fields.history, EditHistory{});
+    EXPECT_EQ(fields.chosenPreset + fields.presetNotice, "");
+    EXPECT_EQ(fields.fixedSections.size(), 0U);
+    EXPECT_EQ(fields.error, "unread");
+
+    // What is refused changes nothing.
+    other.angles.erase(other.angles.begin());
+    const std::string session = loaded.bench.session().value();
+    editor.importProject(other.xml());
+    EXPECT_EQ(fields.error, "Include at least two video angles in your multicam.");
+    editor.importProject("<fcpxml/>");
+    EXPECT_EQ(fields.error, "Export one project from Final Cut Pro, rather than a whole event or "
+                            "library.");
+    EXPECT_EQ(editor.videoAngleIDs(), (std::vector<std::string>{"P", "B"}));
+    EXPECT_EQ(loaded.bench.session(), session);
+}
+
+TEST(ContentView, filesThatAreDroppedOrArriveByURL) {
+    EditorBench bench;
+    const auto url = [&](std::string_view name) { return fileURL(bench.folder.path(name)); };
+    bench.folder.write("One song.FCPXML", concert().xml());
+    std::filesystem::create_directory(bench.folder.path("Bundle.fcpxmld"));
+    bench.folder.write("Bundle.fcpxmld/Info.fcpxml", concert().xml());
+    const std::string one = "Drop one Final Cut XML file or bundle at a time.";
+    const std::string choose = "Choose a .fcpxml file or .fcpxmld bundle.";
+    struct Row {
+        std::vector<std::string> urls;
+        bool isAccepted;
+        std::string error;
+        bool isLoaded;
+    };
+    const std::vector<Row> rows{
+        {{url("One song.FCPXML")}, true, "", true},
+        {{url("Bundle.fcpxmld") + "/"}, true, "", true},
+        {{url("gone.fcpxml")},
+         true,
+         "“" + bench.folder.path("gone.fcpxml") +
+             "” could not be opened: No such file or "
+             "directory.",
+         false},
+        {{}, false, one, false},
+        {{url("One song.FCPXML"), url("One song.FCPXML")}, false, one, false},
+        {{"https://example.org/a.fcpxml"}, false, one, false},
+        {{url("a.xml")}, false, choose, false},
+    };
+    for (const Row& row : rows) {
+        bench.restart();
+        EXPECT_EQ(bench.editor().handleDroppedURLs(row.urls), row.isAccepted);
+        EXPECT_EQ(bench.fields().error.value_or(""), row.error);
+        EXPECT_EQ(bench.fields().imported.has_value(), row.isLoaded) << row.error;
+    }
+}
+
+TEST(ContentView, whatTheInboxBringsIsUsedOnceAndComesBeforeARestore) {
+    Loaded loaded;
+    loaded.bench.restart();
+    ContentView& editor = loaded.editor();
+    XMLInbox inbox;
+    inbox.setXMLData(concert().xml());
+    const InboxSubscription subscription(inbox, editor);
+    editor.appear();
+    EXPECT_EQ(loaded.fields().status, "");
+    EXPECT_EQ(loaded.fields().history.items.size(), 0U);
+    EXPECT_EQ(inbox.xmlData(), std::nullopt);
+    editor.generateEdit();
+    inbox.setImportError("Refused.");
+    EXPECT_EQ(loaded.fields().error, "Refused.");
+    EXPECT_EQ(loaded.fields().history.items.size(), 1U);
+    editor.dismissError();
+    inbox.setURL(fileURL(loaded.bench.folder.write("a.fcpxml", concert().xml())));
+    EXPECT_EQ(loaded.fields().history.items.size(), 0U);
+    inbox.setURL("a.fcpxml");
+    EXPECT_EQ(loaded.fields().error, "Choose a .fcpxml file or .fcpxmld bundle.");
+    EXPECT_EQ(inbox.importError().has_value() || inbox.url().has_value(), false);
+}
+
+TEST(ContentView, exportsWhatWasOnShowWhenTheDialogOpened) {
+    Loaded loaded;
+    const std::string id = loaded.fields().history.items.back().id.text();
+    loaded.bench.host.chosen = loaded.bench.folder.path();
+    loaded.bench.host.answersAtOnce = false;
+    loaded.bench.host.duringDialog = [&] {
+        ProjectBuilder other = concert();
+        other.projectAttributes = R"(name="Other")";
+        loaded.editor().importProject(other.xml());
+    };
+    loaded.editor().exportEdit();
+    EXPECT_NE(loaded.bench.folder.read("Concert Shotweaver.settings.txt").find("Edit ID: " + id),
+              std::string::npos);
+    EXPECT_EQ(loaded.fields().imported->name, "Other");
+    const OpenCompletion completion = loaded.bench.host.completion;
+    loaded.bench.restart();
+    completion(std::nullopt); // the editor that asked is gone
+    EXPECT_EQ(loaded.fields().status, "");
+
+    loaded.editor().appear();
+    loaded.editor().generateEdit();
+    loaded.bench.host.duringDialog = [] {};
+    loaded.bench.host.chosen = loaded.bench.folder.path("missing");
+    loaded.editor().exportEdit();
+    EXPECT_EQ(loaded.bench.host.events.back(), "stop missing");
+    EXPECT_EQ(loaded.fields().status, "");
+    EXPECT_TRUE(loaded.fields().error.value_or("").ends_with("No such file or directory."));
+    loaded.bench.host.chosen.reset();
+    loaded.editor().dismissError();
+    loaded.editor().exportEdit(); // cancelled
+    EXPECT_EQ(loaded.fields().error, std::nullopt);
+}
+
+TEST(ContentView, rangesThatArriveReversedAreRefused) {
+    Loaded loaded;
+    EditSettings settings = loaded.editor().currentSettings();
+    settings.otherMinimum = 9;
+    loaded.editor().applySettings(settings);
+    loaded.editor().generateEdit();
+    EXPECT_EQ(loaded.fields().error,
+              "The minimum shot length of the other cameras is above its maximum. Set the minimum "
+              "or the maximum again.");
+    EXPECT_EQ(loaded.fields().history.items.size(), 2U);
+}
+
+TEST(ContentView, sectionsAreProposedBehindTheLastOne) {
+    Loaded loaded;
+    ContentView& editor = loaded.editor();
+    const auto last = [&] {
+        const SectionDraft& section = loaded.fields().fixedSections.back();
+        return section.camera + " " + section.start + " " + section.end;
+    };
+    editor.addSection();
+    EXPECT_EQ(last(), "W 01:00:00:00 01:00:30:00");
+    editor.setOpeningEnabled(true);
+    editor.setOpeningSeconds(40.02); // 1000.5 frames
+    editor.setClosingEnabled(true);
+    editor.setClosingSeconds(10);
+    editor.addSection();
+    EXPECT_EQ(last(), "W 01:00:40:01 01:00:50:00");
+    editor.addSection();
+    EXPECT_EQ(loaded.fields().error,
+              "There is no room for another section after the existing sections and opening or "
+              "closing shots.");
+    editor.setSectionEnd(1, "later");
+    editor.addSection();
+    EXPECT_EQ(last(), "W 01:00:40:01 01:00:50:00");
+    editor.removeSection(0);
+    editor.removeSection(7);
+    EXPECT_EQ(loaded.fields().fixedSections.size(), 2U);
+}
+
+} // namespace
+} // namespace shotweaver::test
