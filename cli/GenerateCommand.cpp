@@ -129,7 +129,7 @@ CommandResult runGenerate(const GenerateOptions& options, ByteSource& in,
                        result);
     if (result.failure) return result;
     result.output =
-        options.json ? revisionJson(revision).dump() + "\n" : plainText(revision, imported, engine);
+        options.json ? revisionText(revision) + "\n" : plainText(revision, imported, engine);
     if (options.output && !options.json) result.output += "\n";
     return result;
 }

@@ -227,10 +227,24 @@ std::vector<UsageRow> ContentView::usageRows() const {
     return shotweaver::usageRows(fields_.cuts, *fields_.imported, *fields_.engine);
 }
 
-std::vector<CutRow> ContentView::cutRows() const {
+const CutTexts& ContentView::cutTexts() const {
+    if (!cutTexts_) cutTexts_.emplace(*fields_.imported, fields_.engine, environment_.locale);
+    return *cutTexts_;
+}
+
+CutRow ContentView::cutRow(std::size_t row) const {
+    if (row >= fields_.cuts.size()) return {};
+    return cutTexts().row(fields_.cuts[row]);
+}
+
+std::string ContentView::cutLine(std::size_t row) const {
+    if (row >= fields_.cuts.size()) return "";
+    return cutTexts().line(fields_.cuts[row]);
+}
+
+std::vector<CutLane> ContentView::cutLanes() const {
     if (!fields_.engine) return {};
-    return shotweaver::cutRows(fields_.cuts, *fields_.imported, *fields_.engine,
-                               environment_.locale);
+    return shotweaver::cutLanes(fields_.cuts, *fields_.imported, *fields_.engine);
 }
 
 std::string ContentView::projectLine() const {

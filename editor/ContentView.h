@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/CoverageContent.h"
+#include "editor/CutListContent.h"
 #include "editor/EditorFields.h"
 #include "editor/EditorTexts.h"
 #include "editor/HostServices.h"
@@ -149,11 +150,18 @@ class ContentView {
     /// Throws `FinalCutImportError` for the first timecode that cannot be read.
     std::vector<FixedCameraSection> fixedCameraSections() const;
     std::optional<std::string> coverageWarning() const;
+    /// What would stop an export of the loaded project, whatever its edit: told from the import on.
+    const std::optional<std::string>& importWarning() const { return importWarning_; }
     ActionBar actionBar() const;
     /// Absent while no cuts are on show, like the usage rows.
     std::optional<std::string> summaryLine() const;
     std::vector<UsageRow> usageRows() const;
-    std::vector<CutRow> cutRows() const;
+    /// A row of the cut list; an empty one where there is no cut. Cheap, so that a view asks for
+    /// what it shows.
+    CutRow cutRow(std::size_t row) const;
+    /// The same in one line; empty where there is no cut.
+    std::string cutLine(std::size_t row) const;
+    std::vector<CutLane> cutLanes() const;
 
     // The content of the settings column. Only with a project; the presets always.
 
@@ -206,6 +214,7 @@ class ContentView {
     void storePreset(PresetTarget target);
     ProjectAngles angles() const;
     const SelectedCoverage& coverage() const;
+    const CutTexts& cutTexts() const;
 
     EditorEnvironment environment_;
     SessionFile sessionFile_;
@@ -218,10 +227,12 @@ class ContentView {
     bool saveIsScheduled_ = false;
     EditSettings judgedSettings_; // at the end of the last change
     std::optional<SessionEncoder> encoder_;
+    std::optional<std::string> importWarning_;
     std::optional<std::string> presetFailure_; // why the stored presets could not be read
     // Worked out at most once a change.
     mutable std::optional<SelectedCoverage> coverage_;
     mutable std::optional<CoverageContent> coverageContent_;
+    mutable std::optional<CutTexts> cutTexts_; // at most once a project
     // Lets what comes back later find out that the editor has gone.
     std::shared_ptr<ContentView*> self_ = std::make_shared<ContentView*>(this);
 };

@@ -2,7 +2,6 @@
 
 #include "editor/ProjectDefaults.h"
 #include "engine/CameraUsage.h"
-#include "platform/DecimalFormat.h"
 #include "platform/NumberText.h"
 
 #include <fmt/format.h>
@@ -47,17 +46,6 @@ std::vector<UsageRow> usageRows(const std::vector<Cut>& cuts, const ImportedProj
             {angleLabel(angle, imported), fixedDecimal(engine.seconds(used.frames), 2) + " sec",
              fixedDecimal(shareOf(used.frames, engine), 1) + "%", std::to_string(used.shots)});
     }
-    return rows;
-}
-
-std::vector<CutRow> cutRows(const std::vector<Cut>& cuts, const ImportedProject& imported,
-                            const CutEngine& engine, const std::string& locale) {
-    const DecimalFormat number(locale);
-    std::vector<CutRow> rows;
-    rows.reserve(cuts.size());
-    for (const Cut& cut : cuts)
-        rows.push_back({angleLabel(cut.angle, imported), engine.timecode(cut.start),
-                        number.text(engine.seconds(cut.duration))});
     return rows;
 }
 

@@ -34,19 +34,6 @@ struct UsageRow {
 std::vector<UsageRow> usageRows(const std::vector<Cut>& cuts, const ImportedProject& imported,
                                 const CutEngine& engine);
 
-/// A row of the cut list, as texts.
-struct CutRow {
-    std::string camera;
-    std::string start;    // timecode
-    std::string duration; // seconds, in the locale's style
-
-    bool operator==(const CutRow&) const = default;
-};
-
-/// One row for each cut. `locale` is a BCP 47 tag.
-std::vector<CutRow> cutRows(const std::vector<Cut>& cuts, const ImportedProject& imported,
-                            const CutEngine& engine, const std::string& locale);
-
 /// Points that the usage table's frame is high for so many cameras; what does not fit scrolls.
 int usageTableHeight(std::size_t cameras);
 

@@ -3,13 +3,12 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <utility>
 
 namespace shotweaver {
 
 /// Functions that want to be told of changes.
 class Observers {
-    using List = std::list<std::shared_ptr<std::function<void()>>>;
-
   public:
     /// Ends the observation when it goes; it may outlive the observed.
     class Subscription {

@@ -5,6 +5,12 @@ namespace shotweaver {
 /// The sentences that the panel shows as they are.
 namespace panelTexts {
 
+inline constexpr const char* productName = "Shotweaver";
+inline constexpr const char* tagline = "Your first pass. Your rules.";
+inline constexpr const char* helpTip = "Open the included Shotweaver manual";
+inline constexpr const char* aboutTip = "About Shotweaver, donations and feedback";
+inline constexpr const char* importTip = "Choose a .fcpxml file or .fcpxmld bundle";
+
 inline constexpr const char* presetsHelp =
     "Saves camera balance, shot length ranges, longer holds and angle names on this Mac. Apply "
     "restores a saved setup; Update saves your current changes.";
@@ -17,8 +23,7 @@ inline constexpr const char* waitPriorityHelp =
     "longer while other cameras wait.";
 inline constexpr const char* frequencyNeedsCameras =
     "Frequency needs at least 3 included cameras: the main camera and 2 others. With 2 cameras, "
-    "use "
-    "the main camera balance.";
+    "use the main camera balance.";
 inline constexpr const char* frequencyHelp =
     "Higher numbers choose this camera more often between main camera shots. The percentage "
     "compares additional camera choices when footage is available, not total screen time.";
@@ -44,8 +49,11 @@ inline constexpr const char* noProject =
 inline constexpr const char* noCuts = "Generate an edit to preview the cuts here.";
 inline constexpr const char* footerHint =
     "Drop XML anywhere to load a project. Exports a separate project.";
+inline constexpr const char* generateHelp = "Make a new rough edit with these settings";
 inline constexpr const char* backHelp = "Return to the previous rough edit and its settings";
 inline constexpr const char* forwardHelp = "Restore the next rough edit and its settings";
+inline constexpr const char* exportHelp =
+    "Save this edit as XML beside a record of its settings, and open it in Final Cut Pro";
 
 } // namespace panelTexts
 

@@ -5,6 +5,8 @@
 #include "editor/ProjectFile.h"
 #include "platform/FileURL.h"
 
+#include <fmt/format.h>
+
 namespace shotweaver {
 
 void ContentView::appear() {
@@ -81,6 +83,13 @@ void ContentView::projectDidChange() {
     encoder_.reset();
     coverage_.reset();
     coverageContent_.reset();
+    cutTexts_.reset();
+    importWarning_.reset();
+    const std::vector<std::string> obstacles = fields_.engine->exportObstacles();
+    if (obstacles.empty()) return;
+    importWarning_ = obstacles.front();
+    if (obstacles.size() > 1)
+        *importWarning_ += fmt::format(" There are {} more like it.", obstacles.size() - 1);
 }
 
 void ContentView::readProjectFile(const std::string& path) {

@@ -99,9 +99,12 @@ std::vector<CameraRow> cameraRows(const EditSettings& settings, const ImportedPr
     return rows;
 }
 
+double mainWait(const EditSettings& settings) {
+    return numberFor(settings.returnTimes, settings.mainCamera, defaultReturnTime);
+}
+
 std::string mainWaitLabel(const EditSettings& settings) {
-    return waitLabel("Wait before returning to main camera",
-                     numberFor(settings.returnTimes, settings.mainCamera, defaultReturnTime));
+    return waitLabel("Wait before returning to main camera", mainWait(settings));
 }
 
 std::string balanceText(double mainShare) {
@@ -120,6 +123,10 @@ std::string maximumLabel(double seconds) {
 
 std::string secondsLabel(double seconds) {
     return wholeNumber(seconds) + " sec";
+}
+
+std::string sectionTitle(std::size_t row) {
+    return fmt::format("Section {}", row + 1);
 }
 
 } // namespace shotweaver

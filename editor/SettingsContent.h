@@ -5,12 +5,29 @@
 #include "engine/EditSettings.h"
 #include "engine/ImportedProject.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace shotweaver {
 
 /// What the settings column shows of the settings. Numbers in labels are cut to whole ones.
+
+/// What a control steps through.
+struct ControlRange {
+    double minimum = 0;
+    double maximum = 0;
+    double step = 1;
+};
+
+namespace controlRanges {
+
+inline constexpr ControlRange wait{0, 600, 10}; // seconds
+inline constexpr ControlRange frequency{1, 10, 1};
+inline constexpr ControlRange share{10, 90, 5};      // percent
+inline constexpr ControlRange shotLength{1, 120, 1}; // seconds
+
+} // namespace controlRanges
 
 /// An entry of a picker.
 struct PickerOption {
@@ -55,6 +72,9 @@ struct CameraRow {
 std::vector<CameraRow> cameraRows(const EditSettings& settings, const ImportedProject& imported,
                                   const CutEngine& engine);
 
+/// The wait before returning to the main camera, seconds.
+double mainWait(const EditSettings& settings);
+
 /// "Wait before returning to main camera: 120 sec"
 std::string mainWaitLabel(const EditSettings& settings);
 
@@ -62,5 +82,8 @@ std::string balanceText(double mainShare);
 std::string minimumLabel(double seconds);
 std::string maximumLabel(double seconds);
 std::string secondsLabel(double seconds);
+
+/// What a screen reader calls a row of fixed sections, which count from 0: "Section 1".
+std::string sectionTitle(std::size_t row);
 
 } // namespace shotweaver

@@ -20,11 +20,13 @@ constexpr std::size_t shownCharacters = 200;
 
 /// What the parser says without its own prefix: "[json.exception.parse_error.101] parse error at
 /// line 1, column 2: …" becomes "parse error at line 1, column 2: …".
-std::string_view parserText(const Json::exception& error) {
+/// The bytes that it repeats need not be text.
+std::string parserText(const Json::exception& error) {
     const std::string_view text = error.what();
     const std::size_t prefix = text.find("] ");
-    return firstCharacters(prefix == std::string_view::npos ? text : text.substr(prefix + 2),
-                           shownCharacters);
+    return toUTF8(firstCharacters(prefix == std::string_view::npos ? text : text.substr(prefix + 2),
+                                  shownCharacters),
+                  "UTF-8");
 }
 
 /// Builds a document from the events of the parser, and refuses what the library lets pass.
@@ -63,9 +65,9 @@ class StrictBuilder final : public nlohmann::json_sax<Json> {
                      const Json::exception& error) override {
         // Only syntax errors say where they are.
         const auto line = std::count(text_.begin(), text_.begin() + offset(position), '\n') + 1;
-        const std::string_view what = parserText(error);
+        const std::string what = parserText(error);
         throw PlatformError(
-            what.find("at line") != std::string_view::npos
+            what.find("at line") != std::string::npos
                 ? fmt::format("The JSON could not be read: {}.", what)
                 : fmt::format("The JSON could not be read at line {}: {}.", line, what));
     }

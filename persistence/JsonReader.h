@@ -37,6 +37,8 @@ class JsonReader {
     const std::string& string() const; // of the document
     UUID uuid() const;
 
+    bool isString() const { return value_.is_string(); }
+
     /// Calls visit(JsonReader) for each element of an array, in order.
     template <class Visit>
     void eachElement(Visit visit) const {

@@ -99,10 +99,6 @@ EditRevision readRevision(const JsonReader& json) {
     return read<EditRevision>(json);
 }
 
-OrderedJson revisionJson(const EditRevision& revision) {
-    return OrderedJson::parse(revisionText(revision));
-}
-
 EditHistory readHistory(const JsonReader& json) {
     return read<EditHistory>(json);
 }

@@ -22,9 +22,6 @@ EditSettings readSettingsOver(const JsonReader& json, EditSettings settings);
 std::string revisionText(const EditRevision& revision);
 EditRevision readRevision(const JsonReader& json);
 
-/// The same as a document.
-OrderedJson revisionJson(const EditRevision& revision);
-
 EditHistory readHistory(const JsonReader& json);
 
 } // namespace shotweaver

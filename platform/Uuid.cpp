@@ -53,7 +53,7 @@ std::optional<UUID> UUID::parse(std::string_view text) {
         const auto value = digitValue(text[at]);
         if (!value) return std::nullopt;
         auto& byte = uuid.bytes[digit / 2];
-        byte = static_cast<std::uint8_t>((byte << 4U) | *value);
+        byte = static_cast<std::uint8_t>((static_cast<unsigned>(byte) << 4U) | *value);
         ++digit;
     }
     return uuid;

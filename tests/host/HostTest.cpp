@@ -163,7 +163,7 @@ TEST(DesktopWorkspace, startsTheCommandOfTheEntry) {
     EXPECT_EQ(workspace.urlForApplication("cut"), std::nullopt);
     std::filesystem::create_directory(folder.path("applications"));
     ASSERT_EQ(mkfifo(folder.path("said").c_str(), 0600), 0);
-    folder.add("cutter", "printf '%s\\n' \"$PWD\" \"$@\" >said");
+    folder.add("cutter", "printf '%s\\n' \"$PWD\" \"$@\" >\"${0%cutter}said\"");
     const std::string head = "[Desktop Entry]\nType=Application\nPath=" + folder.path() + "\nExec=";
     const std::string entry =
         folder.write("applications/cut.desktop", head + "cutter \"for $\" %f %%");
@@ -185,11 +185,14 @@ TEST(MacWorkspace, asksTheSystemsPrograms) {
     folder.add("mdfind", "echo");
     EXPECT_EQ(workspace.urlForApplication("a.b"), std::nullopt);
     folder.add("mdfind", "echo \"/A $1.app\"; echo /B.app");
-    EXPECT_EQ(workspace.urlForApplication("a.b"), "/A kMDItemCFBundleIdentifier == 'a.b'.app");
+    const std::string application = "/A kMDItemCFBundleIdentifier == 'a.b'.app";
+    EXPECT_EQ(workspace.urlForApplication("a.b"), application);
 
     folder.add("open", "printf '<%s>' \"$@\" >\"${0%open}said\"");
-    EXPECT_EQ(opening(workspace, "/My \"50%\" cut", "/A b.app"), "opened");
-    EXPECT_EQ(folder.read("said"), "<-a></A b.app></My \"50%\" cut>");
+    EXPECT_EQ(opening(workspace, "/My \"50%\" cut", application), "opened");
+    EXPECT_EQ(folder.read("said"), "<-b><a.b></My \"50%\" cut>");
+    EXPECT_EQ(opening(workspace, "/f", "/A b.app"), "opened"); // not one that was looked up
+    EXPECT_EQ(folder.read("said"), "<-a></A b.app></f>");
     folder.add("open", "echo noise; echo 'Unable to find it.' >&2; exit 1");
     EXPECT_EQ(opening(workspace, "/f", "/A"), "Shotweaver 1 Unable to find it.");
 }

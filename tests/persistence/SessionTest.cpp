@@ -33,10 +33,8 @@ SavedEditSession session() {
         return EditSettings{mainShare, 10,    10,    25, 4,  8,     main, {other}, {},      {},
                             audio,     false, false, "", 15, false, "",   15,      sections};
     };
-    SavedEditSession session{1,
-                             "<fcpxml/>\xFF",
-                             settings(50, "A", "B", "S", {{UUID(), "\"\t", "C", "as typed", "Ç"}}),
-                             {}};
+    SavedEditSession session{
+        1, "<fcpxml/>\xFF", settings(50, "A", "B", "S", {{UUID(), "\"", "C", "\\", "\t"}}), {}};
     session.history.append(
         revision(1, settings(51, "B", "A", "A"), {{UUID(), "A", 0, 500}, {UUID(), "B", 500, 500}}));
     session.history.append(
@@ -94,6 +92,8 @@ TEST(SavedEditSession, everySaveOfAnEncoderIsTheWholeSession) {
                                     R"(,"history":{"items":[],"index":-1}})");
     saved.history.index = 0;
     EXPECT_EQ(failureOf([&] { validateSession(saved, engine()); }), unreadable);
+    saved.settings.sections[0].name = "Ç\xFF";
+    EXPECT_EQ(readSession(freshText(saved)).settings.sections[0].name, "Ç\uFFFD");
     saved.settings.mainShare = INFINITY;
     EXPECT_EQ(failureOf([&] { freshText(saved); }),
               "A number that is not finite cannot be stored.");
@@ -137,7 +137,7 @@ TEST(SavedEditSession, theFirstFailedCheckSpeaks) {
         {R"("cuts":[|"cuts":[],"x":[)", incomplete}, // puts any damage below out of sight
         {R"("start":0,"duration":500|"start":1,"duration":500)", cuts},
         {R"(0,"duration":500|0,"duration":501;0,"duration":500|0,"duration":499)", cuts},
-        {R"(0,"duration":500|0,"duration":0;500,"duration":500|500,"duration":501)", cuts},
+        {R"(500,"duration":500|500,"duration":0;500,"duration":500|500,"duration":501)", cuts},
         {R"(500,"duration":500|500,"duration":9223372036854775807)", cuts},
         {R"("angle":"A"|"angle":"C";"angle":"B"|"angle":"S";"angle":"B"|"angle":"X")", cuts},
         {R"(500,"duration":500|500,"duration":499)", incomplete},

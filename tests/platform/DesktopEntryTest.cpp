@@ -35,18 +35,21 @@ TEST(DesktopEntry, theFirstOfItsNameCounts) {
     }
     std::filesystem::create_directories(folder.path("unreadable/applications/a.desktop"));
     const char* rows[][3] = {
-        // XDG_DATA_HOME, XDG_DATA_DIRS, where it is found; {0} is the test's folder
-        {"own", "{0}/own", "{0}/home/.local/share"},
+        // XDG_DATA_HOME, XDG_DATA_DIRS, where it is found; {0} is the test's folder, {1} the same
+        // as a
+        // relative path
+        {"{1}/own", "{0}/own", "{0}/home/.local/share"},
         {"{0}/own", "{0}/gone", "{0}/own"},
-        {"{0}/none", "gone:{0}/none:{0}/own", "{0}/own"},
+        {"{0}/none", "{1}/gone:{0}/none:{0}/own", "{0}/own"},
         {"{0}/gone", "{0}/own", ""},
         {"{0}/unreadable", "{0}/own", ""},
     };
+    const std::string relative = std::filesystem::relative(folder.path()).string();
     for (const auto& row : rows) {
         const auto environment = [&](const std::string& name) {
             const auto* folders =
                 name == "HOME" ? "{0}/home" : row[name == "XDG_DATA_HOME" ? 0 : 1];
-            return std::optional(fmt::format(fmt::runtime(folders), folder.path()));
+            return std::optional(fmt::format(fmt::runtime(folders), folder.path(), relative));
         };
         const auto entry = findDesktopEntry(systemFileCalls(), environment, "a.desktop");
         EXPECT_EQ(entry ? parentFolder(parentFolder(entry->path)) : "",

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 #include <sstream>
 
@@ -38,10 +39,9 @@ TEST_F(Programs, areFoundByAbsolutePathsAndAlongThePath) {
     std::filesystem::create_directories(folder.path("tool"));
     const std::string data = folder.write("data", "");
     const auto find = [&](const std::string& name) {
-        const auto path = [&](const char*) {
-            return std::optional("../bin::" + folder.path() + ":/bin");
-        };
-        return findProgram(name, path).value_or("-");
+        const std::string path = std::filesystem::relative("/bin").string() + "::" + folder.path();
+        const auto environment = [&](const char*) { return std::optional(path + ":/bin"); };
+        return findProgram(name, environment).value_or("-");
     };
     EXPECT_EQ(find("sh"), "/bin/sh");
     EXPECT_EQ(find("/bin/sh"), "/bin/sh");
@@ -52,21 +52,26 @@ TEST_F(Programs, areFoundByAbsolutePathsAndAlongThePath) {
 TEST_F(Programs, startedOnesRunOnTheirOwn) {
     for (const char* fifo : {"said", "go"})
         ASSERT_EQ(mkfifo(folder.path(fifo).c_str(), 0600), 0);
-    startProgram({"/bin/sh", "-c",
-                  R"([ /dev/stdin -ef /dev/null ] && [ /dev/stdout -ef /dev/null ] &&
-                  printf '%s\n' $$ "$0" "$@" >said && read -r line <go)",
-                  "a b", "", "%f\"$HOME"},
-                 folder.path());
+    startProgram({"/bin/sh", "-c", R"(
+                  [ /dev/stdin -ef /dev/null ] && [ /dev/stdout -ef /dev/null ] && nothing=nothing
+                  printf '%s\n' $$ "$nothing" "$PWD" "$@" >"$0/said"
+                  read -r line <"$0/go")",
+                  folder.path(), "a b", "", "%f\"$HOME"},
+                 "/usr");
     std::istringstream said(folder.read("said"));
     pid_t process = 0;
     said >> process;
-    EXPECT_EQ(said.str(), fmt::format("{}\na b\n\n%f\"$HOME\n", process));
+    EXPECT_EQ(said.str(), fmt::format("{}\nnothing\n/usr\na b\n\n%f\"$HOME\n", process));
     EXPECT_NE(getsid(process), getsid(0));
     folder.write("go", "\n"); // until then it runs
 }
 
 TEST_F(Programs, ranOnesLeaveTheirStatusAndTheirTexts) {
-    std::signal(SIGPIPE, SIG_IGN);         // what is ignored here is not theirs to inherit
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &blocked, nullptr); // not theirs to inherit, as what is ignored
+    std::signal(SIGPIPE, SIG_IGN);
     const std::string some(150'000, '\0'); // more than a pipe holds
     const std::string put = "head -c 150000 /dev/zero";
     const std::pair<std::string, ProgramResult> rows[] = {
@@ -80,15 +85,20 @@ TEST_F(Programs, ranOnesLeaveTheirStatusAndTheirTexts) {
         EXPECT_TRUE(result.output == expected.output && result.errors == expected.errors) << script;
     }
     std::signal(SIGPIPE, SIG_DFL);
+    pthread_sigmask(SIG_UNBLOCK, &blocked, nullptr);
 }
 
 TEST_F(Programs, thatCannotBeStartedSayWhy) {
     const std::string data = folder.write("data", "#!/bin/sh\n");
-    const int output = dup(STDOUT_FILENO);
-    close(STDOUT_FILENO); // a report gets through also where a standard descriptor's number is free
+    // The report gets through also where the numbers of standard descriptors are free.
+    const std::array saved{dup(STDIN_FILENO), dup(STDOUT_FILENO)};
+    close(STDIN_FILENO);
+    close(STDOUT_FILENO);
     const std::string start = failureOf([&] { startProgram({"/none", "x"}); });
-    dup2(output, STDOUT_FILENO);
-    close(output);
+    for (int standard = STDIN_FILENO; const int descriptor : saved) {
+        dup2(descriptor, standard++);
+        close(descriptor);
+    }
     const std::string why = "” could not be started: No such file or directory.";
     EXPECT_EQ(start, "“/none" + why);
     EXPECT_EQ(failureOf([] { startProgram({"/bin/ls"}, "/none"); }), "“/bin/ls" + why);

@@ -3,12 +3,14 @@
 #include "platform/Dates.h"
 #include "platform/Locale.h"
 #include "platform/NumberText.h"
+#include "platform/TextSearch.h"
 #include "platform/Uuid.h"
 
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <cmath>
+#include <tuple>
 
 namespace shotweaver {
 namespace {
@@ -49,6 +51,28 @@ TEST(Text, bytesThatAreNoCharactersDoNoHarm) {
     EXPECT_EQ(lowercased("ÉCRAN I ΟΔΟΣ\xFF"), "écran i οδος\uFFFD"); // in no one's language
     EXPECT_EQ(firstCharacters("\xFF\xFF\xC3", 2), "\xFF\xFF");
     EXPECT_EQ(displayWidth("a\xFF\xE2\x82"), 3U);
+}
+
+TEST(TextSearch, findsTextsAsAReaderWould) {
+    const std::tuple<const char*, const char*, const char*> found[] = {
+        {"the audio angle", "AUDIO", "und"},
+        {"Le CAFE\u0301.", "café.", "en-GB"},
+        {"cafe", "e\u0301", "und"},
+        {"Straße", "STRASSE", "de"},
+        {"日本語", "本", "ja"},
+        {"co\u00ADoperate", "coop", "und"},
+        {"coop", "\u00ADo\u200Bo", "und"},
+        {"", "", "und"},
+        {"a", "", "und"},
+        {"", "\u200B\u0301", "und"},
+        {"a\xFFz", "Z", "no such locale!"}};
+    for (const auto& [text, wanted, locale] : found)
+        EXPECT_TRUE(TextSearch(wanted, locale).isIn(text)) << text << " / " << wanted;
+    const std::tuple<const char*, const char*, const char*> missed[] = {
+        {"", "a", "und"},       {"a b", "ab", "und"}, {"a.b", "a-b", "und"}, {"ab", "a b", "th"},
+        {"audio", "od", "und"}, {"ton", "tön", "sv"}}; // a letter of its own there
+    for (const auto& [text, wanted, locale] : missed)
+        EXPECT_FALSE(TextSearch(wanted, locale).isIn(text)) << text << " / " << wanted;
 }
 
 TEST(NumberText, readsWholeTextsThatFit) {

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "engine/CutEngine.h"
+#include "engine/EditSettings.h"
+#include "engine/FrameRange.h"
+#include "engine/ImportedProject.h"
+#include "platform/DecimalFormat.h"
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace shotweaver {
+
+/// A row of the cut list, as texts.
+struct CutRow {
+    std::string camera;
+    std::string start;    // timecode
+    std::string duration; // seconds, in the locale's style
+
+    bool operator==(const CutRow&) const = default;
+};
+
+/// Writes cuts of one project. Making one costs much more than writing a cut.
+class CutTexts {
+  public:
+    /// `locale` is a BCP 47 tag.
+    CutTexts(const ImportedProject& imported, std::shared_ptr<const CutEngine> engine,
+             const std::string& locale);
+
+    CutRow row(const Cut& cut) const;
+    /// A cut in one line: "Wide (A7) · 01:00:10:00 · 12.5 seconds".
+    std::string line(const Cut& cut) const;
+
+  private:
+    std::map<std::string, std::string, std::less<>> labels_; // by angle
+    std::shared_ptr<const CutEngine> engine_;
+    DecimalFormat number_;
+};
+
+/// One camera's cuts in the overview of an edit.
+struct CutLane {
+    std::string camera;
+    std::vector<FrameRange> ranges; // in the cut list's order
+    std::vector<std::size_t> rows;  // of these ranges in the cut list
+
+    bool operator==(const CutLane&) const = default;
+};
+
+/// One lane for each video angle, in angle order, also for those that the cuts never show.
+std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const ImportedProject& imported,
+                              const CutEngine& engine);
+
+} // namespace shotweaver

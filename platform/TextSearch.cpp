@@ -1,0 +1,71 @@
+#include "platform/TextSearch.h"
+
+#include "platform/PlatformError.h"
+
+#include <unicode/coleitr.h>
+#include <unicode/locid.h>
+#include <unicode/tblcoll.h>
+#include <unicode/unistr.h>
+
+#include <cstdint>
+
+namespace shotweaver {
+
+namespace {
+
+icu::Locale localeOf(const std::string& tag) {
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::Locale locale = icu::Locale::forLanguageTag(tag, status);
+    return U_SUCCESS(status) ? locale : icu::Locale::getRoot();
+}
+
+void require(UErrorCode status) {
+    if (U_FAILURE(status)) throw PlatformError("Text cannot be searched in this language.");
+}
+
+} // namespace
+
+struct TextSearch::Rules {
+    std::shared_ptr<const icu::RuleBasedCollator> collator;
+};
+
+TextSearch::TextSearch(std::string_view wanted, const std::string& locale) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::shared_ptr<icu::Collator> collator(
+        icu::Collator::createInstance(localeOf(locale), status));
+    require(status);
+    collator->setAttribute(UCOL_NORMALIZATION_MODE, UCOL_ON, status);
+    require(status);
+    // Only collators by rules, which all are by now, tell what they make of a text.
+    const auto byRules = std::dynamic_pointer_cast<const icu::RuleBasedCollator>(collator);
+    if (!byRules) require(U_UNSUPPORTED_ERROR);
+    rules_ = std::make_shared<const Rules>(Rules{byRules});
+    wanted_ = lettersOf(wanted);
+}
+
+bool TextSearch::isIn(std::string_view text) const {
+    return lettersOf(text).find(wanted_) != std::u16string::npos;
+}
+
+/// What the collation makes of a text at its first level: letters, digits, spaces and signs without
+/// their case and accents. The library's own string search refuses empty texts and finds nothing
+/// where all that is wanted is ignored.
+std::u16string TextSearch::lettersOf(std::string_view text) const {
+    const auto characters =
+        icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
+    const std::unique_ptr<icu::CollationElementIterator> elements(
+        rules_->collator->createCollationElementIterator(characters));
+    if (!elements) require(U_MEMORY_ALLOCATION_ERROR);
+    UErrorCode status = U_ZERO_ERROR;
+    std::u16string letters;
+    for (std::int32_t element = elements->next(status);
+         element != icu::CollationElementIterator::NULLORDER; element = elements->next(status)) {
+        require(status);
+        const std::int32_t letter = icu::CollationElementIterator::primaryOrder(element);
+        if (letter != 0) letters += static_cast<char16_t>(letter);
+    }
+    require(status);
+    return letters;
+}
+
+} // namespace shotweaver

@@ -1,0 +1,16 @@
+#include "editor/views/Controls.h"
+#include "editor/views/Style.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+/// The tests of views run without a display, in the look of the application.
+int main(int argumentCount, char** arguments) {
+    testing::InitGoogleTest(&argumentCount, arguments);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argumentCount, arguments);
+    shotweaver::style::apply(application);
+    shotweaver::installAccessibility();
+    return RUN_ALL_TESTS();
+}
