@@ -16,10 +16,12 @@ class InboxSubscription {
 
   private:
     void deliver();
+    bool deliverNext();
     void deliverURL(const std::string& url);
 
     XMLInbox& inbox_;
     ContentView& editor_;
+    bool isDelivering_ = false;
     Observers::Subscription subscription_;
 };
 

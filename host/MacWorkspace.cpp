@@ -45,6 +45,7 @@ std::optional<std::string> MacWorkspace::urlForApplication(const std::string& bu
     const ProgramResult found = runProgram({*finder, query});
     const std::string_view place = split(found.output, '\n').front();
     if (found.status != 0 || place.empty()) return std::nullopt;
+    identifiers_[std::string(place)] = bundleIdentifier;
     return std::string(place);
 }
 
@@ -57,7 +58,12 @@ void MacWorkspace::open(const std::vector<std::string>& files, const std::string
     }
     std::vector<std::string> command{*opener};
     if (!configuration.activates) command.emplace_back("-g"); // stays in the background
-    command.insert(command.end(), {"-a", application});
+    // By identifier where it is known, so that the system picks among several copies.
+    const auto identifier = identifiers_.find(application);
+    if (identifier != identifiers_.end())
+        command.insert(command.end(), {"-b", identifier->second});
+    else
+        command.insert(command.end(), {"-a", application});
     command.insert(command.end(), files.begin(), files.end());
 
     std::erase_if(running_, isOver);

@@ -4,6 +4,9 @@
 #include "platform/StateFolders.h"
 
 #include <future>
+#include <map>
+#include <string>
+#include <vector>
 
 namespace shotweaver {
 
@@ -28,7 +31,8 @@ class MacWorkspace final : public Workspace {
     Environment environment_;
     std::string finder_;
     std::string opener_;
-    std::vector<std::future<void>> running_; // each waits for its thread when it goes
+    std::map<std::string, std::string> identifiers_; // of the applications found, by their place
+    std::vector<std::future<void>> running_;         // each waits for its thread when it goes
 };
 
 } // namespace shotweaver

@@ -19,8 +19,7 @@ class Workspace {
     virtual ~Workspace() = default;
 
     /// Where the application with a bundle identifier is; nothing when there is none.
-    virtual std::optional<std::string>
-    urlForApplication(const std::string& bundleIdentifier) = 0;
+    virtual std::optional<std::string> urlForApplication(const std::string& bundleIdentifier) = 0;
 
     /// Opens files with an application that was found. `completion` is called exactly once, on any
     /// thread, perhaps before this returns.

@@ -8,11 +8,12 @@ cd "$root"
 
 # The folders of the product, from the ground up: each includes only those before it.
 # shellcheck disable=SC2034
-folders=(platform engine persistence editor host cli)
+folders=(platform engine persistence editor help host cli editor/views help/views host/views)
 
 # What a build needs, and what else the tests, the checks and the benchmarks need.
 build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev libfmt-dev
-    nlohmann-json3-dev libcli11-dev libfast-float-dev libgtest-dev libbenchmark-dev)
+    nlohmann-json3-dev libcli11-dev libfast-float-dev libgtest-dev libbenchmark-dev qt6-base-dev
+    fonts-open-sans)
 check_packages=(clang-format clang-tidy)
 benchmark_packages=(libxml2-utils)
 

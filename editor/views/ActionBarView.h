@@ -1,0 +1,41 @@
+#pragma once
+
+#include "editor/ContentView.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QKeySequence;
+class QLabel;
+class QPushButton;
+
+namespace shotweaver {
+
+/// The buttons that make, walk through and export edits.
+class ActionBarView : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `editor` must outlive the view.
+    explicit ActionBarView(ContentView& editor, QWidget* parent = nullptr);
+
+    void refresh();
+
+  private:
+    /// `help` stands in the tooltip, before the shortcut.
+    QPushButton* addButton(const char* name, const char* help, const QKeySequence& shortcut,
+                           void (ContentView::*operation)());
+    void layOut();
+
+    ContentView& editor_;
+    ActionBar shown_;
+    QPushButton* generate_;
+    QPushButton* back_;
+    QPushButton* forward_;
+    QPushButton* export_;
+    QLabel* position_;
+    QLabel* hint_;
+};
+
+} // namespace shotweaver

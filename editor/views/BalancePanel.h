@@ -1,0 +1,42 @@
+#pragma once
+
+#include "editor/ContentView.h"
+
+#include <QGroupBox>
+
+class QLabel;
+class QLayout;
+
+namespace shotweaver {
+
+class Stepper;
+class Toggle;
+class ValueSlider;
+
+/// "Camera balance and pacing": the main camera's share and the shot lengths.
+class BalancePanel : public QGroupBox {
+    Q_OBJECT
+
+  public:
+    /// `editor` must outlive the panel.
+    explicit BalancePanel(ContentView& editor, QWidget* parent = nullptr);
+
+    void refresh();
+
+  private:
+    using SetSeconds = void (ContentView::*)(double);
+
+    Stepper* makeStepper(const QString& name, const QString& owner, SetSeconds set);
+    static QLayout* rangeRow(const QString& title, Stepper* minimum, Stepper* maximum);
+
+    ContentView& editor_;
+    QLabel* target_;
+    ValueSlider* share_;
+    Stepper* mainMinimum_;
+    Stepper* mainMaximum_;
+    Stepper* otherMinimum_;
+    Stepper* otherMaximum_;
+    Toggle* doubleMain_;
+};
+
+} // namespace shotweaver

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "editor/ContentView.h"
+
+#include <QWidget>
+
+#include <string>
+
+class QLabel;
+
+namespace shotweaver {
+
+class Stepper;
+class Toggle;
+class ValueSlider;
+
+/// An additional camera's controls. The row stays the same camera's for as long as it lives.
+class CameraRowView : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `editor` must outlive the row.
+    CameraRowView(ContentView& editor, const std::string& id, QWidget* parent = nullptr);
+
+    void show(const CameraRow& row);
+
+    const std::string& id() const { return id_; }
+    /// Lets the keyboard reach the row's controls after `previous`. Gives the last one.
+    QWidget* followInTabOrder(QWidget* previous);
+
+  private:
+    QWidget* makeFrequency();
+
+    ContentView& editor_;
+    std::string id_;
+    Toggle* included_;
+    QWidget* frequencyBlock_ = nullptr;
+    QLabel* frequencyLabel_ = nullptr;
+    ValueSlider* frequency_;
+    QLabel* choiceShare_ = nullptr;
+    QLabel* frequencyHelp_;
+    Stepper* wait_;
+};
+
+} // namespace shotweaver

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "editor/ContentView.h"
+
+#include <QGroupBox>
+
+#include <vector>
+
+class QVBoxLayout;
+
+namespace shotweaver {
+
+class CameraRowView;
+class Picker;
+class Stepper;
+
+/// "Cameras and audio": the main camera, the audio, and a row for each additional camera.
+class CamerasPanel : public QGroupBox {
+    Q_OBJECT
+
+  public:
+    /// `editor` must outlive the panel.
+    explicit CamerasPanel(ContentView& editor, QWidget* parent = nullptr);
+
+    void refresh();
+
+  private:
+    void bind();
+    bool hasRowsOf(const std::vector<CameraRow>& rows) const;
+    void rebuildRows(const std::vector<CameraRow>& rows);
+    CameraRowView* takeRow(const std::string& id);
+
+    ContentView& editor_;
+    Picker* mainCamera_;
+    Picker* audio_;
+    Stepper* mainWait_;
+    QVBoxLayout* rowLayout_;
+    std::vector<CameraRowView*> rows_;
+};
+
+} // namespace shotweaver

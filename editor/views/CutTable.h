@@ -1,0 +1,42 @@
+#pragma once
+
+#include "editor/ContentView.h"
+
+#include <QTableView>
+
+class QAction;
+
+namespace shotweaver {
+
+class CutTableModel;
+
+/// The cut list. Selected rows can be copied as tab-separated text.
+class CutTable : public QTableView {
+    Q_OBJECT
+
+  public:
+    /// `editor` must outlive the table.
+    explicit CutTable(ContentView& editor, QWidget* parent = nullptr);
+
+    void refresh();
+    /// Puts the selected rows on the clipboard, a line each; nothing without any.
+    void copySelection() const;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+
+  private:
+    void setUpColumns();
+    void addCopyAction();
+    void updateCopyAction();
+
+    CutTableModel* model_;
+    QAction* copy_;
+    // Widths of the durations, pixels: with room enough, and as fitted last.
+    int wantedDuration_ = 0;
+    int fittedDuration_ = 0;
+};
+
+} // namespace shotweaver

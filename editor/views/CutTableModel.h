@@ -1,0 +1,40 @@
+#pragma once
+
+#include "editor/ContentView.h"
+
+#include <QAbstractTableModel>
+#include <QFont>
+
+#include <memory>
+#include <vector>
+
+namespace shotweaver {
+
+/// The cuts on show, one a row. Texts are made for the rows that a view asks for.
+class CutTableModel : public QAbstractTableModel {
+    Q_OBJECT
+
+  public:
+    enum Column { camera, start, duration, columns };
+
+    /// `editor` must outlive the model.
+    explicit CutTableModel(const ContentView& editor, QObject* parent = nullptr);
+
+    /// Takes over the editor's cuts; nothing happens when they are the ones on show.
+    void refresh();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
+
+  private:
+    const ContentView& editor_;
+    QFont equalDigits_;
+    // What the rows stand for.
+    std::vector<Cut> cuts_;
+    std::shared_ptr<const CutEngine> engine_;
+};
+
+} // namespace shotweaver

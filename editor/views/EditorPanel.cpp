@@ -1,0 +1,277 @@
+#include "editor/views/EditorPanel.h"
+
+#include "editor/PanelTexts.h"
+#include "editor/views/Controls.h"
+#include "editor/views/DropHighlight.h"
+#include "editor/views/PreviewColumn.h"
+#include "editor/views/SavePresetSheet.h"
+#include "editor/views/SettingsColumn.h"
+#include "editor/views/Style.h"
+
+#include <QApplication>
+#include <QChildEvent>
+#include <QDropEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QSplitter>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace shotweaver {
+
+namespace {
+
+std::vector<std::string> urlsOf(const QMimeData& data) {
+    std::vector<std::string> urls;
+    for (const QUrl& url : data.urls())
+        urls.push_back(url.toString(QUrl::FullyEncoded).toStdString());
+    return urls;
+}
+
+/// A busy cursor for as long as this lives.
+class BusyCursor {
+  public:
+    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
+};
+
+/// A scroll area whose content is as wide as it is.
+QScrollArea* verticalScrollArea(QWidget* content) {
+    auto* const area = new QScrollArea;
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setMinimumWidth(content->minimumSizeHint().width() +
+                          area->verticalScrollBar()->sizeHint().width());
+    return area;
+}
+
+} // namespace
+
+EditorPanel::EditorPanel(ContentView& editor, QWidget* parent) : QWidget(parent), editor_(editor) {
+    setObjectName(QStringLiteral("editorPanel"));
+    setAttribute(Qt::WA_StyledBackground);
+    auto* const layout = new QVBoxLayout(this);
+    const int margin = style::scaled(style::wide);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(style::scaled(style::normal));
+    layout->addWidget(makeHeader());
+    noProject_ = style::wrappingLabel(style::TextStyle::headline, style::secondary());
+    noProject_->setText(QString::fromUtf8(panelTexts::noProject));
+    noProject_->setAlignment(Qt::AlignCenter);
+    noProject_->setObjectName(QStringLiteral("noProject"));
+    layout->addWidget(noProject_, 1);
+    importWarning_ = style::wrappingLabel(style::TextStyle::callout, style::accent());
+    importWarning_->setObjectName(QStringLiteral("importWarning"));
+    layout->addWidget(importWarning_);
+    layout->addWidget(makeColumns(), 1);
+    layout->addWidget(makeFooter());
+
+    dropHighlight_ = new DropHighlight(this);
+    savePreset_ = new SavePresetSheet(editor_, this);
+    setAcceptDrops(true);
+    watchDrops(this);
+    subscription_ = editor_.observe([this] { refresh(); });
+    refresh();
+}
+
+EditorPanel::~EditorPanel() = default;
+
+QWidget* EditorPanel::makeHeader() {
+    auto* const header = new QWidget;
+    auto* const row = new QHBoxLayout(header);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(style::scaled(style::normal));
+    row->addWidget(style::iconLabel(64));
+    auto* const names = new QVBoxLayout;
+    names->setSpacing(0);
+    QLabel* const title = style::label(style::TextStyle::title);
+    title->setText(QString::fromUtf8(panelTexts::productName));
+    QLabel* const tagline = style::label(style::TextStyle::callout, style::secondary());
+    tagline->setText(QString::fromUtf8(panelTexts::tagline));
+    names->addStretch();
+    names->addWidget(title);
+    names->addWidget(tagline);
+    names->addStretch();
+    row->addLayout(names);
+    row->addStretch();
+    row->addWidget(makeToolbar());
+    return header;
+}
+
+QWidget* EditorPanel::makeToolbar() {
+    auto* const toolbar = new QWidget;
+    auto* const row = new QHBoxLayout(toolbar);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(style::scaled(style::close));
+    QPushButton* const help =
+        toolbarButton(tr("Help"), QStringLiteral("help"), QString::fromUtf8(panelTexts::helpTip),
+                      QKeySequence(Qt::Key_F1));
+    QPushButton* const about = toolbarButton(tr("About"), QStringLiteral("about"),
+                                             QString::fromUtf8(panelTexts::aboutTip), {});
+    QPushButton* const open =
+        toolbarButton(tr("Import Final Cut XML…"), QStringLiteral("import"),
+                      QString::fromUtf8(panelTexts::importTip), QKeySequence(QKeySequence::Open));
+    for (QPushButton* const button : {help, about, open})
+        row->addWidget(button);
+    connect(help, &QPushButton::clicked, this, [this] { editor_.setShowingHelp(true); });
+    connect(about, &QPushButton::clicked, this, [this] { editor_.setShowingAbout(true); });
+    connect(open, &QPushButton::clicked, this, [this] { importProject(); });
+    return toolbar;
+}
+
+QPushButton* EditorPanel::toolbarButton(const QString& text, const QString& name,
+                                        const QString& tip, const QKeySequence& shortcut) {
+    auto* const button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setToolTip(shortcut.isEmpty() ? tip
+                                          : tip + QStringLiteral(" (%1)").arg(
+                                                      shortcut.toString(QKeySequence::NativeText)));
+    if (!shortcut.isEmpty())
+        connect(new QShortcut(shortcut, this), &QShortcut::activated, button,
+                [button] { button->click(); });
+    return button;
+}
+
+QWidget* EditorPanel::makeColumns() {
+    settings_ = new SettingsColumn(editor_);
+    preview_ = new PreviewColumn(editor_);
+    columns_ = new QSplitter(Qt::Horizontal);
+    columns_->setChildrenCollapsible(false);
+    columns_->setHandleWidth(style::scaled(style::wide));
+    columns_->addWidget(verticalScrollArea(settings_));
+    columns_->addWidget(preview_);
+    // Wider windows give the room to the cut list.
+    columns_->setStretchFactor(0, 0);
+    columns_->setStretchFactor(1, 1);
+    return columns_;
+}
+
+QWidget* EditorPanel::makeFooter() {
+    auto* const footer = new QWidget;
+    auto* const lines = new QVBoxLayout(footer);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(style::scaled(style::tight));
+    status_ = style::wrappingLabel(style::TextStyle::body);
+    status_->setObjectName(QStringLiteral("status"));
+    saveError_ = style::wrappingLabel(style::TextStyle::caption, style::accent());
+    saveError_->setObjectName(QStringLiteral("sessionSaveError"));
+    QLabel* const hint = style::wrappingLabel(style::TextStyle::caption, style::secondary());
+    hint->setText(QString::fromUtf8(panelTexts::footerHint));
+    for (QLabel* const line : {status_, saveError_, hint})
+        lines->addWidget(line);
+    return footer;
+}
+
+void EditorPanel::importProject() {
+    editor_.chooseProjectFile();
+}
+
+void EditorPanel::refresh() {
+    const EditorFields& fields = editor_.fields();
+    const bool hasProject = fields.imported.has_value();
+    noProject_->setVisible(!hasProject);
+    columns_->setVisible(hasProject);
+    if (hasProject) {
+        settings_->refresh();
+        preview_->refresh();
+    }
+    showText(*importWarning_, editor_.importWarning().value_or(""));
+    importWarning_->setVisible(editor_.importWarning().has_value());
+    showText(*status_, fields.status);
+    status_->setVisible(!fields.status.empty());
+    showText(*saveError_, fields.sessionSaveError.value_or(""));
+    saveError_->setVisible(fields.sessionSaveError.has_value());
+    dropHighlight_->setVisible(fields.dropTargeted);
+    dropHighlight_->raise();
+    savePreset_->refresh();
+    refreshAlert();
+}
+
+/// One alert at a time: a new error takes the place of the one on show.
+void EditorPanel::refreshAlert() {
+    const std::optional<std::string>& error = editor_.fields().error;
+    if (!error) {
+        if (alert_) alert_->close();
+        return;
+    }
+    if (!alert_) {
+        alert_ = new QMessageBox(QMessageBox::NoIcon, QString::fromUtf8(panelTexts::productName),
+                                 QString(), QMessageBox::Ok, this);
+        alert_->setObjectName(QStringLiteral("alert"));
+        alert_->setAttribute(Qt::WA_DeleteOnClose);
+        alert_->setTextFormat(Qt::PlainText);
+        connect(alert_, &QDialog::finished, this, [this] {
+            alert_ = nullptr;
+            editor_.dismissError();
+        });
+    }
+    alert_->setText(toQt(*error));
+    if (isVisible() && !alert_->isVisible()) alert_->open();
+}
+
+void EditorPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    refreshAlert();
+}
+
+void EditorPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    dropHighlight_->setGeometry(rect());
+}
+
+/// Follows the panel's children, so that a drop is the panel's wherever it falls.
+void EditorPanel::watchDrops(QObject* object) {
+    object->installEventFilter(this);
+    for (QObject* const child : object->children())
+        if (child->isWidgetType()) watchDrops(child);
+}
+
+bool EditorPanel::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::ChildPolished:
+        if (QObject* const child = static_cast<QChildEvent*>(event)->child(); child->isWidgetType())
+            watchDrops(child);
+        return false;
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::DragLeave:
+    case QEvent::Drop:
+        return handleDragEvent(event);
+    default:
+        return QWidget::eventFilter(watched, event);
+    }
+}
+
+/// True for the events of file drags, which nothing else gets to see.
+bool EditorPanel::handleDragEvent(QEvent* event) {
+    if (event->type() == QEvent::DragLeave) {
+        editor_.setDropTargeted(false);
+        return false;
+    }
+    auto* const drag = static_cast<QDropEvent*>(event);
+    if (!drag->mimeData()->hasUrls()) return false;
+    if (event->type() == QEvent::Drop) {
+        editor_.setDropTargeted(false);
+        const std::vector<std::string> urls = urlsOf(*drag->mimeData());
+        const BusyCursor busy;
+        drag->setDropAction(Qt::CopyAction);
+        drag->setAccepted(editor_.handleDroppedURLs(urls));
+        return true;
+    }
+    if (!editor_.fields().dropTargeted) editor_.setDropTargeted(true);
+    drag->setDropAction(Qt::CopyAction);
+    drag->accept();
+    return true;
+}
+
+} // namespace shotweaver

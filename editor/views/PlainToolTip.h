@@ -1,0 +1,17 @@
+#pragma once
+
+#include "editor/views/Style.h"
+
+#include <QTextDocument>
+
+#include <string>
+
+namespace shotweaver {
+
+/// A text as a tooltip that shows it as it is: tooltips take what looks like markup for markup.
+inline QString plainToolTip(const std::string& text) {
+    const QString shown = toQt(text);
+    return Qt::mightBeRichText(shown) ? Qt::convertFromPlainText(shown) : shown;
+}
+
+} // namespace shotweaver

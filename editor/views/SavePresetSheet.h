@@ -1,0 +1,32 @@
+#pragma once
+
+#include "editor/ContentView.h"
+
+#include <QDialog>
+
+class QLayout;
+
+namespace shotweaver {
+
+class TextField;
+
+/// The sheet that names a new preset. Return saves; Escape and closing cancel.
+class SavePresetSheet : public QDialog {
+    Q_OBJECT
+
+  public:
+    /// `editor` must outlive the sheet.
+    SavePresetSheet(ContentView& editor, QWidget* parent);
+
+    /// Opens or closes it as the editor says.
+    void refresh();
+    void reject() override;
+
+  private:
+    QLayout* makeButtons();
+
+    ContentView& editor_;
+    TextField* name_;
+};
+
+} // namespace shotweaver

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "editor/ContentView.h"
+
+#include <QWidget>
+
+#include <cstddef>
+#include <vector>
+
+class QLayout;
+class QPushButton;
+
+namespace shotweaver {
+
+class Picker;
+class TextField;
+
+/// The controls of the fixed section at a place of the list.
+class SectionRowView : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `editor` must outlive the row; `row` counts from 0.
+    SectionRowView(ContentView& editor, std::size_t row, QWidget* parent = nullptr);
+
+    void show(const SectionDraft& section, const std::vector<PickerOption>& cameras);
+
+    /// Lets the keyboard reach the row's controls after `previous`. Gives the last one.
+    QWidget* followInTabOrder(QWidget* previous);
+    QWidget* lastControl() const;
+    QWidget* removeButton() const;
+
+  private:
+    void name(QWidget* control, const QString& prefix);
+    QLayout* makeCamera();
+    QLayout* makeTimes();
+    void bind();
+
+    ContentView& editor_;
+    std::size_t row_;
+    TextField* name_;
+    Picker* camera_;
+    QPushButton* remove_;
+    TextField* start_;
+    TextField* end_;
+};
+
+} // namespace shotweaver

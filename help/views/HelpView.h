@@ -1,0 +1,46 @@
+#pragma once
+
+#include "help/ManualSearch.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QScrollArea;
+class QStackedWidget;
+
+namespace shotweaver {
+
+/// The manual: a searchable list of topics and the page of the selected one, or why there is none.
+class HelpView : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `close` is what the button "Close" does.
+    HelpView(HelpContent content, std::function<void()> close, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+
+  private:
+    QWidget* makeHeader(std::function<void()> close);
+    QWidget* makeManual();
+    QWidget* makeTopics();
+    QWidget* makeNoMatches();
+    QWidget* makeError() const;
+    void refresh();
+    void refreshList();
+    void showPage();
+
+    HelpContent content_;
+    QLineEdit* search_ = nullptr;
+    QLabel* count_ = nullptr;
+    QListWidget* topics_ = nullptr;
+    QStackedWidget* pages_ = nullptr;
+    QScrollArea* page_ = nullptr;
+    std::string shownID_;
+};
+
+} // namespace shotweaver

@@ -1,0 +1,84 @@
+#include "help/views/ManualPage.h"
+
+#include "editor/views/Style.h"
+#include "help/views/LinkLabel.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace shotweaver {
+
+namespace {
+
+QLabel* textLabel(style::TextStyle textStyle, const std::string& text,
+                  const QColor& colour = style::text()) {
+    QLabel* const label = style::wrappingLabel(textStyle, colour);
+    label->setText(toQt(text));
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+/// One row an item, each behind its marker.
+QWidget* makeList(const ShotweaverManual::Block& block) {
+    constexpr int markerWidth = 24;
+    auto* const list = new QWidget;
+    auto* const grid = new QGridLayout(list);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setVerticalSpacing(style::scaled(6));
+    grid->setHorizontalSpacing(style::scaled(style::tight));
+    grid->setColumnMinimumWidth(0, style::scaled(markerWidth));
+    grid->setColumnStretch(1, 1);
+    int row = 0;
+    for (const std::string& item : block.items.value_or(std::vector<std::string>{})) {
+        const std::string marker = block.kind == "steps" ? std::to_string(row + 1) + "." : "•";
+        grid->addWidget(textLabel(style::TextStyle::body, marker, style::secondary()), row, 0,
+                        Qt::AlignTop | Qt::AlignRight);
+        grid->addWidget(textLabel(style::TextStyle::body, item), row, 1, Qt::AlignTop);
+        ++row;
+    }
+    return list;
+}
+
+QWidget* makeLinks(const ShotweaverManual::Block& block) {
+    auto* const links = new QWidget;
+    auto* const column = new QVBoxLayout(links);
+    column->setContentsMargins(0, 0, 0, 0);
+    for (const auto& link : block.links.value_or(std::vector<ShotweaverManual::LinkItem>{}))
+        column->addWidget(makeLink(link.title, link.url, style::TextStyle::body));
+    return links;
+}
+
+QWidget* makeHeading(const ShotweaverManual::Block& block) {
+    constexpr int spaceAbove = 6;
+    QLabel* const heading = textLabel(style::TextStyle::headline, block.text.value_or(""));
+    heading->setContentsMargins(0, style::scaled(spaceAbove), 0, 0);
+    return heading;
+}
+
+QWidget* makeBlock(const ShotweaverManual::Block& block) {
+    if (block.kind == "heading") return makeHeading(block);
+    if (block.kind == "steps" || block.kind == "bullets") return makeList(block);
+    if (block.kind == "links") return makeLinks(block);
+    return textLabel(style::TextStyle::body, block.text.value_or(""));
+}
+
+} // namespace
+
+QWidget* makeManualPage(const ShotweaverManual::Section& section) {
+    auto* const page = new QWidget;
+    auto* const column = new QVBoxLayout(page);
+    const int margin = style::scaled(style::wide);
+    column->setContentsMargins(margin, margin, margin, margin);
+    column->setSpacing(style::scaled(style::normal));
+    QLabel* const title = textLabel(style::TextStyle::title, section.title);
+    title->setObjectName(QStringLiteral("pageTitle"));
+    column->addWidget(title);
+    column->addWidget(textLabel(style::TextStyle::callout, section.summary, style::secondary()));
+    for (const ShotweaverManual::Block& block : section.blocks)
+        column->addWidget(makeBlock(block));
+    column->addStretch();
+    return page;
+}
+
+} // namespace shotweaver

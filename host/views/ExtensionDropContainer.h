@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/XMLInbox.h"
+
+#include <QWidget>
+
+namespace shotweaver {
+
+/// The root view: takes drags of Final Cut Pro's XML, and only those.
+class ExtensionDropContainer : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `inbox` must outlive the container.
+    explicit ExtensionDropContainer(XMLInbox& inbox, QWidget* parent = nullptr);
+
+  protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    XMLInbox& inbox_;
+};
+
+} // namespace shotweaver

@@ -1,0 +1,174 @@
+// Makes the pictures of the windows from the example, without a display: every state in every size.
+
+#include "editor/ContentView.h"
+#include "editor/views/Controls.h"
+#include "editor/views/Style.h"
+#include "help/AboutTexts.h"
+#include "help/ManualSearch.h"
+#include "host/views/ExtensionRootView.h"
+#include "host/views/PanelSheets.h"
+#include "platform/Files.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPixmap>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <iostream>
+#include <stdexcept>
+
+namespace shotweaver {
+namespace {
+
+class SilentHost final : public HostServices {
+  public:
+    std::optional<std::string> chooseItem(const OpenPanel&) override { return std::nullopt; }
+    bool startAccess(const std::string&) override { return false; }
+    void stopAccess(const std::string&) override {}
+    void openInFinalCut(const std::string&, OpenCompletion completion) override { completion({}); }
+    void later(std::function<void()> function) override { function(); }
+};
+
+/// A panel on a state of its own: nothing of the user's is read or written.
+class Studio {
+  public:
+    Studio(QSize size, std::string manual)
+        : editor({host_,
+                  systemFileCalls(),
+                  random_,
+                  secureUUIDs(),
+                  [] { return 0.0; },
+                  {state_.path().toStdString() + "/data", state_.path().toStdString() + "/config"},
+                  "en"}),
+          root_(editor), sheets_(
+                             editor, &root_,
+                             [manual = std::move(manual)] {
+                                 return HelpContent(loadManual(systemFileCalls(), manual), "en");
+                             },
+                             versionText("0.1.0", "1")) {
+        root_.resize(size);
+        root_.show();
+        QApplication::processEvents();
+    }
+
+    /// The window with the dialogs over it, as they stand on a screen.
+    QPixmap picture() {
+        QApplication::processEvents();
+        QPixmap picture = root_.grab();
+        QPainter painter(&picture);
+        for (QDialog* const dialog : root_.findChildren<QDialog*>()) {
+            if (!dialog->isVisible()) continue;
+            QApplication::processEvents();
+            painter.fillRect(picture.rect(), QColor(0, 0, 0, 110));
+            const QPixmap front = dialog->grab();
+            const QPoint corner = root_.rect().center() - front.rect().center();
+            painter.drawPixmap(corner, front);
+            painter.setPen(style::line());
+            painter.drawRect(QRect(corner, front.size()));
+        }
+        return picture;
+    }
+
+    template <class Widget>
+    Widget& find(const char* name) {
+        for (QWidget* const widget : QApplication::allWidgets()) {
+            auto* const found = qobject_cast<Widget*>(widget);
+            if (found && found->objectName() == QLatin1String(name)) return *found;
+        }
+        throw std::runtime_error(std::string("no widget named ") + name);
+    }
+
+  private:
+    QTemporaryDir state_;
+    SilentHost host_;
+    SeededRandom random_{7};
+
+  public:
+    ContentView editor;
+
+  private:
+    ExtensionRootView root_;
+    PanelSheets sheets_;
+};
+
+struct Scene {
+    const char* name;
+    std::function<void(Studio&)> arrange;
+};
+
+std::vector<Scene> scenes(const std::string& example) {
+    const auto load = [example](Studio& studio) {
+        studio.editor.importProject(readFile(systemFileCalls(), example));
+    };
+    const auto generate = [load](Studio& studio) {
+        load(studio);
+        studio.editor.generateEdit();
+        studio.editor.generateEdit();
+    };
+    return {
+        {"no-project", [](Studio&) {}},
+        {"loaded", load},
+        {"generated", generate},
+        {"warning-and-error",
+         [load](Studio& studio) {
+             load(studio);
+             for (const std::string& camera : studio.editor.selectedOtherCameras())
+                 studio.editor.setIncluded(camera, camera == studio.editor.videoAngleIDs()[1]);
+             studio.editor.chooseMainCamera(studio.editor.videoAngleIDs()[1]);
+             studio.editor.setIncluded(studio.editor.videoAngleIDs()[0], false);
+             studio.editor.setIncluded(studio.editor.videoAngleIDs()[2], true);
+             studio.editor.addSection();
+             studio.editor.setSectionStart(0, "1:2:3");
+             studio.editor.generateEdit();
+         }},
+        {"save-preset",
+         [load](Studio& studio) {
+             load(studio);
+             studio.editor.openSavePreset();
+             studio.editor.setPresetName("Sunday sermon");
+         }},
+        {"help",
+         [](Studio& studio) {
+             studio.editor.setShowingHelp(true);
+             studio.find<QLineEdit>("helpSearch").setText(QStringLiteral("timecode"));
+         }},
+        {"about", [](Studio& studio) { studio.editor.setShowingAbout(true); }},
+    };
+}
+
+void run(const QStringList& arguments) {
+    if (arguments.size() != 4)
+        throw std::runtime_error("Usage: screenshots EXAMPLE MANUAL WIDTHxHEIGHT FOLDER");
+    const QStringList sides = arguments[2].split(QLatin1Char('x'));
+    const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
+    QDir().mkpath(arguments[3]);
+    for (const Scene& scene : scenes(arguments[0].toStdString())) {
+        Studio studio(size, arguments[1].toStdString());
+        scene.arrange(studio);
+        const QString path =
+            QDir(arguments[3]).filePath(QString::fromUtf8(scene.name) + QStringLiteral(".png"));
+        if (!studio.picture().save(path))
+            throw std::runtime_error("cannot write " + path.toStdString());
+    }
+}
+
+} // namespace
+} // namespace shotweaver
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    shotweaver::style::apply(application);
+    shotweaver::installAccessibility();
+    try {
+        shotweaver::run(QApplication::arguments().mid(1));
+        return 0;
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << '\n';
+        return 1;
+    }
+}
