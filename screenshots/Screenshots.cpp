@@ -140,9 +140,17 @@ std::vector<Scene> scenes(const std::string& example) {
     };
 }
 
+/// As a person would who sets a larger text in the system; 0 for the standard size.
+void enlargeText(double points) {
+    if (points <= 0) return;
+    QFont font = QApplication::font();
+    font.setPointSizeF(points);
+    QApplication::setFont(font);
+}
+
 void run(const QStringList& arguments) {
-    if (arguments.size() != 4)
-        throw std::runtime_error("Usage: screenshots EXAMPLE MANUAL WIDTHxHEIGHT FOLDER");
+    if (arguments.size() < 4)
+        throw std::runtime_error("Usage: screenshots EXAMPLE MANUAL WIDTHxHEIGHT FOLDER [POINTS]");
     const QStringList sides = arguments[2].split(QLatin1Char('x'));
     const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
     QDir().mkpath(arguments[3]);
@@ -162,6 +170,7 @@ void run(const QStringList& arguments) {
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    shotweaver::enlargeText(QApplication::arguments().value(5).toDouble());
     shotweaver::style::apply(application);
     shotweaver::installAccessibility();
     try {

@@ -283,7 +283,7 @@ int Toggle::indent() const {
 }
 
 QSize Toggle::sizeHint() const {
-    const int width = indent() + widthInOneLine(label_, font()) + focusMargin();
+    const int width = indent() + lineWidth(label_, font()) + focusMargin();
     return {width, heightForWidth(width)};
 }
 

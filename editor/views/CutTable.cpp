@@ -15,8 +15,7 @@
 namespace shotweaver {
 
 CutTable::CutTable(ContentView& editor, QWidget* parent)
-    : QTableView(parent), model_(new CutTableModel(editor, this)),
-      copy_(new QAction(tr("Copy"), this)) {
+    : QTableView(parent), model_(new CutTableModel(editor, this)) {
     setObjectName(QStringLiteral("cutTable"));
     setAccessibleName(tr("Cut list"));
     setModel(model_);
@@ -38,25 +37,16 @@ void CutTable::setUpColumns() {
 }
 
 void CutTable::addCopyAction() {
-    copy_->setShortcut(QKeySequence::Copy);
-    copy_->setShortcutContext(Qt::WidgetShortcut);
-    connect(copy_, &QAction::triggered, this, [this] { copySelection(); });
-    addAction(copy_);
+    auto* const copy = new QAction(tr("Copy"), this);
+    copy->setShortcut(QKeySequence::Copy);
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    connect(copy, &QAction::triggered, this, [this] { copySelection(); });
+    addAction(copy);
     setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void CutTable::refresh() {
     model_->refresh();
-    updateCopyAction(); // a new list takes the selection away without a word
-}
-
-void CutTable::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-    QTableView::selectionChanged(selected, deselected);
-    updateCopyAction();
-}
-
-void CutTable::updateCopyAction() {
-    copy_->setEnabled(selectionModel()->hasSelection());
 }
 
 void CutTable::copySelection() const {

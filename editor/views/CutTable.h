@@ -4,8 +4,6 @@
 
 #include <QTableView>
 
-class QAction;
-
 namespace shotweaver {
 
 class CutTableModel;
@@ -24,16 +22,12 @@ class CutTable : public QTableView {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
-    void selectionChanged(const QItemSelection& selected,
-                          const QItemSelection& deselected) override;
 
   private:
     void setUpColumns();
     void addCopyAction();
-    void updateCopyAction();
 
     CutTableModel* model_;
-    QAction* copy_;
     // Widths of the durations, pixels: with room enough, and as fitted last.
     int wantedDuration_ = 0;
     int fittedDuration_ = 0;

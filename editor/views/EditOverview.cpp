@@ -2,7 +2,6 @@
 
 #include "editor/views/PlainToolTip.h"
 #include "editor/views/Style.h"
-#include "editor/views/WrappedText.h"
 
 #include <QAccessibleWidget>
 #include <QHelpEvent>
@@ -12,6 +11,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
 
 namespace shotweaver {
 
@@ -92,10 +92,12 @@ double EditOverview::pitch() const {
 /// None where the lanes are too thin for text.
 int EditOverview::labelWidth() const {
     if (fontMetrics().height() > pitch()) return 0;
-    int widest = 0;
+    const QFontMetricsF metrics(font());
+    double widest = 0;
     for (const CutLane& lane : lanes_)
-        widest = std::max(widest, lineWidth(toQt(lane.camera), font()));
-    return std::min(widest + style::scaled(style::close), width() / 4);
+        widest = std::max(widest, metrics.horizontalAdvance(toQt(lane.camera)));
+    const int whole = static_cast<int>(std::ceil(widest)) + 1 + style::scaled(style::close);
+    return std::min(whole, width() / 4);
 }
 
 QRectF EditOverview::laneRect(std::size_t lane) const {

@@ -126,6 +126,7 @@ QWidget* EditorPanel::makeToolbar() {
     connect(help, &QPushButton::clicked, this, [this] { editor_.setShowingHelp(true); });
     connect(about, &QPushButton::clicked, this, [this] { editor_.setShowingAbout(true); });
     connect(open, &QPushButton::clicked, this, [this] { importProject(); });
+    open->setFocus(); // where a person who has never been here begins
     return toolbar;
 }
 

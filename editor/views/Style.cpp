@@ -99,6 +99,15 @@ QString styleSheet() {
         QHeaderView::section { background: @field; border: none; border-right: 1px solid @line;
                                padding: @4 @8; }
         QToolTip { background: @field; color: @text; border: 1px solid @line; padding: @4; }
+        QScrollBar { background: transparent; border: none; }
+        QScrollBar:vertical { width: @10; }
+        QScrollBar:horizontal { height: @10; }
+        QScrollBar::handle { background: @line; border-radius: @4; margin: @1; }
+        QScrollBar::handle:vertical { min-height: @24; }
+        QScrollBar::handle:horizontal { min-width: @24; }
+        QScrollBar::handle:hover { background: @secondary; }
+        QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+        QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
         QScrollArea { border: none; background: transparent; }
         QScrollArea > QWidget > QWidget { background: transparent; }
         QScrollArea > QWidget > #editorPanel { background: @background; }
@@ -110,7 +119,7 @@ QString styleSheet() {
     sheet.replace(QStringLiteral("@secondary"), css(secondary()));
     sheet.replace(QStringLiteral("@text"), css(text()));
     sheet.replace(QStringLiteral("@accent"), css(accent()));
-    for (const int points : {22, 14, 12, 8, 7, 6, 5, 4, 2})
+    for (const int points : {24, 22, 14, 12, 10, 8, 7, 6, 5, 4, 2, 1})
         sheet.replace(QStringLiteral("@%1").arg(points), px(points));
     return sheet;
 }

@@ -38,10 +38,12 @@ void applyTableLook(QTableView& table) {
     table.setShowGrid(false);
     table.setWordWrap(false);
     table.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    table.setStyleSheet(QStringLiteral("QTableView::item { padding: 0 %1px; border: none; }"
+    table.setStyleSheet(QStringLiteral("QTableView:focus { border: 1px solid %3; }"
+                                       "QTableView::item { padding: 0 %1px; border: none; }"
                                        "QHeaderView::section { padding: 0 %2px; }")
                             .arg(style::scaled(itemInset))
-                            .arg(style::scaled(headerInset)));
+                            .arg(style::scaled(headerInset))
+                            .arg(style::accent().name()));
     table.setHorizontalHeader(new ElidingHeader(&table));
     table.horizontalHeader()->setFixedHeight(height);
     table.verticalHeader()->hide();

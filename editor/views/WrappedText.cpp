@@ -26,7 +26,7 @@ double WrappedText::lineHeight() const {
     return layout_.lineCount() > 0 ? layout_.lineAt(0).height() : 0;
 }
 
-int widthInOneLine(const QString& text, const QFont& font) {
+int lineWidth(const QString& text, const QFont& font) {
     return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text))) + 1;
 }
 
@@ -43,7 +43,7 @@ WrappedLabel::WrappedLabel(style::TextStyle style, const QColor& colour) {
 }
 
 QSize WrappedLabel::sizeHint() const {
-    const int width = std::min(widthInOneLine(text(), font()), style::scaled(400));
+    const int width = std::min(shotweaver::lineWidth(text(), font()), style::scaled(400));
     return {width, heightForWidth(width)};
 }
 

@@ -24,7 +24,7 @@ class WrappedText {
 };
 
 /// The width of a text in one line, pixels.
-int widthInOneLine(const QString& text, const QFont& font);
+int lineWidth(const QString& text, const QFont& font);
 
 /// A label that shows all of its text, never taken for markup, however narrow it is.
 class WrappedLabel : public QLabel {

@@ -99,8 +99,13 @@ struct Loaded : EditorBench {
             text += fmt::format("{} {},", preset.name, preset.mainShare);
         return text;
     }
+    /// Makes a new file: some file systems wait for the device when an old one is cut off.
+    void put(const std::string& name, const std::string& bytes) const {
+        std::filesystem::remove(folder.path(name));
+        folder.write(name, bytes);
+    }
     void storeAndChoosePreset() {
-        folder.write(presetsFile, oldPreset);
+        put(presetsFile, oldPreset);
         editor().choosePreset(UUID().text());
     }
     /// Does something with presets while the sheet is open, and gives what is told.
@@ -371,7 +376,7 @@ TEST(Durability, aDamagedSessionIsRestoredOrKept) {
     calls.isReadOnly = true; // or what is restored would be saved again, which takes long
     int restored = 0;
     eachDamage(bench.session().value(), [&](const std::string& damaged) {
-        bench.folder.write("data/session-v1.json", damaged);
+        bench.put("data/session-v1.json", damaged);
         bench.restart();
         bench.editor().appear();
         const std::string told = bench.told(bench.editor());
@@ -409,7 +414,7 @@ TEST(Durability, presetsThatCannotBeReadAreNeverWrittenOver) {
         EXPECT_EQ(editor.currentSettings(), settings);
     };
     const auto check = [&](const std::string& bytes) {
-        bench.folder.write(presetsFile, bytes);
+        bench.put(presetsFile, bytes);
         const std::string text = failureOf([&] { loadPresets(bytes); });
         EXPECT_TRUE(isUTF8(text)) << text;
         if (!text.empty()) expectRefused(text);

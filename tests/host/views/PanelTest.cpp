@@ -1,0 +1,226 @@
+#include "editor/views/EditorPanel.h"
+#include "help/ManualSearch.h"
+#include "host/views/ExtensionDropContainer.h"
+#include "host/views/ExtensionRootView.h"
+#include "host/views/ExtensionViewController.h"
+#include "host/views/PanelSheets.h"
+#include "platform/FileURL.h"
+#include "tests/support/EditorBench.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QUrl>
+
+#include <filesystem>
+
+namespace shotweaver::test {
+namespace {
+
+template <class Widget = QWidget>
+Widget* findAnywhere(const char* name) {
+    for (QWidget* const widget : QApplication::allWidgets()) {
+        auto* const found = qobject_cast<Widget*>(widget);
+        if (found && found->isVisible() && found->objectName() == QLatin1String(name)) return found;
+    }
+    return nullptr;
+}
+
+/// A drag over a widget and its drop. Gives whether the drop was accepted.
+bool drop(QWidget* widget, const QMimeData& data) {
+    const QPoint at = widget->rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &enter);
+    QDropEvent dropped(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    dropped.setAccepted(false);
+    QApplication::sendEvent(widget, &dropped);
+    return dropped.isAccepted();
+}
+
+/// The whole window on a bench, with the shipped manual.
+struct Window {
+    explicit Window(const std::string& manual = std::string(SHOTWEAVER_SOURCE_DIR) +
+                                                "/resources/ShotweaverHelp.json")
+        : root(bench.editor()),
+          sheets(
+              bench.editor(), &root,
+              [manual] { return HelpContent(loadManual(systemFileCalls(), manual), "und"); },
+              "Version 0.1 (Beta) (Build 1)") {
+        root.resize(960, 860);
+        root.show();
+        QApplication::processEvents();
+    }
+
+    template <class Widget = QWidget>
+    Widget* find(const char* name) {
+        auto* const found = root.findChild<Widget*>(QString::fromUtf8(name));
+        if (!found) throw std::runtime_error(std::string("no ") + name);
+        return found;
+    }
+    void click(const char* name) {
+        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
+        QApplication::processEvents();
+    }
+    std::string alertText() {
+        auto* const alert = root.findChild<QMessageBox*>(QStringLiteral("alert"));
+        return alert && alert->isVisible() ? alert->text().toStdString() : "";
+    }
+    QUrl writeProject(const std::string& name) {
+        return QUrl::fromLocalFile(
+            QString::fromStdString(bench.folder.write(name, concert().xml())));
+    }
+
+    EditorBench bench;
+    ExtensionRootView root;
+    PanelSheets sheets;
+};
+
+TEST(Panel, aJourneyFromADropToExportedFiles) {
+    Window window;
+    EXPECT_TRUE(window.find("noProject")->isVisible());
+    QMimeData drag;
+    drag.setUrls({window.writeProject("Concert.fcpxml")});
+    EXPECT_TRUE(drop(window.find("editorPanel"), drag));
+    EXPECT_FALSE(window.find("noProject")->isVisible());
+    EXPECT_FALSE(window.bench.fields().dropTargeted);
+
+    window.click("generate");
+    EXPECT_EQ(window.find<QPushButton>("generate")->text(), QStringLiteral("Shuffle rough edit"));
+    window.click("generate");
+    window.click("back");
+    EXPECT_EQ(window.find<QLabel>("position")->text(), QStringLiteral("Edit 1 of 2"));
+    EXPECT_EQ(window.find<QTableView>("cutTable")->model()->rowCount(),
+              static_cast<int>(window.bench.fields().cuts.size()));
+    window.bench.host.chosen = window.bench.folder.path();
+    window.click("export");
+    EXPECT_EQ(window.find<QLabel>("status")->text(),
+              QStringLiteral("XML and settings saved. Sent the XML to Final Cut Pro for import."));
+    EXPECT_TRUE(std::filesystem::exists(window.bench.folder.path("Concert Shotweaver.fcpxml")));
+}
+
+TEST(Panel, whatCannotBeReadIsToldInTheAlert) {
+    Window window;
+    QMimeData drag;
+    drag.setUrls({window.writeProject("Concert.fcpxml")});
+    drop(window.find("editorPanel"), drag);
+    window.bench.editor().addSection();
+    auto* const field = window.find<QLineEdit>("sectionName-0");
+
+    const std::string one = "Drop one Final Cut XML file or bundle at a time.";
+    const auto local = [&](const char* name) {
+        return QUrl::fromLocalFile(QString::fromStdString(window.bench.folder.path(name)));
+    };
+    window.bench.folder.write("noise.fcpxml", std::string(1'000'000, '\7'));
+    std::filesystem::create_directory(window.bench.folder.path("folder"));
+    const std::tuple<QList<QUrl>, bool, std::string> rows[] = {
+        {{local("a.fcpxml"), local("b.fcpxml")}, false, one},
+        {{QUrl(QStringLiteral("https://shotweaver.example/a.fcpxml"))}, false, one},
+        {{local("folder")}, false, "Choose a .fcpxml file or .fcpxmld bundle."},
+        {{local("noise.fcpxml")},
+         true,
+         "The XML could not be read: not well-formed (invalid token) at line 1, column 1."},
+    };
+    for (const auto& [urls, isAccepted, text] : rows) {
+        QMimeData refused;
+        refused.setUrls(urls);
+        EXPECT_EQ(drop(field, refused), isAccepted) << text; // over a text field, too
+        EXPECT_EQ(window.alertText(), text);
+        window.find<QMessageBox>("alert")->accept();
+        QApplication::processEvents();
+        EXPECT_EQ(window.bench.fields().error, std::nullopt);
+        EXPECT_EQ(window.bench.fields().imported->name, "Concert");
+    }
+    QMimeData text;
+    text.setText(QStringLiteral("words"));
+    drop(window.find("editorPanel"), text);
+    EXPECT_EQ(window.alertText(), "");
+    window.bench.editor().showError("first");
+    window.bench.editor().showError("second");
+    EXPECT_EQ(window.alertText(), "second");
+    EXPECT_EQ(window.find<QMessageBox>("alert")->windowTitle(), QStringLiteral("Shotweaver"));
+}
+
+TEST(Panel, sheetsFollowTheFlags) {
+    Window window;
+    window.click("help");
+    ASSERT_TRUE(findAnywhere("helpSheet"));
+    auto* const search = findAnywhere<QLineEdit>("helpSearch");
+    auto* const topics = findAnywhere<QListWidget>("helpTopics");
+    EXPECT_EQ(topics->currentRow(), 0);
+    search->setText(QStringLiteral("zzzz"));
+    EXPECT_EQ(topics->count(), 0);
+    EXPECT_EQ(findAnywhere<QLabel>("helpCount")->text(), QStringLiteral("0 matching topics"));
+    QTest::mouseClick(findAnywhere<QPushButton>("showAllTopics"), Qt::LeftButton);
+    EXPECT_GE(topics->count(), 12);
+    topics->setCurrentRow(3);
+    EXPECT_EQ(findAnywhere<QLabel>("pageTitle")->text(), topics->item(3)->text());
+    QTest::keyClick(findAnywhere("helpSheet"), Qt::Key_Escape);
+    QApplication::processEvents();
+    EXPECT_FALSE(window.bench.fields().showingHelp);
+
+    for (const bool opensManual : {false, true}) {
+        window.click("about");
+        auto* const about = findAnywhere("aboutSheet");
+        ASSERT_TRUE(about);
+        if (opensManual)
+            QTest::mouseClick(findAnywhere<QPushButton>("openManual"), Qt::LeftButton);
+        else
+            QTest::keyClick(about, Qt::Key_Escape);
+        EXPECT_FALSE(findAnywhere("helpWindow")); // not in the button's own action
+        QApplication::processEvents();
+        EXPECT_FALSE(window.bench.fields().showingAbout);
+        EXPECT_EQ(findAnywhere("helpWindow") != nullptr, opensManual);
+    }
+    findAnywhere("helpWindow")->close();
+}
+
+TEST(Panel, aMissingManualLeavesTheRestWorking) {
+    Window window("/nowhere/ShotweaverHelp.json");
+    window.click("help");
+    EXPECT_EQ(findAnywhere<QLabel>("helpError")->text(),
+              QStringLiteral("The included manual could not be found. Reinstall Shotweaver to "
+                             "restore the help files."));
+    QTest::mouseClick(findAnywhere<QPushButton>("closeHelp"), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_FALSE(window.bench.fields().showingHelp);
+}
+
+TEST(Host, theNamedControllerShowsThePanelAndTakesFinalCutsXml) {
+    const TestFolder home;
+    for (const char* variable : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"})
+        qputenv(variable, QByteArray::fromStdString(home.path()));
+    EXPECT_EQ(makeViewController("Another"), nullptr);
+    const auto controller = makeViewController("ShotweaverExtensionViewController");
+    ASSERT_TRUE(controller);
+    QWidget* const view = controller->view();
+    EXPECT_EQ(view->size(), QSize(960, 860));
+    view->show();
+    QApplication::processEvents();
+    EXPECT_TRUE(controller->editor().fields().didRestore);
+    EXPECT_EQ(view->findChild<EditorPanel*>()->minimumSize(), QSize(800, 860));
+
+    QMimeData drag;
+    drag.setData(QStringLiteral("com.apple.finalcutpro.xml.v1-15"), "new");
+    EXPECT_FALSE(drop(view, drag));
+    drag.setData(QStringLiteral("com.apple.finalcutpro.xml.v1-10"),
+                 QByteArray::fromStdString(concert().xml()));
+    EXPECT_TRUE(drop(view, drag));
+    EXPECT_EQ(controller->editor().fields().imported->name, "Concert");
+    QMimeData empty;
+    empty.setData(QStringLiteral("com.apple.finalcutpro.xml"), "");
+    EXPECT_FALSE(drop(view, empty));
+    EXPECT_TRUE(std::filesystem::exists(home.path("Shotweaver/session-v1.json")));
+}
+
+} // namespace
+} // namespace shotweaver::test
