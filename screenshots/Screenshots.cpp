@@ -52,17 +52,16 @@ class Studio {
                              versionText("0.1.0", "1")) {
         root_.resize(size);
         root_.show();
-        QApplication::processEvents();
+        settle();
     }
 
     /// The window with the dialogs over it, as they stand on a screen.
     QPixmap picture() {
-        QApplication::processEvents();
+        settle();
         QPixmap picture = root_.grab();
         QPainter painter(&picture);
         for (QDialog* const dialog : root_.findChildren<QDialog*>()) {
             if (!dialog->isVisible()) continue;
-            QApplication::processEvents();
             painter.fillRect(picture.rect(), QColor(0, 0, 0, 110));
             const QPixmap front = dialog->grab();
             const QPoint corner = root_.rect().center() - front.rect().center();
@@ -71,6 +70,13 @@ class Studio {
             painter.drawRect(QRect(corner, front.size()));
         }
         return picture;
+    }
+
+    /// Layouts inside of layouts take a turn each.
+    static void settle() {
+        constexpr int turns = 20;
+        for (int turn = 0; turn < turns; ++turn)
+            QApplication::processEvents();
     }
 
     template <class Widget>

@@ -64,7 +64,8 @@ void EditOverview::setSelectionModel(QItemSelectionModel* selection) {
     const auto changed = [this] { selectionDidChange(); };
     connect(selection, &QItemSelectionModel::selectionChanged, this, changed);
     connect(selection, &QItemSelectionModel::currentRowChanged, this, changed);
-    update();
+    // Which clears the selection without a word.
+    connect(selection->model(), &QAbstractItemModel::modelReset, this, changed);
 }
 
 void EditOverview::selectionDidChange() {

@@ -1,12 +1,13 @@
 #include "host/views/ExtensionRootView.h"
 
 #include "editor/views/EditorPanel.h"
+#include "editor/views/Style.h"
 
 namespace shotweaver {
 
 namespace {
 
-// The panel is squeezed no further.
+// The panel is squeezed no further; points at the standard text size.
 constexpr QSize smallestPanel(800, 860);
 
 } // namespace
@@ -14,7 +15,8 @@ constexpr QSize smallestPanel(800, 860);
 ExtensionRootView::ExtensionRootView(ContentView& editor, QWidget* parent) : QScrollArea(parent) {
     setObjectName(QStringLiteral("rootView"));
     auto* const panel = new EditorPanel(editor);
-    panel->setMinimumSize(smallestPanel);
+    panel->setMinimumSize(style::scaled(smallestPanel.width()),
+                          style::scaled(smallestPanel.height()));
     setWidget(panel);
     setWidgetResizable(true);
     setAlignment(Qt::AlignLeft | Qt::AlignTop);

@@ -7,33 +7,27 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QComboBox>
 #include <QHelpEvent>
-#include <QKeyEvent>
-#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QListView>
 #include <QScrollArea>
+#include <QTest>
 #include <QToolTip>
 #include <QWheelEvent>
 
 namespace shotweaver::test {
 namespace {
 
-void press(QWidget* widget, int key, const char* text = "") {
-    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, key, Qt::NoModifier, QString::fromUtf8(text));
-        QApplication::sendEvent(widget, &event);
-    }
-}
+using QTest::keyClick;
+using QTest::keyClicks;
 
 /// The column in a window, on the concert.
 struct Column {
     explicit Column(const ProjectBuilder& project = concert()) {
-        bench.editor().importProject(project.xml());
-        column = new SettingsColumn(bench.editor());
-        subscription = bench.editor().observe([this] { column->refresh(); });
+        editor.importProject(project.xml());
+        column = new SettingsColumn(editor);
+        subscription = editor.observe([this] { column->refresh(); });
         area.setWidget(column);
         area.setWidgetResizable(true);
         area.resize(600, 400);
@@ -55,10 +49,10 @@ struct Column {
                 interface->text(QAccessible::Value))
             .toStdString();
     }
-    ContentView& editor() { return bench.editor(); }
-    EditSettings settings() { return editor().currentSettings(); }
+    EditSettings settings() { return editor.currentSettings(); }
 
     EditorBench bench;
+    ContentView& editor = bench.editor();
     QScrollArea area;
     SettingsColumn* column; // the area's
     Observers::Subscription subscription;
@@ -67,7 +61,7 @@ struct Column {
 TEST(SettingsColumn, aControlChangesItsFieldAndNoOther) {
     const struct {
         const char* control;
-        int key;
+        Qt::Key key;
         void (*change)(EditSettings&);
     } table[] = {
         {"audio", Qt::Key_Up, [](auto& s) { s.audio = "B"; }},
@@ -92,14 +86,14 @@ TEST(SettingsColumn, aControlChangesItsFieldAndNoOther) {
         {"removeSection-0", Qt::Key_Space, [](auto& s) { s.sections.clear(); }},
     };
     Column test;
-    press(test.find("addSection"), Qt::Key_Space);
+    keyClick(test.find("addSection"), Qt::Key_Space);
     for (const auto& row : table) {
         EditSettings expected = test.settings();
         row.change(expected);
-        press(test.find(row.control), row.key);
+        keyClick(test.find(row.control), row.key);
         EXPECT_EQ(test.settings(), expected) << row.control;
     }
-    press(test.find("mainCamera"), Qt::Key_Down);
+    keyClick(test.find("mainCamera"), Qt::Key_Down);
     EXPECT_EQ(test.settings().mainCamera, "P");
 }
 
@@ -110,30 +104,31 @@ TEST(SettingsColumn, aFieldShowsAndNothingIsWrittenBack) {
     settings.returnTimes["W"] = 125;
     settings.frequencies["B"] = 10;
     settings.mainMinimum = 1.5;
-    test.editor().applySettings(settings);
-    EXPECT_EQ(test.settings(), settings);
+    test.editor.applySettings(settings);
     const std::pair<const char*, const char*> table[] = {
         {"projectLine", "Concert · 60 seconds · 25 fps: "},
         {"mainCamera", "Wide: Wide"},
-        {"audio", "Recorder: Recorder"},
         {"mainWait", "Wait before returning to main camera: 125 sec: 125"},
         {"include-P", "Pulpit: "},
         {"frequency-B", "Frequency for Band: 10"},
         {"wait-B", "Wait before returning to this camera: 0 sec: 0"},
-        {"balance", "Target screen time: Main 72% · Other cameras combined 28%: "},
         {"share", "Main camera's share of screen time: 72.5"},
         {"mainMinimum", "Minimum: 1 sec: 1.5"},
-        {"otherMaximum", "Maximum: 8 sec: 8"},
-        {"closingSeconds", "15 sec: 15"},
-        {"axisEnd", "01:01:00:00: "},
         {"coverage-1", "Pulpit: 01:00:00:00 to 01:00:20:00, 01:00:24:00 to 01:01:00:00"},
         {"audioCoverage", "Audio: Recorder: 01:00:00:00 to 01:01:00:00"},
         {"gapCoverage", "Selected video gaps: No sections"},
     };
-    for (const auto& [name, text] : table)
+    for (const auto& [name, text] : table) {
         EXPECT_EQ(test.spoken(name), text);
-    press(test.find("share"), Qt::Key_Right);
-    press(test.find("mainWait"), Qt::Key_Up);
+        // The wheel is left to the scroll area.
+        QWheelEvent wheel({3, 3}, {3, 3}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(test.find(name), &wheel);
+        EXPECT_FALSE(wheel.isAccepted()) << name;
+    }
+    EXPECT_EQ(test.settings(), settings);
+    keyClick(test.find("share"), Qt::Key_Right);
+    keyClick(test.find("mainWait"), Qt::Key_Up);
     EXPECT_EQ(test.settings().mainShare, 80); // from the step that it showed
     EXPECT_EQ(test.settings().returnTimes["W"], 135);
 }
@@ -141,74 +136,61 @@ TEST(SettingsColumn, aFieldShowsAndNothingIsWrittenBack) {
 TEST(SettingsColumn, controlsAreEnabledAsTheSettingsSay) {
     Column test;
     const auto enabled = [&](std::initializer_list<const char*> names) {
-        std::string answers;
+        std::string letters;
         for (const char* const name : names)
-            answers += test.find(name)->isEnabled() ? 'y' : 'n';
-        return answers;
+            letters += test.find(name)->isEnabled() ? 'y' : 'n';
+        return letters;
     };
     EXPECT_EQ(enabled({"frequency-P", "wait-P", "frequency-B", "wait-B"}), "yyyy");
-    test.editor().setIncluded("B", false);
+    test.editor.setIncluded("B", false);
     EXPECT_EQ(enabled({"frequency-P", "wait-P", "frequency-B", "wait-B"}), "nynn");
     EXPECT_EQ(enabled({"openingCamera", "openingSeconds", "closingCamera"}), "nnn");
-    test.editor().setOpeningEnabled(true);
+    test.editor.setOpeningEnabled(true);
     EXPECT_EQ(enabled({"openingCamera", "openingSeconds", "closingCamera"}), "yyn");
     EXPECT_EQ(enabled({"applyPreset", "updatePreset", "deletePreset", "savePreset"}), "nnny");
-}
-
-TEST(SettingsColumn, theWheelIsLeftToTheScrollArea) {
-    Column test;
-    const EditSettings settings = test.settings();
-    for (const char* const name : {"mainCamera", "mainWait", "frequency-P", "share", "include-P"}) {
-        test.find(name)->setFocus();
-        QWheelEvent event({3, 3}, {3, 3}, {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(test.find(name), &event);
-        EXPECT_FALSE(event.isAccepted()) << name;
-    }
-    EXPECT_EQ(test.settings(), settings);
 }
 
 TEST(SettingsColumn, rowsKeepFocusAndCursor) {
     Column test;
     test.find("include-P")->setFocus();
-    test.editor().chooseMainCamera("B");
+    test.editor.chooseMainCamera("B");
     EXPECT_TRUE(test.find("include-P")->hasFocus());
-    press(test.find("include-P"), Qt::Key_Backtab); // to the new row before it
+    QApplication::processEvents(); // the new row before it appears
+    keyClick(test.find("include-P"), Qt::Key_Backtab);
     EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), "wait-W");
 
-    test.editor().addSection();
-    test.editor().addSection();
+    test.editor.addSection();
+    test.editor.addSection();
     auto* const name = test.find<QLineEdit>("sectionName-0");
-    for (const char* const letter : {"S", "n", "g"})
-        press(name, Qt::Key_unknown, letter);
+    keyClicks(name, QStringLiteral("Sng"));
     name->setCursorPosition(1);
-    press(name, Qt::Key_unknown, "o");
+    keyClicks(name, QStringLiteral("o"));
     EXPECT_EQ(test.settings().sections[0].name, "Song");
     EXPECT_EQ(name->cursorPosition(), 2);
-    press(test.find("sectionEnd-1"), Qt::Key_unknown, "x");
+    keyClicks(test.find("sectionEnd-1"), QStringLiteral("x"));
     EXPECT_EQ(test.settings().sections[1].end, "01:01:00:00x");
     test.find("removeSection-1")->setFocus();
-    press(test.find("removeSection-1"), Qt::Key_Space);
+    keyClick(test.find("removeSection-1"), Qt::Key_Space);
     EXPECT_TRUE(test.find("removeSection-0")->hasFocus());
 }
 
 TEST(SettingsColumn, presetsAreNamedInASheet) {
     Column test;
-    SavePresetSheet sheet(test.editor(), &test.area);
-    const auto subscription = test.editor().observe([&] { sheet.refresh(); });
-    const auto open = [&] { press(test.find("savePreset"), Qt::Key_Space); };
+    SavePresetSheet sheet(test.editor, &test.area);
+    const auto subscription = test.editor.observe([&] { sheet.refresh(); });
+    const auto open = [&] { keyClick(test.find("savePreset"), Qt::Key_Space); };
     open();
     EXPECT_TRUE(sheet.isVisible() && sheet.isModal());
-    press(&sheet, Qt::Key_Escape);
+    keyClick(&sheet, Qt::Key_Escape);
     EXPECT_FALSE(sheet.isVisible());
     open();
     auto* const name = sheet.findChild<QLineEdit*>(QStringLiteral("presetName"));
-    press(name, Qt::Key_unknown, "A");
-    press(name, Qt::Key_Return);
+    keyClicks(name, QStringLiteral("A"));
+    keyClick(name, Qt::Key_Return);
     EXPECT_FALSE(sheet.isVisible());
     EXPECT_EQ(test.spoken("presetNotice"), "Saved A.: ");
     EXPECT_EQ(test.spoken("preset"), "A: A");
-    press(test.find("deletePreset"), Qt::Key_Space);
+    keyClick(test.find("deletePreset"), Qt::Key_Space);
     EXPECT_EQ(test.spoken("preset"), "Choose a preset: Choose a preset");
     open();
     sheet.close();
@@ -228,19 +210,19 @@ TEST(SettingsColumn, coverageIsTold) {
     EXPECT_EQ(toolTipAt(0.9), "01:00:24:00 to 01:01:00:00");
     EXPECT_EQ(pulpit->textAt(0.37 * pulpit->width()), std::nullopt);
 
-    test.editor().chooseMainCamera("P");
+    test.editor.chooseMainCamera("P");
     for (const char* const other : {"W", "B"})
-        test.editor().setIncluded(other, false);
+        test.editor.setIncluded(other, false);
     EXPECT_EQ(test.find<CoverageBarView>("coverage-0")->bar().label, "Wide (excluded)");
     auto* const list = test.find<QListView>("uncoveredSectionList");
     EXPECT_EQ(test.spoken("uncoveredSections"), "1 uncovered video section(s): ");
     EXPECT_TRUE(list->isHidden());
-    press(test.find("uncoveredSections"), Qt::Key_Space);
+    keyClick(test.find("uncoveredSections"), Qt::Key_Space);
     EXPECT_EQ(list->model()->index(0, 0).data().toString().toStdString(),
               "01:00:20:00 to 01:00:24:00 · 4 seconds");
-    test.editor().setIncluded("W", true);
+    test.editor.setIncluded("W", true);
     EXPECT_TRUE(list->isHidden());
-    test.editor().setIncluded("W", false);
+    test.editor.setIncluded("W", false);
     EXPECT_FALSE(list->isHidden());
 }
 
@@ -251,9 +233,9 @@ TEST(SettingsColumn, anyNameFits) {
     for (AngleSpec& angle : project.angles)
         angle.name = name + "&amp;" + angle.name;
     Column test(project);
-    test.editor().addSection();
-    test.editor().setPresetName(name);
-    test.editor().savePreset();
+    test.editor.addSection();
+    test.editor.setPresetName(name);
+    test.editor.savePreset();
     EXPECT_EQ(test.spoken("include-P"), name + "&Pulpit: ");
     EXPECT_LE(test.column->layout()->minimumSize().width(), test.column->minimumSizeHint().width());
 }
