@@ -20,14 +20,10 @@ struct ControlRange {
     double step = 1;
 };
 
-namespace controlRanges {
-
-inline constexpr ControlRange wait{0, 600, 10}; // seconds
-inline constexpr ControlRange frequency{1, 10, 1};
-inline constexpr ControlRange share{10, 90, 5};      // percent
-inline constexpr ControlRange shotLength{1, 120, 1}; // seconds
-
-} // namespace controlRanges
+inline constexpr ControlRange waitRange{0, 600, 10}; // seconds
+inline constexpr ControlRange frequencyRange{1, 10, 1};
+inline constexpr ControlRange shareRange{10, 90, 5};      // percent
+inline constexpr ControlRange shotLengthRange{1, 120, 1}; // seconds
 
 /// An entry of a picker.
 struct PickerOption {

@@ -14,7 +14,7 @@ namespace shotweaver {
 BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
     : QGroupBox(tr("Camera balance and pacing"), parent), editor_(editor),
       target_(style::wrappingLabel(style::TextStyle::body)),
-      share_(new ValueSlider(controlRanges::share, tr("Main camera's share of screen time"))),
+      share_(new ValueSlider(shareRange, tr("Main camera's share of screen time"))),
       mainMinimum_(makeStepper(QStringLiteral("mainMinimum"), tr("Main camera"),
                                &ContentView::setMainMinimum)),
       mainMaximum_(makeStepper(QStringLiteral("mainMaximum"), tr("Main camera"),
@@ -43,7 +43,7 @@ BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
 }
 
 Stepper* BalancePanel::makeStepper(const QString& name, const QString& owner, SetSeconds set) {
-    auto* const stepper = new Stepper(controlRanges::shotLength, owner);
+    auto* const stepper = new Stepper(shotLengthRange, owner);
     stepper->setObjectName(name);
     connect(stepper, &Stepper::stepped, this, [this, set](double value) { (editor_.*set)(value); });
     return stepper;

@@ -13,7 +13,8 @@ class Stepper;
 class Toggle;
 class ValueSlider;
 
-/// "Camera balance and pacing": the main camera's share and the shot lengths.
+/// "Camera balance and pacing": the main camera's share and the shot lengths. Object names:
+/// balance, share, mainMinimum, mainMaximum, otherMinimum, otherMaximum, doubleMain.
 class BalancePanel : public QGroupBox {
     Q_OBJECT
 

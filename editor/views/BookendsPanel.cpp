@@ -35,8 +35,7 @@ BookendsPanel::BookendsPanel(ContentView& editor, QWidget* parent)
 
 BookendsPanel::Row BookendsPanel::makeRow(const QString& prefix, const QString& title,
                                           const Operations& operations) {
-    const Row row{new Toggle(title), new Picker(tr("Camera")),
-                  new Stepper(controlRanges::shotLength, title)};
+    const Row row{new Toggle(title), new Picker(tr("Camera")), new Stepper(shotLengthRange, title)};
     row.enabled->setObjectName(prefix + QStringLiteral("Enabled"));
     row.camera->setObjectName(prefix + QStringLiteral("Camera"));
     row.camera->setAccessibleDescription(title);

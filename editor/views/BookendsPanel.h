@@ -12,7 +12,8 @@ class Picker;
 class Stepper;
 class Toggle;
 
-/// "Opening and closing shots".
+/// "Opening and closing shots". Object names: openingEnabled, openingCamera, openingSeconds, and
+/// the same with closing.
 class BookendsPanel : public QGroupBox {
     Q_OBJECT
 

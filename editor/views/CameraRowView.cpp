@@ -18,9 +18,9 @@ constexpr int frequencyWidth = 280;
 
 CameraRowView::CameraRowView(ContentView& editor, const std::string& id, QWidget* parent)
     : QWidget(parent), editor_(editor), id_(id), included_(new Toggle),
-      frequency_(new ValueSlider(controlRanges::frequency, QString())),
+      frequency_(new ValueSlider(frequencyRange, QString())),
       frequencyHelp_(style::wrappingLabel(style::TextStyle::caption, style::help())),
-      wait_(new Stepper(controlRanges::wait)) {
+      wait_(new Stepper(waitRange)) {
     included_->setObjectName(QStringLiteral("include-") + toQt(id));
     frequency_->setObjectName(QStringLiteral("frequency-") + toQt(id));
     wait_->setObjectName(QStringLiteral("wait-") + toQt(id));

@@ -15,6 +15,7 @@ class Toggle;
 class ValueSlider;
 
 /// An additional camera's controls. The row stays the same camera's for as long as it lives.
+/// Object names: include-<id>, frequency-<id>, wait-<id>.
 class CameraRowView : public QWidget {
     Q_OBJECT
 

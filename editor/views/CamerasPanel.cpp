@@ -18,7 +18,7 @@ namespace shotweaver {
 CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
     : QGroupBox(tr("Cameras and audio"), parent), editor_(editor),
       mainCamera_(new Picker(tr("Main camera"))), audio_(new Picker(tr("Continuous audio"))),
-      mainWait_(new Stepper(controlRanges::wait)), rowLayout_(columnLayout()) {
+      mainWait_(new Stepper(waitRange)), rowLayout_(columnLayout()) {
     mainCamera_->setObjectName(QStringLiteral("mainCamera"));
     audio_->setObjectName(QStringLiteral("audio"));
     mainWait_->setObjectName(QStringLiteral("mainWait"));

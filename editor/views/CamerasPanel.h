@@ -15,6 +15,7 @@ class Picker;
 class Stepper;
 
 /// "Cameras and audio": the main camera, the audio, and a row for each additional camera.
+/// Object names: mainCamera, audio, mainWait.
 class CamerasPanel : public QGroupBox {
     Q_OBJECT
 

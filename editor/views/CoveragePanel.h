@@ -20,7 +20,8 @@ class CoverageBarView;
 class CoverageRow;
 
 /// "Recording coverage": a bar for each angle, the heard audio and the gaps, and what they mean
-/// for the plan.
+/// for the plan. Object names: axisStart, axisEnd, coverage-<row>, audioCoverage, gapCoverage,
+/// coverageMessage, coverageComplete, uncoveredSections, uncoveredSectionList.
 class CoveragePanel : public QGroupBox {
     Q_OBJECT
 

@@ -98,7 +98,7 @@ int EditOverview::labelWidth() const {
     for (const CutLane& lane : lanes_)
         widest = std::max(widest, metrics.horizontalAdvance(toQt(lane.camera)));
     const int whole = static_cast<int>(std::ceil(widest)) + 1 + style::scaled(style::close);
-    return std::min(whole, width() / 4);
+    return std::min(whole, width() / 3);
 }
 
 QRectF EditOverview::laneRect(std::size_t lane) const {

@@ -34,15 +34,6 @@ std::vector<std::string> urlsOf(const QMimeData& data) {
     return urls;
 }
 
-/// A busy cursor for as long as this lives.
-class BusyCursor {
-  public:
-    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    BusyCursor(const BusyCursor&) = delete;
-    BusyCursor& operator=(const BusyCursor&) = delete;
-    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
-};
-
 /// A scroll area whose content is as wide as it is.
 QScrollArea* verticalScrollArea(QWidget* content) {
     auto* const area = new QScrollArea;
@@ -264,7 +255,6 @@ bool EditorPanel::handleDragEvent(QEvent* event) {
     if (event->type() == QEvent::Drop) {
         editor_.setDropTargeted(false);
         const std::vector<std::string> urls = urlsOf(*drag->mimeData());
-        const BusyCursor busy;
         drag->setDropAction(Qt::CopyAction);
         drag->setAccepted(editor_.handleDroppedURLs(urls));
         return true;

@@ -12,7 +12,8 @@ namespace shotweaver {
 
 class Picker;
 
-/// "Saved presets". The sheet that names a new one is `SavePresetSheet`.
+/// "Saved presets". The sheet that names a new one is `SavePresetSheet`. Object names: preset,
+/// applyPreset, updatePreset, deletePreset, savePreset, presetNotice.
 class PresetsPanel : public QGroupBox {
     Q_OBJECT
 

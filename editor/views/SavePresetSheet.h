@@ -10,7 +10,8 @@ namespace shotweaver {
 
 class TextField;
 
-/// The sheet that names a new preset. Return saves; Escape and closing cancel.
+/// The sheet that names a new preset. Return saves; Escape and closing cancel. Object names:
+/// savePresetSheet, presetName, cancelSavePreset, confirmSavePreset.
 class SavePresetSheet : public QDialog {
     Q_OBJECT
 

@@ -15,7 +15,8 @@ namespace shotweaver {
 class Picker;
 class TextField;
 
-/// The controls of the fixed section at a place of the list.
+/// The controls of the fixed section at a place of the list. Object names: sectionName-<row>,
+/// sectionCamera-<row>, removeSection-<row>, sectionStart-<row>, sectionEnd-<row>.
 class SectionRowView : public QWidget {
     Q_OBJECT
 

@@ -14,7 +14,7 @@ namespace shotweaver {
 
 class SectionRowView;
 
-/// "Fixed camera sections": a row for each section, in their order.
+/// "Fixed camera sections": a row for each section, in their order. Object name: addSection.
 class SectionsPanel : public QGroupBox {
     Q_OBJECT
 

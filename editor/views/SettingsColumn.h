@@ -16,7 +16,8 @@ class PresetsPanel;
 class SectionsPanel;
 
 /// The settings of the edit: the project's line and the six groups, below one another. Whoever
-/// shows it scrolls it.
+/// shows it scrolls it. The controls' object names stay as they are: tests and scripts rely on
+/// them. Its own is projectLine.
 class SettingsColumn : public QWidget {
     Q_OBJECT
 

@@ -1,26 +1,12 @@
 #include "host/views/QtHostServices.h"
 
 #include "host/FinalCutIntegration.h"
+#include "host/views/ItemDialog.h"
 
-#include <QFileDialog>
+#include <QApplication>
 #include <QMetaObject>
 
 namespace shotweaver {
-
-namespace {
-
-/// Bundles are folders, so a dialog that offers both has to take either.
-void offer(QFileDialog& dialog, const OpenPanel& panel) {
-    dialog.setWindowTitle(QString::fromStdString(panel.message));
-    dialog.setFileMode(panel.canChooseFiles ? QFileDialog::AnyFile : QFileDialog::Directory);
-    dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    dialog.setOption(QFileDialog::ShowDirsOnly, !panel.canChooseFiles);
-    dialog.setOption(QFileDialog::ReadOnly, !panel.canCreateDirectories);
-    if (!panel.prompt.empty())
-        dialog.setLabelText(QFileDialog::Accept, QString::fromStdString(panel.prompt));
-}
-
-} // namespace
 
 QtHostServices::QtHostServices(std::unique_ptr<Workspace> workspace)
     : workspace_(std::move(workspace)) {}
@@ -28,10 +14,18 @@ QtHostServices::QtHostServices(std::unique_ptr<Workspace> workspace)
 QtHostServices::~QtHostServices() = default;
 
 std::optional<std::string> QtHostServices::chooseItem(const OpenPanel& panel) {
-    QFileDialog dialog(window_);
-    offer(dialog, panel);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return dialog.selectedFiles().constFirst().toStdString();
+    ItemDialog dialog(panel, window_);
+    if (dialog.exec() != QDialog::Accepted || dialog.chosen().isEmpty()) return std::nullopt;
+    return dialog.chosen().toStdString();
+}
+
+bool QtHostServices::startAccess(const std::string&) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    return true;
+}
+
+void QtHostServices::stopAccess(const std::string&) {
+    QApplication::restoreOverrideCursor();
 }
 
 void QtHostServices::openInFinalCut(const std::string& path, OpenCompletion completion) {

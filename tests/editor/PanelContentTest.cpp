@@ -24,8 +24,11 @@ TEST(SettingsContent, labelsCutNumbersAndRangesStayInOrder) {
         {&ContentView::setMainMinimum, 30.9, "Minimum: 30 sec Maximum: 30 sec 4 sec 8 sec"},
         {&ContentView::setMainMaximum, 12, "Minimum: 12 sec Maximum: 12 sec 4 sec 8 sec"},
         {&ContentView::setMainMaximum, 120, "Minimum: 12 sec Maximum: 120 sec 4 sec 8 sec"},
-        {&ContentView::setOtherMinimum, 9, "Minimum: 12 sec Maximum: 120 sec 9 sec 9 sec"},
-        {&ContentView::setOtherMaximum, 3, "Minimum: 12 sec Maximum: 120 sec 3 sec 3 sec"},
+        {&ContentView::setMainMinimum, 15, "Minimum: 15 sec Maximum: 120 sec 4 sec 8 sec"},
+        {&ContentView::setOtherMinimum, 5, "Minimum: 15 sec Maximum: 120 sec 5 sec 8 sec"},
+        {&ContentView::setOtherMinimum, 9, "Minimum: 15 sec Maximum: 120 sec 9 sec 9 sec"},
+        {&ContentView::setOtherMaximum, 3, "Minimum: 15 sec Maximum: 120 sec 3 sec 3 sec"},
+        {&ContentView::setOtherMaximum, 7, "Minimum: 15 sec Maximum: 120 sec 3 sec 7 sec"},
     };
     EditorBench bench;
     for (const auto& [set, seconds, labels] : rows) {

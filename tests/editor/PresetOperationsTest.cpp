@@ -103,6 +103,10 @@ TEST(Presets, applyWhatMatches) {
     const std::array<std::string, 4> rows[] = {
         {"", "", cameras + R"("R"})", matched},
         {"Recorder", "WIDE", cameras + R"("W"})", matched},
+        {R"("mainShare":60,"averageShot":8)", R"("mainShare":10,"averageShot":4.1)",
+         cameras + R"("R", "mainShare": 10, "averageShot": 4.1, "mainMinimum": 1, "mainMaximum": 2,
+             "otherMinimum": 5, "otherMaximum": 10})",
+         matched},
         {"Recorder", "Mix", "{}", kept},
         {"BAND", "Recorder", "{}", kept},
         {"BAND", "Choir", "{}", kept},
@@ -162,6 +166,7 @@ TEST(Presets, nothingHappensWithoutAChoiceANameOrCameras) {
     Stage stage;
     stage.editor().setPresetName("\u2003\n");
     expectNothing(stage, {&ContentView::savePreset});
+    stage.editor().setPresetName("A");
     for (const char* id : {"", "00000000-0000-0000-0000-000000000009"}) {
         stage.editor().choosePreset(id);
         expectNothing(stage, {&ContentView::updatePreset, &ContentView::applyPreset,

@@ -3,6 +3,7 @@
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionRootView.h"
 #include "host/views/ExtensionViewController.h"
+#include "host/views/ItemDialog.h"
 #include "host/views/PanelSheets.h"
 #include "platform/FileURL.h"
 #include "tests/support/EditorBench.h"
@@ -193,6 +194,35 @@ TEST(Panel, aMissingManualLeavesTheRestWorking) {
     QTest::mouseClick(findAnywhere<QPushButton>("closeHelp"), Qt::LeftButton);
     QApplication::processEvents();
     EXPECT_FALSE(window.bench.fields().showingHelp);
+}
+
+TEST(ItemDialog, bundlesAreTakenLikeFiles) {
+    const TestFolder folder;
+    folder.write("Song.fcpxmld/Info.fcpxml", "x");
+    folder.write("Song.fcpxml", "x");
+    folder.write("plain/Other.fcpxml", "x");
+    const OpenPanel either{"Choose.", "", true, true, false};
+    const auto path = [&](const char* name) { return QString::fromStdString(folder.path(name)); };
+    const std::pair<const char*, bool> rows[] = {
+        {"Song.fcpxml", true}, {"Song.fcpxmld", true}, {"plain", false}};
+    for (const auto& [name, isTaken] : rows) {
+        ItemDialog typed(either);
+        typed.setDirectory(path(""));
+        typed.selectFile(path(name));
+        typed.accept();
+        EXPECT_EQ(typed.result() == QDialog::Accepted, isTaken) << name;
+        if (isTaken) {
+            EXPECT_EQ(typed.chosen(), path(name));
+        }
+        ItemDialog marked(either);
+        marked.setDirectory(path(""));
+        Q_EMIT marked.directoryEntered(path(name)); // a double click on a folder
+        EXPECT_EQ(marked.result() == QDialog::Accepted, isTaken && name != rows[0].first) << name;
+    }
+    ItemDialog folders({"Choose.", "Export", false, true, true});
+    folders.selectFile(path("plain"));
+    folders.accept();
+    EXPECT_EQ(folders.chosen(), path("plain"));
 }
 
 TEST(Host, theNamedControllerShowsThePanelAndTakesFinalCutsXml) {

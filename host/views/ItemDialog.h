@@ -1,0 +1,32 @@
+#pragma once
+
+#include "editor/HostServices.h"
+
+#include <QFileDialog>
+
+namespace shotweaver {
+
+/// Chooses one item as an `OpenPanel` offers it. Where files can be chosen, folders that are
+/// bundles
+/// (".fcpxmld") can be, too: they are taken, not entered.
+class ItemDialog : public QFileDialog {
+    Q_OBJECT
+
+  public:
+    explicit ItemDialog(const OpenPanel& panel, QWidget* parent = nullptr);
+
+    /// The item's path, once the dialog was accepted.
+    QString chosen() const;
+
+  public Q_SLOTS:
+    void accept() override;
+
+  private:
+    void take(const QString& bundle);
+
+    bool takesBundles_;
+    QString current_; // marked in the list
+    QString bundle_;  // chosen
+};
+
+} // namespace shotweaver
