@@ -37,8 +37,7 @@ void ContentView::endChange(Saving saving) {
 }
 
 void ContentView::settingsDidChange(const EditSettings& settings) {
-    coverage_.reset();
-    coverageContent_.reset();
+    forgetCoverage();
     saveIsWanted_ = true;
     // What a restore has just put into the fields must not clear the restored cut list.
     const bool isRestored = fields_.restoredSettings == settings;
@@ -184,10 +183,19 @@ const SelectedCoverage& ContentView::coverage() const {
     return *coverage_;
 }
 
-std::optional<std::string> ContentView::coverageWarning() const {
-    if (!fields_.engine) return std::nullopt;
-    return shotweaver::coverageWarning(coverage(), currentSettings(), *fields_.engine,
-                                       environment_.locale);
+const std::optional<std::string>& ContentView::coverageWarning() const {
+    if (!coverageWarning_)
+        coverageWarning_ = fields_.engine
+                               ? shotweaver::coverageWarning(coverage(), currentSettings(),
+                                                             *fields_.engine, environment_.locale)
+                               : std::nullopt;
+    return *coverageWarning_;
+}
+
+void ContentView::forgetCoverage() {
+    coverage_.reset();
+    coverageContent_.reset();
+    coverageWarning_.reset();
 }
 
 const CoverageContent& ContentView::coverageContent() const {

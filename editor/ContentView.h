@@ -149,7 +149,7 @@ class ContentView {
     std::string angleLabel(const std::string& id) const;
     /// Throws `FinalCutImportError` for the first timecode that cannot be read.
     std::vector<FixedCameraSection> fixedCameraSections() const;
-    std::optional<std::string> coverageWarning() const;
+    const std::optional<std::string>& coverageWarning() const;
     /// What would stop an export of the loaded project, whatever its edit: told from the import on.
     const std::optional<std::string>& importWarning() const { return importWarning_; }
     ActionBar actionBar() const;
@@ -205,6 +205,7 @@ class ContentView {
     static std::string textOf(const std::exception& failure);
 
     void projectDidChange();
+    void forgetCoverage();
     void handOver(const ExportedFiles& files);
     void handOverDidEnd(const std::string& path, const std::optional<HostError>& error);
 
@@ -232,6 +233,7 @@ class ContentView {
     // Worked out at most once a change.
     mutable std::optional<SelectedCoverage> coverage_;
     mutable std::optional<CoverageContent> coverageContent_;
+    mutable std::optional<std::optional<std::string>> coverageWarning_;
     mutable std::optional<CutTexts> cutTexts_; // at most once a project
     // Lets what comes back later find out that the editor has gone.
     std::shared_ptr<ContentView*> self_ = std::make_shared<ContentView*>(this);

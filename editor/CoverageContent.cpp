@@ -2,7 +2,7 @@
 
 #include "editor/EditorTexts.h"
 #include "editor/ProjectDefaults.h"
-#include "platform/DecimalFormat.h"
+#include "platform/Locale.h"
 #include "platform/Text.h"
 
 #include <fmt/format.h>

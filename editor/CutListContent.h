@@ -4,7 +4,7 @@
 #include "engine/EditSettings.h"
 #include "engine/FrameRange.h"
 #include "engine/ImportedProject.h"
-#include "platform/DecimalFormat.h"
+#include "platform/Locale.h"
 
 #include <cstddef>
 #include <map>

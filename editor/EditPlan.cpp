@@ -2,7 +2,7 @@
 
 #include "editor/ProjectDefaults.h"
 #include "engine/FinalCutImportError.h"
-#include "platform/DecimalFormat.h"
+#include "platform/Locale.h"
 
 #include <fmt/format.h>
 

@@ -81,8 +81,7 @@ void ContentView::importProject(std::string data) {
 /// Forgets what was worked out of the former project.
 void ContentView::projectDidChange() {
     encoder_.reset();
-    coverage_.reset();
-    coverageContent_.reset();
+    forgetCoverage();
     cutTexts_.reset();
     importWarning_.reset();
     const std::vector<std::string> obstacles = fields_.engine->exportObstacles();

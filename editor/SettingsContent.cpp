@@ -4,7 +4,7 @@
 #include "editor/EditorTexts.h"
 #include "editor/PanelTexts.h"
 #include "editor/ProjectDefaults.h"
-#include "platform/DecimalFormat.h"
+#include "platform/Locale.h"
 
 #include <fmt/format.h>
 

@@ -34,12 +34,19 @@ std::string userLocale() {
     return U_SUCCESS(status) ? tag : "und";
 }
 
-std::string localizedDecimal(double value, const std::string& locale) {
-    const auto formatter = icu::number::NumberFormatter::withLocale(localeOf(locale))
-                               .precision(icu::number::Precision::maxFraction(3));
+struct DecimalFormat::Formatter {
+    icu::number::LocalizedNumberFormatter number;
+};
+
+DecimalFormat::DecimalFormat(const std::string& locale)
+    : formatter_(std::make_shared<const Formatter>(
+          Formatter{icu::number::NumberFormatter::withLocale(localeOf(locale))
+                        .precision(icu::number::Precision::maxFraction(3))})) {}
+
+std::string DecimalFormat::text(double value) const {
     UErrorCode status = U_ZERO_ERROR;
     std::string text;
-    const auto formatted = formatter.formatDouble(value, status);
+    const auto formatted = formatter_->number.formatDouble(value, status);
     formatted.toString(status).toUTF8String(text);
     if (U_FAILURE(status)) throw PlatformError("A number could not be written in this language.");
     return text;

@@ -10,9 +10,19 @@ namespace shotweaver {
 /// for none.
 std::string userLocale();
 
-/// A number in the locale's own style with at most three decimals: 1234.5678 is "1.234,568" in
-/// "de". An unknown locale counts as the root, whose style is English.
-std::string localizedDecimal(double value, const std::string& locale);
+/// Writes numbers in a locale's own style with at most three decimals: 1234.5678 is "1.234,568" in
+/// "de". Making one costs much more than writing a number. An unknown locale counts as the root,
+/// whose style is English.
+class DecimalFormat {
+  public:
+    explicit DecimalFormat(const std::string& locale);
+
+    std::string text(double value) const;
+
+  private:
+    struct Formatter;
+    std::shared_ptr<const Formatter> formatter_;
+};
 
 /// The order of names as a user of a locale expects it: letters by its alphabet, upper and lower
 /// case alike, digits by the number they make ("Preset 2" before "Preset 10"). An unknown locale

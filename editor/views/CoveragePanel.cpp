@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace shotweaver {
 
@@ -87,15 +88,21 @@ QWidget* CoveragePanel::makeSummary() {
     message_->setObjectName(QStringLiteral("coverageMessage"));
     complete_ = style::wrappingLabel(style::TextStyle::caption, style::secondary());
     complete_->setObjectName(QStringLiteral("coverageComplete"));
-
     gapHeading_ = new QToolButton;
     gapHeading_->setObjectName(QStringLiteral("uncoveredSections"));
     gapHeading_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     gapHeading_->setFocusPolicy(Qt::StrongFocus);
-    gapHeading_->setAutoRaise(true);
     gapHeading_->setCheckable(true);
     connect(gapHeading_, &QToolButton::toggled, this, &CoveragePanel::refresh);
+    auto* const summary = new QWidget;
+    QVBoxLayout* const column = columnLayout(summary);
+    for (QWidget* const part :
+         std::initializer_list<QWidget*>{message_, complete_, gapHeading_, makeGapList()})
+        column->addWidget(part);
+    return summary;
+}
 
+QWidget* CoveragePanel::makeGapList() {
     gapTexts_ = new QStringListModel(this);
     gapList_ = new QListView;
     gapList_->setObjectName(QStringLiteral("uncoveredSectionList"));
@@ -104,14 +111,7 @@ QWidget* CoveragePanel::makeSummary() {
     gapList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     gapList_->setUniformItemSizes(true);
     gapList_->setModel(gapTexts_);
-
-    auto* const summary = new QWidget;
-    QVBoxLayout* const column = columnLayout(summary);
-    for (QWidget* const part :
-         {static_cast<QWidget*>(message_), static_cast<QWidget*>(complete_),
-          static_cast<QWidget*>(gapHeading_), static_cast<QWidget*>(gapList_)})
-        column->addWidget(part);
-    return summary;
+    return gapList_;
 }
 
 void CoveragePanel::refresh() {

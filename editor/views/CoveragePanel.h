@@ -34,6 +34,7 @@ class CoveragePanel : public QGroupBox {
   private:
     QWidget* makeAxis();
     QWidget* makeSummary();
+    QWidget* makeGapList();
     void refreshAngles(const std::vector<CoverageBar>& bars);
     void refreshSummary(const CoverageSummary& summary);
     void refreshGapList(const std::vector<std::string>& gaps);

@@ -100,8 +100,8 @@ TEST(NumberText, isTheSameUnderEveryLocaleUnlessAsked) {
     EXPECT_EQ(fixedDecimal(2.675, 2), "2.67"); // the double is below the tie
     EXPECT_EQ(parseDecimal("1.5"), 1.5);
     std::setlocale(LC_ALL, "C");
-    EXPECT_EQ(localizedDecimal(1234.5678, "de"), "1.234,568");
-    EXPECT_EQ(localizedDecimal(-1234.5678, "no such locale!"), "-1,234.568");
+    EXPECT_EQ(DecimalFormat("de").text(1234.5678), "1.234,568");
+    EXPECT_EQ(DecimalFormat("no such locale!").text(-1234.5678), "-1,234.568");
 }
 
 TEST(Dates, areWrittenInWholeSecondsOfUTC) {

@@ -1,0 +1,218 @@
+// Measures the panel without a display: its start with a restored session beside the start of an
+// empty window, and what a user's actions cost until they are painted, without their save.
+
+#include "benchmarks/BenchmarkDocuments.h"
+#include "editor/EditPlan.h"
+#include "editor/ProjectDefaults.h"
+#include "editor/views/Controls.h"
+#include "editor/views/Style.h"
+#include "host/views/ExtensionRootView.h"
+#include "persistence/SavedEditSession.h"
+#include "platform/Files.h"
+
+#include <fmt/format.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <stdexcept>
+
+namespace shotweaver::benchmarks {
+namespace {
+
+constexpr QSize windowSize(960, 860);
+constexpr int rounds = 9;
+
+class SilentHost final : public HostServices {
+  public:
+    std::optional<std::string> chooseItem(const OpenPanel&) override { return std::nullopt; }
+    bool startAccess(const std::string&) override { return false; }
+    void stopAccess(const std::string&) override {}
+    void openInFinalCut(const std::string&, OpenCompletion completion) override { completion({}); }
+    void later(std::function<void()> function) override { function(); }
+};
+
+struct Bench {
+    explicit Bench(const std::string& folder)
+        : editor({host,
+                  systemFileCalls(),
+                  random,
+                  secureUUIDs(),
+                  [] { return 0.0; },
+                  {folder + "/data", folder + "/config"},
+                  "und"}) {}
+
+    SilentHost host;
+    SeededRandom random{7};
+    ContentView editor;
+};
+
+double millisecondsOf(const std::function<void()>& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double, std::milli> taken =
+        std::chrono::steady_clock::now() - start;
+    return taken.count();
+}
+
+double medianOf(const std::function<double()>& measure) {
+    std::vector<double> values;
+    for (int round = 0; round < rounds; ++round)
+        values.push_back(measure());
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+void print(const std::string& name, double milliseconds) {
+    fmt::print("{:<58} {:>9.2f} ms\n", name, milliseconds);
+}
+
+void paint(QWidget& window) {
+    QApplication::processEvents();
+    QImage image(window.size(), QImage::Format_ARGB32_Premultiplied);
+    window.render(&image);
+}
+
+// The two programs whose starts are compared.
+
+void startEmptyWindow() {
+    QWidget window;
+    window.resize(windowSize);
+    window.show();
+    paint(window);
+}
+
+void startPanel(const std::string& folder) {
+    installAccessibility();
+    Bench bench(folder);
+    ExtensionRootView root(bench.editor);
+    root.resize(windowSize);
+    bench.editor.appear();
+    root.show();
+    paint(root);
+}
+
+double startOf(const QStringList& arguments) {
+    return millisecondsOf([&] {
+        QProcess program;
+        program.start(QCoreApplication::applicationFilePath(), arguments);
+        if (!program.waitForFinished(-1) || program.exitCode() != 0)
+            throw std::runtime_error("the measured program failed");
+    });
+}
+
+/// A session of 5 MB: a document of 1 MB and 50 edits.
+void writeSession(const std::string& folder) {
+    constexpr std::size_t clipsPerAngle = 400;
+    constexpr std::size_t clipFrames = 800;
+    constexpr int revisions = 50;
+    const std::string xml = largeDocument(clipsPerAngle, clipFrames);
+    const ImportedProject imported = inspectProject(xml);
+    const CutEngine engine(xml);
+    SeededRandom random(7);
+    const EditSettings settings = importedSettings(imported, engine, {});
+    EditHistory history;
+    for (int i = 0; i < revisions; ++i)
+        history.append({UUID::random(random), 0, settings,
+                        generateCutList(settings, imported, engine, random, secureUUIDs())});
+    std::filesystem::create_directories(folder + "/data");
+    const std::string path = folder + "/data/session-v1.json";
+    SessionEncoder encoder(xml);
+    replaceFile(systemFileCalls(), path, encoder.encode(settings, history));
+    fmt::print("A session of {} edits, {:.1f} MB\n\n", revisions,
+               static_cast<double>(std::filesystem::file_size(path)) / 1e6);
+}
+
+void compareStarts(const std::string& folder) {
+    writeSession(folder);
+    std::vector<double> empty;
+    std::vector<double> panel;
+    std::vector<double> restore;
+    const auto median = [](std::vector<double> values) {
+        std::sort(values.begin(), values.end());
+        return values[values.size() / 2];
+    };
+    for (int round = 0; round < rounds; ++round) {
+        empty.push_back(startOf({QStringLiteral("--empty")}));
+        restore.push_back(millisecondsOf([&] { Bench(folder).editor.restoreSession(); }));
+        panel.push_back(startOf({QStringLiteral("--panel"), QString::fromStdString(folder)}));
+    }
+    print("start of an empty window", median(empty));
+    print("restore", median(restore));
+    print("start of the panel with that session", median(panel));
+    fmt::print("{:<58} {:>9.2f}\n\n", "ratio to the empty window and the restore",
+               median(panel) / (median(empty) + median(restore)));
+}
+
+void measureActions(const std::string& folder) {
+    // A file where the folder for the session should be: nothing is saved.
+    std::filesystem::create_directories(folder);
+    writeNewFile(systemFileCalls(), folder + "/data", "");
+    Bench bench(folder);
+    ContentView& editor = bench.editor;
+    ExtensionRootView root(editor);
+    root.resize(windowSize);
+    root.show();
+    editor.importProject(gappedDocument(20, 1000, 15'000 * 25));
+    editor.setMainMaximum(15);
+    editor.generateEdit();
+    editor.generateEdit();
+    for (int turn = 0; turn < 20; ++turn)
+        paint(root);
+    fmt::print("20 angles of 1,000 ranges, {} cuts on show\n\n", editor.fields().cuts.size());
+    const auto measure = [&](const char* name, const std::function<void()>& prepare,
+                             const std::function<void()>& action) {
+        print(name, medianOf([&] {
+                  prepare();
+                  paint(root);
+                  return millisecondsOf([&] {
+                      action();
+                      paint(root);
+                  });
+              }));
+    };
+    double share = 60;
+    const auto step = [&] { editor.setShare(share = share == 60 ? 65 : 60); };
+    measure(
+        "the slider step that clears the cuts, painted", [&] { editor.goBack(); }, step);
+    measure(
+        "a slider step after it, painted", [] {}, step);
+    editor.goBack();
+    measure(
+        "showing another edit, painted", [&] { editor.showRevision(0); },
+        [&] { editor.showRevision(1); });
+    measure(
+        "nothing but painting", [] {}, [] {});
+}
+
+void run(const QStringList& arguments) {
+    if (arguments.value(0) == QLatin1String("--empty")) return startEmptyWindow();
+    if (arguments.value(0) == QLatin1String("--panel"))
+        return startPanel(arguments.value(1).toStdString());
+    const QTemporaryDir folder;
+    compareStarts(folder.path().toStdString() + "/start");
+    measureActions(folder.path().toStdString() + "/actions");
+}
+
+} // namespace
+} // namespace shotweaver::benchmarks
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    shotweaver::style::apply(application);
+    try {
+        shotweaver::benchmarks::run(QApplication::arguments().mid(1));
+        return 0;
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << '\n';
+        return 1;
+    }
+}
