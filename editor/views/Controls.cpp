@@ -292,8 +292,11 @@ QSize Toggle::minimumSizeHint() const {
 }
 
 int Toggle::heightForWidth(int width) const {
-    const WrappedText text(label_, font(), width - indent() - focusMargin());
-    return static_cast<int>(std::ceil(text.height())) + 2 * focusMargin();
+    const int text = heights_.height(label_, font(), width, [&] {
+        const int room = width - indent() - focusMargin();
+        return static_cast<int>(std::ceil(WrappedText(label_, font(), room).height()));
+    });
+    return text + 2 * focusMargin();
 }
 
 void Toggle::paintEvent(QPaintEvent*) {

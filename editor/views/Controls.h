@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/SettingsContent.h"
+#include "editor/views/HeightCache.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -133,6 +134,7 @@ class Toggle : public QCheckBox {
     int indent() const;
 
     QString label_;
+    mutable HeightCache heights_;
 };
 
 /// A line of text. Showing what is in it already leaves the cursor where it is.

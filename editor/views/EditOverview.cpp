@@ -82,6 +82,10 @@ void EditOverview::refresh() {
     if (lanes == lanes_ && length == length_) return;
     lanes_ = std::move(lanes);
     length_ = length;
+    widestLabel_ = 0;
+    const QFontMetricsF metrics(font());
+    for (const CutLane& lane : lanes_)
+        widestLabel_ = std::max(widestLabel_, metrics.horizontalAdvance(toQt(lane.camera)));
     setFixedHeight(static_cast<int>(pitch() * static_cast<double>(lanes_.size()) + 2 * outline()));
     update();
 }
@@ -93,11 +97,7 @@ double EditOverview::pitch() const {
 /// None where the lanes are too thin for text.
 int EditOverview::labelWidth() const {
     if (fontMetrics().height() > pitch()) return 0;
-    const QFontMetricsF metrics(font());
-    double widest = 0;
-    for (const CutLane& lane : lanes_)
-        widest = std::max(widest, metrics.horizontalAdvance(toQt(lane.camera)));
-    const int whole = static_cast<int>(std::ceil(widest)) + 1 + style::scaled(style::close);
+    const int whole = static_cast<int>(std::ceil(widestLabel_)) + 1 + style::scaled(style::close);
     return std::min(whole, width() / 3);
 }
 

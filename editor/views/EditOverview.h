@@ -55,6 +55,7 @@ class EditOverview : public QWidget {
     ContentView& editor_;
     QItemSelectionModel* selection_ = nullptr;
     std::vector<CutLane> lanes_;
+    double widestLabel_ = 0;  // pixels
     std::int64_t length_ = 1; // of the project, frames
 };
 

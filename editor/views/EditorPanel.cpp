@@ -34,23 +34,10 @@ std::vector<std::string> urlsOf(const QMimeData& data) {
     return urls;
 }
 
-/// A scroll area whose content is as wide as it is.
-QScrollArea* verticalScrollArea(QWidget* content) {
-    auto* const area = new QScrollArea;
-    area->setWidget(content);
-    area->setWidgetResizable(true);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setMinimumWidth(content->minimumSizeHint().width() +
-                          area->verticalScrollBar()->sizeHint().width());
-    return area;
-}
-
 } // namespace
 
 EditorPanel::EditorPanel(ContentView& editor, QWidget* parent) : QWidget(parent), editor_(editor) {
     setObjectName(QStringLiteral("editorPanel"));
-    setAttribute(Qt::WA_StyledBackground);
     auto* const layout = new QVBoxLayout(this);
     const int margin = style::scaled(style::wide);
     layout->setContentsMargins(margin, margin, margin, margin);
@@ -71,6 +58,8 @@ EditorPanel::EditorPanel(ContentView& editor, QWidget* parent) : QWidget(parent)
     savePreset_ = new SavePresetSheet(editor_, this);
     setAcceptDrops(true);
     watchDrops(this);
+    // Where a person who has never been here begins.
+    findChild<QPushButton*>(QStringLiteral("import"))->setFocus();
     subscription_ = editor_.observe([this] { refresh(); });
     refresh();
 }
@@ -117,7 +106,6 @@ QWidget* EditorPanel::makeToolbar() {
     connect(help, &QPushButton::clicked, this, [this] { editor_.setShowingHelp(true); });
     connect(about, &QPushButton::clicked, this, [this] { editor_.setShowingAbout(true); });
     connect(open, &QPushButton::clicked, this, [this] { importProject(); });
-    open->setFocus(); // where a person who has never been here begins
     return toolbar;
 }
 
@@ -134,18 +122,30 @@ QPushButton* EditorPanel::toolbarButton(const QString& text, const QString& name
     return button;
 }
 
+/// Each part is made as a child of what holds it: the style sheet is worked out again for whatever
+/// changes its parent.
 QWidget* EditorPanel::makeColumns() {
-    settings_ = new SettingsColumn(editor_);
-    preview_ = new PreviewColumn(editor_);
-    columns_ = new QSplitter(Qt::Horizontal);
+    columns_ = new QSplitter(Qt::Horizontal, this);
     columns_->setChildrenCollapsible(false);
     columns_->setHandleWidth(style::scaled(style::wide));
-    columns_->addWidget(verticalScrollArea(settings_));
-    columns_->addWidget(preview_);
+    makeSettingsArea();
+    preview_ = new PreviewColumn(editor_, columns_);
     // Wider windows give the room to the cut list.
     columns_->setStretchFactor(0, 0);
     columns_->setStretchFactor(1, 1);
     return columns_;
+}
+
+/// The settings column, which scrolls up and down only.
+void EditorPanel::makeSettingsArea() {
+    auto* const area = new QScrollArea(columns_);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    settings_ = new SettingsColumn(editor_, area->viewport());
+    area->setWidget(settings_);
+    area->setMinimumWidth(settings_->minimumSizeHint().width() +
+                          area->verticalScrollBar()->sizeHint().width());
 }
 
 QWidget* EditorPanel::makeFooter() {

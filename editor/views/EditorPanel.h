@@ -34,6 +34,7 @@ class EditorPanel : public QWidget {
     QWidget* makeHeader();
     QWidget* makeToolbar();
     QWidget* makeColumns();
+    void makeSettingsArea();
     QWidget* makeFooter();
     QPushButton* toolbarButton(const QString& text, const QString& name, const QString& tip,
                                const QKeySequence& shortcut);

@@ -1,5 +1,7 @@
 #include "editor/views/Style.h"
 
+#include "editor/views/HeightCache.h"
+
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
@@ -7,9 +9,11 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPalette>
+#include <QPixmap>
 #include <QStyleFactory>
 
 #include <algorithm>
+#include <array>
 
 /// The pictures are in a library, so they have to be asked for. Outside of every namespace, as the
 /// macro wants it.
@@ -30,6 +34,13 @@ QFont baseFont(QFont font) {
     if (QFontDatabase::hasFamily(family)) font.setFamily(family);
     font.setPointSizeF(std::max(font.pointSizeF(), smallestPoints));
     return font;
+}
+
+// Of the pictures of the icon, pixels.
+constexpr std::array<int, 9> iconSides{16, 32, 48, 64, 112, 128, 224, 256, 512};
+
+QString pictureOfIcon(int side) {
+    return QStringLiteral(":/icons/%1.png").arg(side);
 }
 
 QString css(const QColor& colour) {
@@ -108,11 +119,8 @@ QString styleSheet() {
         QScrollBar::handle:hover { background: @secondary; }
         QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
         QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
-        QScrollArea { border: none; background: transparent; }
-        QScrollArea > QWidget > QWidget { background: transparent; }
-        QScrollArea > QWidget > #editorPanel { background: @background; }
+        QScrollArea { border: none; }
     )");
-    sheet.replace(QStringLiteral("@background"), css(background()));
     sheet.replace(QStringLiteral("@box"), css(box()));
     sheet.replace(QStringLiteral("@field"), css(field()));
     sheet.replace(QStringLiteral("@line"), css(line()));
@@ -122,6 +130,30 @@ QString styleSheet() {
     for (const int points : {24, 22, 14, 12, 10, 8, 7, 6, 5, 4, 2, 1})
         sheet.replace(QStringLiteral("@%1").arg(points), px(points));
     return sheet;
+}
+
+} // namespace
+
+namespace {
+
+class WrappingLabel : public QLabel {
+  public:
+    int heightForWidth(int width) const override {
+        return heights_.height(text(), QLabel::font(), width,
+                               [&] { return QLabel::heightForWidth(width); });
+    }
+
+  private:
+    mutable HeightCache heights_;
+};
+
+QLabel* prepared(QLabel* label, TextStyle style, const QColor& colour) {
+    label->setTextFormat(Qt::PlainText);
+    label->setFont(font(style));
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, colour);
+    label->setPalette(palette);
+    return label;
 }
 
 } // namespace
@@ -213,31 +245,34 @@ QFont withEqualDigits(const QFont& font) {
 QIcon icon() {
     loadPictures();
     QIcon icon;
-    for (const int side : {16, 32, 48, 64, 112, 128, 224, 256, 512})
-        icon.addFile(QStringLiteral(":/icons/%1.png").arg(side));
+    for (const int side : {16, 32, 48, 64, 128, 256})
+        icon.addFile(pictureOfIcon(side));
     return icon;
 }
 
 QLabel* iconLabel(int points) {
+    loadPictures();
     auto* const label = new QLabel;
     const int side = scaled(points);
-    label->setPixmap(icon().pixmap(side, side));
+    const double ratio = qApp->devicePixelRatio();
+    const int wanted = static_cast<int>(side * ratio);
+    // Only the picture that is shown is read; the largest takes longer than all the rest.
+    const auto* const nearest = std::find_if(iconSides.begin(), iconSides.end() - 1,
+                                             [&](int each) { return each >= wanted; });
+    QPixmap picture = QPixmap(pictureOfIcon(*nearest))
+                          .scaled(wanted, wanted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(ratio);
+    label->setPixmap(picture);
     label->setFixedSize(side, side);
     return label;
 }
 
 QLabel* label(TextStyle style, const QColor& colour) {
-    auto* const label = new QLabel;
-    label->setTextFormat(Qt::PlainText);
-    label->setFont(font(style));
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, colour);
-    label->setPalette(palette);
-    return label;
+    return prepared(new QLabel, style, colour);
 }
 
 QLabel* wrappingLabel(TextStyle style, const QColor& colour) {
-    QLabel* const wrapping = label(style, colour);
+    QLabel* const wrapping = prepared(new WrappingLabel, style, colour);
     wrapping->setWordWrap(true);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);

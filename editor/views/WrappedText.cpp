@@ -52,7 +52,9 @@ QSize WrappedLabel::minimumSizeHint() const {
 }
 
 int WrappedLabel::heightForWidth(int width) const {
-    return static_cast<int>(std::ceil(WrappedText(text(), font(), width).height()));
+    return heights_.height(text(), font(), width, [&] {
+        return static_cast<int>(std::ceil(WrappedText(text(), font(), width).height()));
+    });
 }
 
 void WrappedLabel::paintEvent(QPaintEvent*) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/views/HeightCache.h"
 #include "editor/views/Style.h"
 
 #include <QLabel>
@@ -39,6 +40,9 @@ class WrappedLabel : public QLabel {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    mutable HeightCache heights_;
 };
 
 } // namespace shotweaver

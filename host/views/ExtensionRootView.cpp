@@ -14,7 +14,7 @@ constexpr QSize smallestPanel(800, 860);
 
 ExtensionRootView::ExtensionRootView(ContentView& editor, QWidget* parent) : QScrollArea(parent) {
     setObjectName(QStringLiteral("rootView"));
-    auto* const panel = new EditorPanel(editor);
+    auto* const panel = new EditorPanel(editor, viewport());
     panel->setMinimumSize(style::scaled(smallestPanel.width()),
                           style::scaled(smallestPanel.height()));
     setWidget(panel);
