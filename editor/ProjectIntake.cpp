@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include <future>
+
 namespace shotweaver {
 
 void ContentView::appear() {
@@ -24,21 +26,51 @@ void ContentView::preemptRestore() {
     change([](EditorFields& fields) { fields.didRestore = true; });
 }
 
+namespace {
+
+struct LoadedProject {
+    ImportedProject imported;
+    std::shared_ptr<const CutEngine> engine;
+};
+
+LoadedProject loadProject(const std::string& xml) {
+    ProjectImport import = readProject(xml);
+    ImportedProject imported = import.summary;
+    return {std::move(imported), std::make_shared<const CutEngine>(std::move(import))};
+}
+
+struct LoadedSession {
+    SavedEditSession session;
+    LoadedProject project;
+};
+
+/// Reads a stored session. Its project, which takes as long as the rest, is loaded beside it.
+LoadedSession loadSession(const std::string& bytes) {
+    LoadedSession loaded;
+    if (auto document = readSessionDocument(bytes)) {
+        auto project = std::async([&document] { return loadProject(*document); });
+        loaded.session = readSessionButDocument(bytes);
+        loaded.project = project.get();
+        loaded.session.sourceXML = *std::move(document);
+    } else {
+        loaded.session = readSession(bytes);
+        loaded.project = loadProject(loaded.session.sourceXML);
+    }
+    validateSession(loaded.session, *loaded.project.engine);
+    return loaded;
+}
+
+} // namespace
+
 void ContentView::restoreSession() {
     try {
-        SavedEditSession session;
-        if (const auto bytes = sessionFile_.read())
-            session = readSession(*bytes);
-        else
-            return;
-        ProjectImport import = readProject(session.sourceXML);
-        ImportedProject imported = import.summary;
-        auto engine = std::make_shared<const CutEngine>(std::move(import));
-        validateSession(session, *engine);
-        change([&](EditorFields& fields) {
+        const auto bytes = sessionFile_.read();
+        if (!bytes) return;
+        auto [session, project] = loadSession(*bytes);
+        change([&session = session, &project = project, this](EditorFields& fields) {
             fields.sourceXML = std::move(session.sourceXML);
-            fields.engine = std::move(engine);
-            fields.imported = std::move(imported);
+            fields.engine = std::move(project.engine);
+            fields.imported = std::move(project.imported);
             fields.history = std::move(session.history);
             fields.restoredSettings = session.settings;
             applySettings(session.settings);
@@ -58,17 +90,16 @@ void ContentView::restoreSession() {
 
 void ContentView::importProject(std::string data) {
     perform([&] {
-        ProjectImport import = readProject(data);
-        ImportedProject imported = import.summary;
-        auto engine = std::make_shared<const CutEngine>(std::move(import));
-        const EditSettings settings = importedSettings(imported, *engine, currentSettings());
+        LoadedProject project = loadProject(data);
+        const EditSettings settings =
+            importedSettings(project.imported, *project.engine, currentSettings());
         change([&](EditorFields& fields) {
             fields.sourceXML = std::move(data);
             fields.history = {};
             fields.chosenPreset.clear();
             fields.presetNotice.clear();
-            fields.imported = std::move(imported);
-            fields.engine = std::move(engine);
+            fields.imported = std::move(project.imported);
+            fields.engine = std::move(project.engine);
             applySettings(settings);
             fields.cuts.clear();
             fields.status.clear();

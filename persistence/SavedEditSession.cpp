@@ -73,29 +73,34 @@ SavedEditSession readAny(std::string_view json) {
 /// What a session starts with as it is written here, before the document.
 constexpr std::string_view head = R"({"version":1,"sourceXML":")";
 
-/// Reads a session as it is written here; nothing when the text may be another one. The document,
-/// which is most of the file, is decoded where it stands, and only the rest is parsed: this halves
-/// the time for a large project.
-std::optional<SavedEditSession> readEncoded(std::string_view json) {
-    if (!json.starts_with(head)) return std::nullopt;
-    const std::size_t end = std::min(json.find('"', head.size()), json.size());
-    auto sourceXML = fromBase64(json.substr(head.size(), end - head.size()));
-    if (!sourceXML) return std::nullopt;
-    std::string rest(head);
-    SavedEditSession session = readAny(rest += json.substr(end));
-    session.sourceXML = *std::move(sourceXML);
-    return session;
+/// The place of the document's end in a session as it is written here.
+std::size_t documentEnd(std::string_view json) {
+    return std::min(json.find('"', head.size()), json.size());
 }
 
 } // namespace
 
-SavedEditSession readSession(std::string_view json) {
+std::optional<std::string> readSessionDocument(std::string_view json) {
+    if (!json.starts_with(head)) return std::nullopt;
+    return fromBase64(json.substr(head.size(), documentEnd(json) - head.size()));
+}
+
+SavedEditSession readSessionButDocument(std::string_view json) {
     try {
-        if (auto session = readEncoded(json)) return *std::move(session);
+        std::string rest(head);
+        return readAny(rest += json.substr(documentEnd(json)));
     } catch (const PlatformError&) {
         // Columns counted without the document would be wrong: the whole text says where it is.
+        return readAny(json);
     }
-    return readAny(json);
+}
+
+SavedEditSession readSession(std::string_view json) {
+    auto document = readSessionDocument(json);
+    if (!document) return readAny(json);
+    SavedEditSession session = readSessionButDocument(json);
+    session.sourceXML = *std::move(document);
+    return session;
 }
 
 void validateSession(const SavedEditSession& session, const CutEngine& engine) {

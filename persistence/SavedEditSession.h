@@ -5,6 +5,7 @@
 #include "persistence/EditHistory.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,14 @@ struct SavedEditSession {
 /// Decodes a session file. Only its form is checked: see `validateSession`. Throws `PlatformError`
 /// with a sentence that says where.
 SavedEditSession readSession(std::string_view json);
+
+/// The document of a session in the form in which it is written here, in which it can be had before
+/// all else; nothing when the text may be of another form, which only `readSession` reads.
+std::optional<std::string> readSessionDocument(std::string_view json);
+
+/// The same without its document, for a text of which `readSessionDocument` gave one. Throws like
+/// `readSession`.
+SavedEditSession readSessionButDocument(std::string_view json);
 
 /// Checks a decoded session against the engine built from its XML. Throws `FinalCutImportError`
 /// with the sentence of the first failed check: version and index; for the settings and then each

@@ -15,6 +15,9 @@ class ByteSource {
     /// `PlatformError`.
     virtual std::size_t read(char* into, std::size_t count) = 0;
 
+    /// How many bytes are probably left; 0 when nothing is known.
+    virtual std::size_t expectedSize() const { return 0; }
+
   protected:
     ByteSource() = default;
     ByteSource(const ByteSource&) = default;
@@ -31,6 +34,7 @@ class MemorySource final : public ByteSource {
         bytes_.remove_prefix(copied);
         return copied;
     }
+    std::size_t expectedSize() const override { return bytes_.size(); }
 
   private:
     std::string_view bytes_;

@@ -25,6 +25,11 @@ class SystemFileCalls final : public FileCalls {
         return ::read(file, bytes, count);
     }
 
+    std::ptrdiff_t size(int file) override {
+        struct stat status {};
+        return ::fstat(file, &status) == 0 ? static_cast<std::ptrdiff_t>(status.st_size) : -1;
+    }
+
     std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override {
         return ::write(file, bytes, count);
     }

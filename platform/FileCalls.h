@@ -16,6 +16,8 @@ class FileCalls {
     /// Creates the file; fails with EEXIST when anything has that name already.
     virtual int createNew(const std::string& path) = 0;
     virtual std::ptrdiff_t read(int file, char* bytes, std::size_t count) = 0;
+    /// The size of an open file in bytes; 0 for what has none, such as a pipe.
+    virtual std::ptrdiff_t size(int file) = 0;
     virtual std::ptrdiff_t write(int file, const char* bytes, std::size_t count) = 0;
     virtual int sync(int file) = 0;
     virtual int close(int file) = 0;

@@ -164,6 +164,10 @@ std::size_t FileSource::read(char* into, std::size_t count) {
     return static_cast<std::size_t>(result);
 }
 
+std::size_t FileSource::expectedSize() const {
+    return static_cast<std::size_t>(std::max<std::ptrdiff_t>(calls_.size(file_), 0));
+}
+
 std::string readFile(FileCalls& calls, const std::string& path) {
     FileSource source(calls, path);
     return readAll(source);

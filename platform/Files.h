@@ -24,6 +24,7 @@ class FileSource final : public ByteSource {
     ~FileSource() override;
 
     std::size_t read(char* into, std::size_t count) override;
+    std::size_t expectedSize() const override;
 
   private:
     FileCalls& calls_;

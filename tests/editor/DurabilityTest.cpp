@@ -30,37 +30,23 @@ const std::string oldPreset =
     R"("doubleMain":false,"mainAngleName":"A","otherAngleNames":["B"],"audioAngleName":"A"}])";
 
 /// The system's calls, before each of which a test may act, or make it fail with an error number.
-class WatchedFileCalls final : public FileCalls {
+class WatchedFileCalls final : public ForwardingFileCalls {
   public:
     std::function<int()> beforeEach = [] { return 0; };
     bool isReadOnly = false; // nothing can be created
 
-    int openForReading(const std::string& path) override { return next().openForReading(path); }
     int createNew(const std::string& path) override {
-        return next(isReadOnly ? EROFS : 0).createNew(path);
-    }
-    std::ptrdiff_t read(int file, char* bytes, std::size_t count) override {
-        return next().read(file, bytes, count);
+        return failing(isReadOnly ? EROFS : beforeEach()).createNew(path);
     }
     std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override {
         return next().write(file, bytes, std::min<std::size_t>(count, 600)); // short ones
     }
     // Without a wait for the device, which would show only after a loss of power.
     int sync(int) override { return next().probe("."); }
-    int close(int file) override { return next().close(file); }
-    int rename(const std::string& from, const std::string& to) override {
-        return next().rename(from, to);
-    }
-    int renameToNew(const std::string& from, const std::string& to) override {
-        return next().renameToNew(from, to);
-    }
-    int remove(const std::string& path) override { return next().remove(path); }
-    int createFolder(const std::string& path) override { return next().createFolder(path); }
-    int probe(const std::string& path) override { return next().probe(path); }
 
   private:
-    FileCalls& next(int error = 0) {
-        if (error == 0) error = beforeEach();
+    FileCalls& next() override { return failing(beforeEach()); }
+    FileCalls& failing(int error) {
         failing_ = FailingFileCalls(error == 0 ? 0 : 1, error);
         return failing_;
     }

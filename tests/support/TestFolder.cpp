@@ -60,6 +60,11 @@ std::ptrdiff_t FailingFileCalls::read(int file, char* bytes, std::size_t count) 
     return fails() ? -1 : systemFileCalls().read(file, bytes, count);
 }
 
+std::ptrdiff_t FailingFileCalls::size(int file) {
+    // Nothing depends on it, so it is no call to fail at: only to do without.
+    return failingCall_ > 0 ? -1 : systemFileCalls().size(file);
+}
+
 std::ptrdiff_t FailingFileCalls::write(int file, const char* bytes, std::size_t count) {
     if (fails()) return -1;
     return systemFileCalls().write(file, bytes,

@@ -29,6 +29,35 @@ class TestFolder {
     std::filesystem::path path_;
 };
 
+/// Calls that are passed on, for a test to change some of them.
+class ForwardingFileCalls : public FileCalls {
+  public:
+    int openForReading(const std::string& path) override { return next().openForReading(path); }
+    int createNew(const std::string& path) override { return next().createNew(path); }
+    std::ptrdiff_t read(int file, char* bytes, std::size_t count) override {
+        return next().read(file, bytes, count);
+    }
+    std::ptrdiff_t size(int file) override { return next().size(file); }
+    std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override {
+        return next().write(file, bytes, count);
+    }
+    int sync(int file) override { return next().sync(file); }
+    int close(int file) override { return next().close(file); }
+    int rename(const std::string& from, const std::string& to) override {
+        return next().rename(from, to);
+    }
+    int renameToNew(const std::string& from, const std::string& to) override {
+        return next().renameToNew(from, to);
+    }
+    int remove(const std::string& path) override { return next().remove(path); }
+    int createFolder(const std::string& path) override { return next().createFolder(path); }
+    int probe(const std::string& path) override { return next().probe(path); }
+
+  protected:
+    /// What takes the call that is being made.
+    virtual FileCalls& next() { return systemFileCalls(); }
+};
+
 /// The system's calls, of which the k-th (from 1) fails with an error of the test's choice. The
 /// calls that only let go of something (close, and a removal) are counted too.
 class FailingFileCalls final : public FileCalls {
@@ -42,6 +71,7 @@ class FailingFileCalls final : public FileCalls {
     int openForReading(const std::string& path) override;
     int createNew(const std::string& path) override;
     std::ptrdiff_t read(int file, char* bytes, std::size_t count) override;
+    std::ptrdiff_t size(int file) override;
     std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override;
     int sync(int file) override;
     int close(int file) override;

@@ -1,4 +1,5 @@
 #include "editor/views/EditorPanel.h"
+#include "editor/views/Style.h"
 #include "help/ManualSearch.h"
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionRootView.h"
@@ -237,7 +238,8 @@ TEST(Host, theNamedControllerShowsThePanelAndTakesFinalCutsXml) {
     view->show();
     QApplication::processEvents();
     EXPECT_TRUE(controller->editor().fields().didRestore);
-    EXPECT_EQ(view->findChild<EditorPanel*>()->minimumSize(), QSize(800, 860));
+    EXPECT_EQ(view->findChild<EditorPanel*>()->minimumSize(),
+              QSize(style::scaled(800), style::scaled(860)));
 
     QMimeData drag;
     drag.setData(QStringLiteral("com.apple.finalcutpro.xml.v1-15"), "new");

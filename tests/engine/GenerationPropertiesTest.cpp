@@ -1,0 +1,520 @@
+#include "engine/CutEngine.h"
+#include "tests/support/ProjectBuilder.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <numeric>
+#include <random>
+#include <set>
+
+namespace shotweaver {
+namespace {
+
+using Frames = std::int64_t;
+using Cuts = std::vector<Cut>;
+
+constexpr const char* noFrameInRange = "The shot range must contain at least one full frame.";
+
+/// Identifiers that count up.
+UUIDMaker risingUUIDs() {
+    return [next = 0U]() mutable {
+        UUID uuid;
+        for (unsigned rest = ++next, byte = 4; byte > 0; rest >>= 8U)
+            uuid.bytes[--byte] = static_cast<std::uint8_t>(rest & 0xffU);
+        return uuid;
+    };
+}
+
+/// What must hold for one set of inputs, apart from how shots are drawn: which sentence refuses it,
+/// and whether there are draws that give a list.
+class Rules {
+  public:
+    Rules(const CutEngine& engine, const GenerationInputs& in) : engine_(engine), in_(in) {
+        std::vector<std::string> names = in.otherCameras;
+        names.insert(names.begin(), in.mainCamera);
+        for (const std::string& name : names)
+            cameras_.push_back({name, footage(name), waitOf(name), never});
+    }
+
+    /// The sentence of the first input check that fails. Finds the fixed parts.
+    std::string refusal() {
+        const auto within = [](double x, double least, double most) {
+            return x >= least && x <= most; // no other number, nor what is none
+        };
+        const auto all = [&](const AngleNumbers& numbers, double least, double most) {
+            return std::all_of(numbers.begin(), numbers.end(),
+                               [&](const auto& x) { return within(x.second, least, most); });
+        };
+        const auto isLength = [&](const auto& range) {
+            return !range || (range->lower >= 1 && range->upper <= 120);
+        };
+        std::set<std::string> names;
+        for (const Camera& camera : cameras_)
+            if (!camera.footage.empty()) names.insert(camera.name); // those shown, each once
+        if (!all(in_.returnTimes, 0, 600))
+            return "Minimum return times must be between 0 and 600 seconds.";
+        if (cameras_.size() < 2 || names.size() != cameras_.size() ||
+            !within(in_.mainShare, 0.1, 0.9) || !within(in_.averageShot, 4, 20))
+            return "Choose a main camera and at least one additional video angle.";
+        if (!all(in_.frequencies, 1, 10)) return "Camera frequency must be between 1 and 10.";
+        if (!isLength(in_.mainRange) || !isLength(in_.otherRange))
+            return "Shot lengths must be between 1 and 120 seconds.";
+        for (const auto& shot : {in_.opening, in_.closing})
+            if (shot && !within(shot->seconds, 1, 120))
+                return "Opening and closing lengths must be between 1 and 120 seconds.";
+        return refusedPart();
+    }
+
+    /// Whether the walk may end with a sentence.
+    bool mayEndWith(const std::string& sentence) const {
+        const auto [mainLeast, mainMost] = lengths(true);
+        const auto [otherLeast, otherMost] = lengths(false);
+        if (sentence == noFrameInRange) return mainLeast > mainMost || otherLeast > otherMost;
+        Frames open = 0; // the first frame without a picture, outside of fixed parts
+        while (open < engine_.length && (isFixed(open) || isShown(open)))
+            ++open;
+        const std::string late = "Minimum return times prevent a camera change at ";
+        if (!sentence.starts_with(late)) return open < engine_.length && sentence == gap(open);
+        const std::string timecode = sentence.substr(late.size(), 11);
+        const Frames frame = engine_.frameForTimecode(timecode);
+        const bool allWait =
+            std::all_of(cameras_.begin(), cameras_.end(), [&](const Camera& camera) {
+                return camera.waitFrames > 0 || !shows(camera.footage, frame, frame + 1);
+            });
+        return frame > 0 && frame < open && !isFixed(frame) && allWait &&
+               sentence == late + timecode +
+                               ", and the current camera has no footage there. Reduce a return "
+                               "time or include another camera.";
+    }
+
+    /// The first rule that a list breaks.
+    std::string broken(const Cuts& cuts) {
+        Frames position = 0;
+        std::size_t part = 0;
+        bool mayMerge = false;
+        UUID lastID;
+        for (const Cut& cut : cuts) {
+            const Frames end = cut.start + cut.duration;
+            if (cut.start != position || cut.duration < 1) return "no gaps";
+            if (!shows(footage(cut.angle), cut.start, end)) return "footage";
+            if (cut.id.bytes <= lastID.bytes) return "identity";
+            const bool isFixedCut = part < parts_.size() && parts_[part].start == position;
+            if (isFixedCut && parts_[part] != FixedCameraSection{cut.angle, cut.start, end})
+                return "fixed part";
+            const Frames limit = part < parts_.size() ? parts_[part].start : engine_.length;
+            if (!isFixedCut) {
+                if (end > limit) return "place of a fixed part";
+                if (mayMerge && cut.angle == current_) return "merging";
+                if (!mayChoose(cut.angle, position)) return "choice of the camera";
+            }
+            current_ = cut.angle;
+            if (!isFixedCut && !mayLast(cut, limit)) return "length";
+            for (Camera& camera : cameras_)
+                if (camera.name == cut.angle) camera.lastEnd = end;
+            position = end;
+            lastID = cut.id;
+            mayMerge = !isFixedCut;
+            part += isFixedCut ? 1 : 0;
+        }
+        return position == engine_.length && part == parts_.size() ? "" : "completeness";
+    }
+
+    int longHolds = 0; // cuts that only several shots explain
+
+  private:
+    static constexpr Frames never = -1'000'000'000;
+    struct Camera {
+        std::string name;
+        const Coverage& footage;
+        double waitFrames;
+        Frames lastEnd;
+    };
+
+    const Coverage& footage(const std::string& angle) const {
+        static const Coverage none;
+        const auto found = engine_.coverage.find(angle);
+        return found == engine_.coverage.end() ? none : found->second;
+    }
+    static bool shows(const Coverage& footage, Frames from, Frames to) {
+        return std::any_of(footage.begin(), footage.end(), [&](const FrameRange& range) {
+            return range.lowerBound <= from && to <= range.upperBound;
+        });
+    }
+    bool isShown(Frames frame) const {
+        return std::any_of(cameras_.begin(), cameras_.end(), [&](const Camera& camera) {
+            return shows(camera.footage, frame, frame + 1);
+        });
+    }
+    double frames(double seconds) const {
+        return seconds * double(engine_.frameDenominator) / double(engine_.frameNumerator);
+    }
+    double waitOf(const std::string& name) const {
+        const auto found = in_.returnTimes.find(name);
+        return found == in_.returnTimes.end() ? 0 : std::ceil(frames(found->second));
+    }
+    bool isFixed(Frames frame) const {
+        return std::any_of(parts_.begin(), parts_.end(), [&](const auto& part) {
+            return part.start <= frame && frame < part.end;
+        });
+    }
+
+    std::string refusedPart() {
+        const auto length = [&](const auto& shot) {
+            return shot ? std::max<Frames>(std::llround(frames(shot->seconds)), 1) : 0;
+        };
+        const Frames begin = length(in_.opening);
+        const Frames end = engine_.length - length(in_.closing);
+        const std::string missing = " camera does not have footage for the whole requested shot. "
+                                    "Choose another camera or shorten the shot.";
+        if (begin > end)
+            return "The opening and closing shots are longer than the project. Reduce their "
+                   "lengths.";
+        if (in_.opening && !shows(footage(in_.opening->angle), 0, begin))
+            return "The chosen opening" + missing;
+        if (in_.closing && !shows(footage(in_.closing->angle), end, engine_.length))
+            return "The chosen closing" + missing;
+        parts_ = in_.sections;
+        std::stable_sort(parts_.begin(), parts_.end(),
+                         [](const auto& a, const auto& b) { return a.start < b.start; });
+        Frames free = begin;
+        for (const auto& [angle, from, to] : parts_) {
+            if (from < begin || to > end || to <= from)
+                return "Fixed sections must have an end after their start, stay inside the "
+                       "project, and not overlap opening or closing shots.";
+            if (from < free)
+                return "Fixed camera sections overlap. Adjust their start or end timecodes.";
+            if (!shows(footage(angle), from, to))
+                return "The camera chosen for a fixed section has missing footage between " +
+                       engine_.timecode(from) + " and " + engine_.timecode(to) +
+                       ". Choose another camera or shorten the section.";
+            free = to;
+        }
+        if (in_.opening) parts_.insert(parts_.begin(), {in_.opening->angle, 0, begin});
+        if (in_.closing) parts_.push_back({in_.closing->angle, end, engine_.length});
+        return "";
+    }
+
+    std::string gap(Frames frame) const {
+        Frames end = engine_.length;
+        bool isLast = true;
+        for (const Camera& camera : cameras_) {
+            for (const FrameRange& range : camera.footage) {
+                isLast = isLast && range.lowerBound <= frame;
+                if (range.lowerBound > frame) end = std::min(end, range.lowerBound);
+            }
+        }
+        const auto seconds = [&](Frames frames) {
+            return double(frames * engine_.frameNumerator) / double(engine_.frameDenominator);
+        };
+        return fmt::format("No selected camera has video at {:.2f} seconds. The uncovered section "
+                           "lasts {:.2f} seconds. {}",
+                           seconds(frame), seconds(end - frame),
+                           isLast ? "Trim the project to the end of the camera footage in Final "
+                                    "Cut and export XML again, or include another camera covering "
+                                    "the ending."
+                                  : "Include another camera covering this gap, or remove the "
+                                    "uncovered section in Final Cut and export XML again.");
+    }
+
+    /// Whether a camera may take the next free shot, after the shots so far.
+    bool mayChoose(const std::string& name, Frames frame) const {
+        bool isEligible = false;
+        bool isMainNext = false;
+        bool hasOther = false; // that is neither the main nor the current camera
+        for (const Camera& camera : cameras_) {
+            const bool isCurrent = camera.name == current_;
+            const bool isMain = camera.name == in_.mainCamera;
+            if (!shows(camera.footage, frame, frame + 1)) continue;
+            if (!isCurrent && double(frame - camera.lastEnd) < camera.waitFrames) continue;
+            isEligible |= camera.name == name;
+            isMainNext |= isMain && !isCurrent;
+            hasOther |= !isMain && !isCurrent;
+        }
+        const bool isMain = name == in_.mainCamera;
+        if (isMainNext || !isEligible) return isEligible && isMain;
+        return !hasOther || (!isMain && name != current_);
+    }
+
+    /// The shortest and the longest length that a shot may draw, before doubling.
+    std::pair<Frames, Frames> lengths(bool isMain) const {
+        const auto& range = isMain ? in_.mainRange : in_.otherRange;
+        if (range)
+            return {Frames(std::ceil(frames(range->lower))),
+                    Frames(std::floor(frames(range->upper)))};
+        const double mean =
+            frames(2 * in_.averageShot * std::abs((isMain ? 0 : 1) - in_.mainShare));
+        return {std::max<Frames>(std::llround(0.75 * mean), 1),
+                std::max<Frames>(std::llround(1.25 * mean), 1)};
+    }
+
+    /// Whether one shot, or several between which no other camera could come on, make a free cut.
+    bool mayLast(const Cut& cut, Frames limit) {
+        const bool isMain = cut.angle == in_.mainCamera;
+        const auto [least, most] = lengths(isMain);
+        if (least > most) return false;
+        const bool doubles = isMain && in_.doubleMain;
+        for (const FrameRange& range : footage(cut.angle))
+            if (range.lowerBound <= cut.start && cut.start < range.upperBound)
+                limit = std::min(limit, range.upperBound);
+        std::vector<Frames> changes{0}; // where a shot may begin, from the cut's start
+        for (Frames end = 1; end <= cut.duration; ++end) {
+            const auto mayHaveDrawn = [&](Frames shortest, Frames longest, Frames step) {
+                auto at = std::lower_bound(changes.begin(), changes.end(), end - longest);
+                while (at != changes.end() && *at <= end - shortest && (end - *at) % step != 0)
+                    ++at;
+                return at != changes.end() && *at <= end - shortest;
+            };
+            const bool isCutShort = cut.start + end == limit;
+            const bool mayEnd =
+                mayHaveDrawn(isCutShort ? 1 : least, most, 1) ||
+                (doubles && mayHaveDrawn(isCutShort ? 1 : 2 * least, 2 * most, isCutShort ? 1 : 2));
+            if (end == cut.duration && changes.size() > 1 && changes.front() < end - most)
+                ++longHolds;
+            if (end == cut.duration) return mayEnd;
+            if (mayEnd && mayChoose(cut.angle, cut.start + end)) changes.push_back(end);
+        }
+        return false;
+    }
+
+    const CutEngine& engine_;
+    const GenerationInputs& in_;
+    std::vector<FixedCameraSection> parts_; // in order, with the opening and the closing
+    std::vector<Camera> cameras_;           // the main camera first
+    std::string current_;
+};
+
+struct Dice {
+    std::mt19937_64 engine;
+
+    Frames below(Frames end) { return Frames(engine() % std::uint64_t(end)); }
+    bool oneIn(Frames count) { return below(count) == 0; }
+    double tenths(Frames least, Frames most) {
+        return double(least * 10 + below((most - least) * 10 + 1)) / 10;
+    }
+    std::string angle() { return std::string(1, char('A' + below(4))); }
+};
+
+/// Four cameras, each whole or with gaps, and sound.
+CutEngine drawnProject(Dice& dice) {
+    test::ProjectBuilder project;
+    const char* const rates[] = {"1/25s", "1001/30000s", "1/24s", "1/50s"};
+    project.frameDuration = rates[dice.below(4)];
+    project.length = 150 + dice.below(1500);
+    project.angles.clear();
+    for (const char* id : {"A", "B", "C", "D"}) {
+        test::AngleSpec angle{id, id, {}};
+        const bool isWhole = dice.oneIn(2);
+        for (Frames at = isWhole ? 0 : dice.below(200); at < project.length;) {
+            const Frames duration = isWhole ? project.length : 1 + dice.below(project.length);
+            angle.clips.push_back({at, duration});
+            at += duration + 1 + dice.below(200);
+        }
+        project.angles.push_back(angle);
+    }
+    project.angles.push_back({"E", "E", {{0, project.length}}, false});
+    return project.engine();
+}
+
+std::optional<SecondsRange> drawnRange(Dice& dice) {
+    if (dice.oneIn(4)) return std::nullopt;
+    if (dice.oneIn(40)) return SecondsRange{5.001, 5.009}; // without a frame at most rates
+    const double least = dice.tenths(1, 6);
+    return SecondsRange{least, least + (dice.oneIn(20) ? 0 : dice.tenths(1, 5))};
+}
+
+std::vector<FixedCameraSection> drawnSections(Dice& dice, const CutEngine& engine, Frames from) {
+    std::vector<FixedCameraSection> sections;
+    for (Frames count = dice.below(4); count > 0; --count) {
+        const std::string angle = dice.angle();
+        from += dice.below(2) * dice.below(engine.length / 3);
+        Frames length = 1 + dice.below(engine.length / 5);
+        for (const FrameRange& part : engine.coveredParts(angle, from, from + length))
+            if (!dice.oneIn(20)) from = part.lowerBound, length = part.upperBound - from;
+        sections.insert(sections.begin(), {angle, from, from + length});
+        from += length - (dice.oneIn(40) ? 1 : 0);
+    }
+    return sections;
+}
+
+/// Makes one of the values wrong that the checks look at.
+void spoil(GenerationInputs& in, Dice& dice) {
+    const double wrong[] = {-1, 0.9, 1000, std::numeric_limits<double>::infinity(), std::nan("")};
+    const double number = wrong[dice.below(5)];
+    const Frames which = dice.below(10);
+    if (which == 0) in.returnTimes[dice.angle()] = number == 0.9 ? 600.5 : number;
+    if (which == 1) in.otherCameras.clear();
+    if (which == 2) in.otherCameras.push_back(dice.oneIn(2) ? in.mainCamera : "E");
+    if (which == 3) in.mainShare = number == 0.9 ? 0.95 : number;
+    if (which == 4) in.averageShot = number;
+    if (which == 5) in.frequencies["E"] = number;
+    if (which == 6) in.mainRange = SecondsRange{0.9, 5};
+    if (which == 7) in.otherRange = SecondsRange{5, 120.5};
+    if (which == 8) in.opening = BookendShot{"A", number};
+    if (which == 9) in.closing = BookendShot{"A", dice.oneIn(2) ? number : 119};
+}
+
+GenerationInputs drawnInputs(Dice& dice, const CutEngine& engine) {
+    GenerationInputs in;
+    in.mainCamera = dice.angle();
+    for (const char* id : {"A", "B", "C", "D"}) {
+        if (id != in.mainCamera && !dice.oneIn(3)) in.otherCameras.push_back(id);
+        if (dice.oneIn(2)) in.frequencies[id] = dice.tenths(1, 10);
+        if (dice.oneIn(4)) in.returnTimes[id] = dice.tenths(0, 15);
+    }
+    in.mainShare = dice.tenths(1, 9) / 10;
+    in.averageShot = dice.tenths(4, 20);
+    in.doubleMain = dice.oneIn(2);
+    in.mainRange = drawnRange(dice);
+    in.otherRange = drawnRange(dice);
+    if (dice.oneIn(5)) in.opening = BookendShot{dice.angle(), dice.tenths(1, 5)};
+    if (dice.oneIn(5)) in.closing = BookendShot{dice.angle(), dice.tenths(1, 5)};
+    const double rate = double(engine.frameDenominator) / double(engine.frameNumerator);
+    in.sections =
+        drawnSections(dice, engine, in.opening ? std::llround(rate * in.opening->seconds) : 0);
+    for (Frames faults = dice.oneIn(8) ? 1 + dice.below(3) : 0; faults > 0; --faults)
+        spoil(in, dice);
+    return in;
+}
+
+TEST(GenerationProperties, everyListKeepsTheRulesAndEveryRefusalIsTheFirst) {
+    std::map<std::string, int> outcomes; // by the beginning of the sentence
+    int longHolds = 0;
+    for (std::uint64_t seed = 1; seed <= 500; ++seed) {
+        Dice dice{std::mt19937_64(seed)};
+        const CutEngine engine = drawnProject(dice);
+        for (int turn = 0; turn < 200; ++turn) {
+            const GenerationInputs in = drawnInputs(dice, engine);
+            SeededRandom random(seed + 1000 * std::uint64_t(turn));
+            Cuts cuts;
+            const std::string failure =
+                test::failureOf([&] { cuts = engine.generateCuts(in, random, risingUUIDs()); });
+            Rules rules(engine, in);
+            const std::string refusal = rules.refusal();
+            if (!refusal.empty())
+                ASSERT_EQ(failure, refusal) << "seed " << seed << ", turn " << turn;
+            else if (!failure.empty())
+                ASSERT_TRUE(rules.mayEndWith(failure)) << failure << seed << ", turn " << turn;
+            else
+                ASSERT_EQ(rules.broken(cuts), "") << "seed " << seed << ", turn " << turn;
+            ++outcomes[failure.substr(0, 26)];
+            longHolds += rules.longHolds;
+        }
+    }
+    EXPECT_GT(outcomes[""], 40'000);
+    EXPECT_GT(longHolds, 1000);
+    EXPECT_EQ(outcomes.size(), 15U); // a list, and all sentences but the guard's
+}
+
+/// Shots of A and others by turns over a long project without gaps, each drawn as its kind draws.
+struct LongEdit {
+    GenerationInputs in;
+    Frames length = 10'000'000;
+
+    explicit LongEdit(double share) {
+        in.mainCamera = "A";
+        in.otherCameras = {"B", "C", "D"};
+        in.mainShare = share;
+    }
+    /// How long A, and the others, are on screen each time, in frames.
+    std::pair<std::vector<double>, std::vector<double>> durations() {
+        test::ProjectBuilder project;
+        project.length = length;
+        project.angles.clear();
+        for (const char* id : {"A", "B", "C", "D"})
+            project.angles.push_back({id, id, {{0, length}}});
+        SeededRandom random(2025);
+        Cuts cuts = project.engine().generateCuts(in, random, risingUUIDs());
+        cuts.resize(cuts.size() / 2 * 2 - 2); // whole pairs, none of them cut short
+        std::pair<std::vector<double>, std::vector<double>> result;
+        for (const Cut& cut : cuts) {
+            (cut.angle == "A" ? result.first : result.second).push_back(double(cut.duration));
+            ++shots[cut.angle];
+        }
+        return result;
+    }
+    std::map<std::string, int> shots;
+};
+
+double meanOf(const std::vector<double>& values) {
+    return std::accumulate(values.begin(), values.end(), 0.0) / double(values.size());
+}
+
+double varianceOf(const std::vector<double>& values) {
+    const double mean = meanOf(values);
+    return std::accumulate(
+               values.begin(), values.end(), 0.0,
+               [&](double sum, double value) { return sum + (value - mean) * (value - mean); }) /
+           double(values.size());
+}
+
+/// Within five times the deviation that so many draws of a chance have.
+void expectChance(int hits, std::size_t draws, double chance, const std::string& what) {
+    const double expected = chance * double(draws);
+    EXPECT_NEAR(hits, expected, 5 * std::sqrt(expected * (1 - chance))) << what;
+}
+
+TEST(GenerationProperties, camerasComeAsOftenAsTheirWeightsAskAndHoldsDoubleOnceInFour) {
+    LongEdit edit(0.5);
+    edit.in.doubleMain = true;
+    edit.in.mainRange = edit.in.otherRange = SecondsRange{6, 6};
+    edit.in.frequencies = {{"A", 10}, {"B", 10}, {"C", 1}}; // and 5 for D
+    const auto [main, other] = edit.durations();
+    ASSERT_GT(main.size(), 20'000U);
+    ASSERT_EQ(main.size(), other.size());
+    for (const auto& [camera, weight] : {std::pair{"B", 10}, {"C", 1}, {"D", 5}})
+        expectChance(edit.shots[camera], other.size(), weight / 16.0, camera);
+    const auto doubled = std::count(main.begin(), main.end(), 300);
+    EXPECT_EQ(doubled + std::count(main.begin(), main.end(), 150), std::ssize(main));
+    EXPECT_EQ(std::count(other.begin(), other.end(), 150), std::ssize(other));
+    expectChance(int(doubled), main.size(), 0.25, "doubled");
+}
+
+TEST(GenerationProperties, lengthsAndTheMainShareAverageWhatTheArithmeticSays) {
+    struct Row {
+        double share;
+        std::optional<SecondsRange> main;
+        std::optional<SecondsRange> other;
+        double mainMean; // seconds
+        double otherMean;
+        bool doubles = false;
+    };
+    const Row rows[] = {
+        {0.7, std::nullopt, std::nullopt, 14, 6}, // the share itself: twice the average, divided
+        {0.1, std::nullopt, std::nullopt, 2, 18},
+        {0.7, SecondsRange{10, 25}, SecondsRange{4, 8}, 14, 7.5}, // a fresh editor's
+        {0.7, SecondsRange{10, 25}, SecondsRange{4, 8}, 17.5, 7.5, true},
+        {0.5, SecondsRange{2, 12}, SecondsRange{4, 8}, 6, 7},
+        {0.9, SecondsRange{4, 8}, SecondsRange{4, 8}, 7.6, 4.4}, // held within nine tenths
+        {0.1, SecondsRange{4, 8}, SecondsRange{4, 24}, 4.4, 22},
+        {0.6, SecondsRange{5, 35}, std::nullopt, 15, 8}, // against the average of 10
+        {0.4, std::nullopt, SecondsRange{5, 35}, 8, 15}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        LongEdit edit(row.share);
+        edit.in.mainRange = row.main;
+        edit.in.otherRange = row.other;
+        edit.in.doubleMain = row.doubles;
+        const auto [main, other] = edit.durations();
+        const auto count = double(main.size());
+        const double mainError = 5 * std::sqrt(varianceOf(main) / count) / 25;
+        const double otherError = 5 * std::sqrt(varianceOf(other) / count) / 25;
+        // Whole frames draw a mean by half a frame at most.
+        EXPECT_NEAR(meanOf(main), 25 * row.mainMean, 25 * mainError + (row.doubles ? 1 : 0.5));
+        EXPECT_NEAR(meanOf(other), 25 * row.otherMean, 25 * otherError + 0.5);
+
+        const double expected = row.mainMean / (row.mainMean + row.otherMean);
+        const double actual = meanOf(main) / (meanOf(main) + meanOf(other));
+        const double error =
+            std::hypot((1 - expected) * (mainError + 0.02), expected * (otherError + 0.02)) /
+            (row.mainMean + row.otherMean);
+        EXPECT_NEAR(actual, expected, error);
+    }
+}
+
+} // namespace
+} // namespace shotweaver
