@@ -1,0 +1,118 @@
+// Any bytes as a stored session, presets, a revision or a manual: what reads is written again and
+// reads back as the same.
+
+#include "engine/CutEngine.h"
+#include "fuzz/Check.h"
+#include "fuzz/ExportChecks.h"
+#include "help/AbsoluteURL.h"
+#include "help/ManualSearch.h"
+#include "help/ShotweaverManual.h"
+#include "persistence/EditPreset.h"
+#include "persistence/RecordJson.h"
+#include "persistence/SavedEditSession.h"
+
+namespace shotweaver::fuzz {
+
+namespace {
+
+/// What a stored text reads as; nothing when it is refused.
+template <class Read>
+auto readIf(Read read, std::string_view text) -> std::optional<decltype(read(text))> {
+    std::optional<decltype(read(text))> value;
+    refusalOf([&] { value = read(text); });
+    return value;
+}
+
+std::string encoded(const SavedEditSession& session) {
+    SessionEncoder encoder(session.sourceXML);
+    std::string text;
+    for (const std::string_view piece : encoder.encode(session.settings, session.history))
+        text += piece;
+    return text;
+}
+
+/// A session that is accepted as a whole is one that the panel opens: each of its edits exports, or
+/// says why it does not.
+void checkAccepted(const SavedEditSession& session) {
+    std::optional<CutEngine> engine;
+    const auto refusal = refusalOf([&] {
+        engine.emplace(session.sourceXML);
+        validateSession(session, *engine);
+    });
+    if (refusal) return;
+    SeededRandom random(1);
+    const UUIDMaker makeUUID = [&random] { return UUID::random(random); };
+    for (const EditRevision& revision : session.history.items) {
+        std::string exported;
+        const auto exportRefusal = refusalOf([&] {
+            exported = engine->exportDocument(revision.cuts, revision.settings.audio, makeUUID);
+        });
+        if (!exportRefusal) checkExport(*engine, revision.cuts, revision.settings.audio, exported);
+    }
+}
+
+void checkSession(std::string_view bytes) {
+    auto session = readIf(readSession, bytes);
+    // A space in front keeps the reader off its short way.
+    require(readIf(readSession, " " + std::string(bytes)) == session,
+            "both ways to read a session agree");
+    if (!session) return;
+    checkAccepted(*session);
+    session->version = 1; // what is written is always of this version
+    const std::string text = encoded(*session);
+    const auto again = readIf(readSession, text);
+    require(again == session, "a session reads back", text);
+    require(encoded(*again) == text, "a session is written the same again", text);
+}
+
+void checkPresets(std::string_view bytes) {
+    const auto presets = readIf(loadPresets, bytes);
+    if (!presets) return;
+    const std::string text = encodePresets(*presets);
+    require(readIf(loadPresets, text) == presets, "presets read back", text);
+}
+
+EditRevision revisionOf(std::string_view text) {
+    const Json json = parseJson(text);
+    return readRevision(JsonReader(json));
+}
+
+void checkRevision(std::string_view bytes) {
+    const auto revision = readIf(revisionOf, bytes);
+    if (!revision) return;
+    const std::string text = revisionText(*revision);
+    require(readIf(revisionOf, text) == revision, "a revision reads back", text);
+}
+
+void checkManual(std::string_view bytes) {
+    const auto manual = readIf(readManual, bytes);
+    if (!manual) return;
+    for (const ShotweaverManual::Section& section : manual->sections) {
+        for (const ShotweaverManual::Block& block : section.blocks) {
+            if (!block.links) continue;
+            for (const ShotweaverManual::LinkItem& link : *block.links)
+                require(isAbsoluteURL(link.url), "a manual's link is absolute", link.url);
+        }
+    }
+    HelpContent content(*manual, "en");
+    content.setQuery(manual->title);
+    const std::vector<const ShotweaverManual::Section*> found = content.sections();
+    require(found.size() <= manual->sections.size() &&
+                (content.shownSection() == nullptr) == found.empty(),
+            "a search shows a topic when it finds some");
+    content.showAll();
+    require(content.sections().size() == manual->sections.size(), "all topics can be shown");
+}
+
+} // namespace
+
+} // namespace shotweaver::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes = shotweaver::fuzz::textOf(data, size);
+    shotweaver::fuzz::checkSession(bytes);
+    shotweaver::fuzz::checkPresets(bytes);
+    shotweaver::fuzz::checkRevision(bytes);
+    shotweaver::fuzz::checkManual(bytes);
+    return 0;
+}

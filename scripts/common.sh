@@ -10,12 +10,13 @@ cd "$root"
 # shellcheck disable=SC2034
 folders=(platform engine persistence editor help host cli editor/views help/views host/views)
 
-# What a build needs, and what else the tests, the checks and the benchmarks need.
+# What a build needs, and what else the checks, the benchmarks and the fuzzers need.
 build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev libfmt-dev
     nlohmann-json3-dev libcli11-dev libfast-float-dev libgtest-dev libbenchmark-dev qt6-base-dev
     fonts-open-sans)
 check_packages=(clang-format clang-tidy)
 benchmark_packages=(libxml2-utils)
+fuzz_packages=(clang libclang-rt-14-dev)
 
 # Installs what is missing, asking dpkg first so that a second run costs nothing. Other systems
 # bring the libraries of the README's list themselves.
