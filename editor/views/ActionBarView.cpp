@@ -10,6 +10,8 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include <functional>
+
 namespace shotweaver {
 
 namespace {
@@ -53,7 +55,8 @@ QPushButton* ActionBarView::addButton(const char* name, const char* help,
     button->setObjectName(QString::fromUtf8(name));
     button->setToolTip(QStringLiteral("%1 (%2)").arg(QString::fromUtf8(help),
                                                      shortcut.toString(QKeySequence::NativeText)));
-    connect(button, &QPushButton::clicked, this, [this, operation] { (editor_.*operation)(); });
+    connect(button, &QPushButton::clicked, this,
+            [this, operation] { std::invoke(operation, editor_); });
     // Not the button's own, which a change of its label would drop.
     connect(new QShortcut(shortcut, this), &QShortcut::activated, button,
             [button] { button->click(); });

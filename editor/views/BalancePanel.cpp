@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <functional>
+
 namespace shotweaver {
 
 BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
@@ -45,7 +47,8 @@ BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
 Stepper* BalancePanel::makeStepper(const QString& name, const QString& owner, SetSeconds set) {
     auto* const stepper = new Stepper(shotLengthRange, owner);
     stepper->setObjectName(name);
-    connect(stepper, &Stepper::stepped, this, [this, set](double value) { (editor_.*set)(value); });
+    connect(stepper, &Stepper::stepped, this,
+            [this, set](double value) { std::invoke(set, editor_, value); });
     return stepper;
 }
 

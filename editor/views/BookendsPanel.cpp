@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <functional>
+
 namespace shotweaver {
 
 namespace {
@@ -41,11 +43,13 @@ BookendsPanel::Row BookendsPanel::makeRow(const QString& prefix, const QString& 
     row.camera->setAccessibleDescription(title);
     row.seconds->setObjectName(prefix + QStringLiteral("Seconds"));
     connect(row.enabled, &Toggle::switched, this,
-            [this, operations](bool isOn) { (editor_.*operations.setEnabled)(isOn); });
-    connect(row.camera, &Picker::chosen, this,
-            [this, operations](const std::string& id) { (editor_.*operations.setCamera)(id); });
-    connect(row.seconds, &Stepper::stepped, this,
-            [this, operations](double seconds) { (editor_.*operations.setSeconds)(seconds); });
+            [this, operations](bool isOn) { std::invoke(operations.setEnabled, editor_, isOn); });
+    connect(row.camera, &Picker::chosen, this, [this, operations](const std::string& id) {
+        std::invoke(operations.setCamera, editor_, id);
+    });
+    connect(row.seconds, &Stepper::stepped, this, [this, operations](double seconds) {
+        std::invoke(operations.setSeconds, editor_, seconds);
+    });
     return row;
 }
 

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <functional>
+
 namespace shotweaver {
 
 PresetsPanel::PresetsPanel(ContentView& editor, QWidget* parent)
@@ -39,7 +41,8 @@ QPushButton* PresetsPanel::makeButton(const QString& title, const QString& name,
     auto* const button = new QPushButton(title);
     button->setObjectName(name);
     button->setAccessibleName(title);
-    connect(button, &QPushButton::clicked, this, [this, operation] { (editor_.*operation)(); });
+    connect(button, &QPushButton::clicked, this,
+            [this, operation] { std::invoke(operation, editor_); });
     return button;
 }
 

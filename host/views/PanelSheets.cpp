@@ -9,6 +9,8 @@
 #include <QDialog>
 #include <QVBoxLayout>
 
+#include <functional>
+
 namespace shotweaver {
 
 PanelSheets::PanelSheets(ContentView& editor, QWidget* window,
@@ -34,7 +36,7 @@ void PanelSheets::follow(QPointer<QDialog>& sheet, bool isWanted, QDialog* (Pane
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     connect(sheet, &QDialog::finished, this, [this, &sheet, setShown] {
         sheet.clear(); // it goes later, and may be asked for again before
-        (editor_.*setShown)(false);
+        std::invoke(setShown, editor_, false);
     });
     sheet->open();
 }
