@@ -74,6 +74,12 @@ void print(const std::string& name, double milliseconds) {
     fmt::print("{:<58} {:>9.2f} ms\n", name, milliseconds);
 }
 
+/// Lets the window paint itself, as it does once it is shown.
+void firstPaint() {
+    QApplication::processEvents();
+}
+
+/// Has all of the window painted, whatever it thinks has changed.
 void paint(QWidget& window) {
     QApplication::processEvents();
     QImage image(window.size(), QImage::Format_ARGB32_Premultiplied);
@@ -86,7 +92,7 @@ void startEmptyWindow() {
     QWidget window;
     window.resize(windowSize);
     window.show();
-    paint(window);
+    firstPaint();
 }
 
 void startPanel(const std::string& folder) {
@@ -96,7 +102,7 @@ void startPanel(const std::string& folder) {
     root.resize(windowSize);
     bench.editor.appear();
     root.show();
-    paint(root);
+    firstPaint();
 }
 
 double startOf(const QStringList& arguments) {
