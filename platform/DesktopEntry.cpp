@@ -151,7 +151,7 @@ class FieldCodes {
         }
     }
 
-    /// The specification allows one code for files: any further one stands for nothing.
+    /// A command may hold one code for files: any further one stands for nothing.
     std::string place(std::string file) {
         return std::exchange(filePlaced_, true) ? "" : std::move(file);
     }
