@@ -3,6 +3,7 @@
 // costs.
 
 #include "benchmarks/BenchmarkDocuments.h"
+#include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
 #include "editor/EditPlan.h"
 #include "editor/ProjectDefaults.h"
@@ -32,15 +33,6 @@ constexpr int rounds = 7;
 constexpr std::size_t clipsPerAngle = 16'000; // a document of 40 MB
 constexpr std::size_t clipFrames = 20;        // and of three hours
 constexpr int revisions = 200;
-
-class SilentHost final : public HostServices {
-  public:
-    std::optional<std::string> chooseItem(const OpenPanel&) override { return std::nullopt; }
-    bool startAccess(const std::string&) override { return false; }
-    void stopAccess(const std::string&) override {}
-    void openInFinalCut(const std::string&, OpenCompletion completion) override { completion({}); }
-    void later(std::function<void()> function) override { function(); }
-};
 
 /// An editor on the state in a folder.
 struct Bench {

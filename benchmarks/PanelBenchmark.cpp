@@ -2,6 +2,7 @@
 // empty window, and what a user's actions cost until they are painted, without their save.
 
 #include "benchmarks/BenchmarkDocuments.h"
+#include "benchmarks/SilentHost.h"
 #include "editor/EditPlan.h"
 #include "editor/ProjectDefaults.h"
 #include "editor/views/Controls.h"
@@ -29,15 +30,6 @@ namespace {
 
 constexpr QSize windowSize(960, 860);
 constexpr int rounds = 9;
-
-class SilentHost final : public HostServices {
-  public:
-    std::optional<std::string> chooseItem(const OpenPanel&) override { return std::nullopt; }
-    bool startAccess(const std::string&) override { return false; }
-    void stopAccess(const std::string&) override {}
-    void openInFinalCut(const std::string&, OpenCompletion completion) override { completion({}); }
-    void later(std::function<void()> function) override { function(); }
-};
 
 struct Bench {
     explicit Bench(const std::string& folder)

@@ -1,5 +1,6 @@
 // Makes the pictures of the windows from the example, without a display: every state in every size.
 
+#include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
 #include "editor/views/Controls.h"
 #include "editor/views/Style.h"
@@ -23,15 +24,6 @@
 
 namespace shotweaver {
 namespace {
-
-class SilentHost final : public HostServices {
-  public:
-    std::optional<std::string> chooseItem(const OpenPanel&) override { return std::nullopt; }
-    bool startAccess(const std::string&) override { return false; }
-    void stopAccess(const std::string&) override {}
-    void openInFinalCut(const std::string&, OpenCompletion completion) override { completion({}); }
-    void later(std::function<void()> function) override { function(); }
-};
 
 /// A panel on a state of its own: nothing of the user's is read or written.
 class Studio {
