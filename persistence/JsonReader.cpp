@@ -1,5 +1,6 @@
 #include "persistence/JsonReader.h"
 
+#include "platform/NumberText.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
@@ -112,7 +113,9 @@ class StrictBuilder final : public nlohmann::json_sax<Json> {
 
 Json parseJson(std::string_view text) {
     StrictBuilder builder(text);
-    Json::sax_parse(text, &builder);
+    // The library reads numbers with the locale's decimal mark, and ends the program over one of
+    // several bytes.
+    withPlainNumbers([&] { Json::sax_parse(text, &builder); });
     return builder.take();
 }
 
@@ -158,6 +161,10 @@ JsonReader JsonReader::at(std::string_view key) const& {
     if (found == object().end())
         throw PlatformError(fmt::format("The JSON has no \"{}\".", memberPath(key)));
     return JsonReader(found->second, *this, found->first, 0);
+}
+
+bool JsonReader::has(std::string_view key) const {
+    return object().find(key) != object().end();
 }
 
 std::optional<JsonReader> JsonReader::find(std::string_view key) const& {

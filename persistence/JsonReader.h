@@ -60,6 +60,9 @@ class JsonReader {
     JsonReader at(std::string_view key) const&;
     JsonReader at(std::string_view key) const&& = delete;
 
+    /// Whether an object has a key, null or not.
+    bool has(std::string_view key) const;
+
     /// The value of a key that an object may have; nothing when it is absent or null.
     std::optional<JsonReader> find(std::string_view key) const&;
     std::optional<JsonReader> find(std::string_view key) const&& = delete;

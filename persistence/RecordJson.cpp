@@ -86,7 +86,7 @@ EditSettings readSettings(const JsonReader& json) {
 
 EditSettings readSettingsOver(const JsonReader& json, EditSettings settings) {
     visitFields(settings, [&](std::string_view key, auto& field) {
-        if (const auto found = json.find(key)) decode(*found, field);
+        if (json.has(key)) decode(json.at(key), field);
     });
     return settings;
 }

@@ -3,9 +3,15 @@
 #include <fast_float/fast_float.h>
 #include <fmt/format.h>
 
+#include <locale.h>
+#ifdef __APPLE__
+#include <xlocale.h>
+#endif
+
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <new>
 
 namespace shotweaver {
 
@@ -43,6 +49,25 @@ bool isDecimalForm(std::string_view text) {
     }
     return at == text.size();
 }
+
+/// The C locale for one thread, while it lives.
+class ThreadLocale {
+  public:
+    ThreadLocale() : plain_(newlocale(LC_ALL_MASK, "C", nullptr)) {
+        if (plain_ == nullptr) throw std::bad_alloc();
+        former_ = uselocale(plain_);
+    }
+    ThreadLocale(const ThreadLocale&) = delete;
+    ThreadLocale& operator=(const ThreadLocale&) = delete;
+    ~ThreadLocale() {
+        uselocale(former_);
+        freelocale(plain_);
+    }
+
+  private:
+    locale_t plain_;
+    locale_t former_ = nullptr;
+};
 
 } // namespace
 
@@ -94,6 +119,11 @@ std::string shortestDecimal(double value) {
 
 std::string fixedDecimal(double value, int decimals) {
     return fmt::format("{:.{}f}", value, decimals);
+}
+
+void withPlainNumbers(const std::function<void()>& work) {
+    const ThreadLocale plain;
+    work();
 }
 
 } // namespace shotweaver

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,5 +27,10 @@ std::string shortestDecimal(double value);
 
 /// A fixed number of decimals, correctly rounded, with a full stop as decimal mark.
 std::string fixedDecimal(double value, int decimals);
+
+/// Does `work` while the C library reads and writes this thread's numbers as in the C locale: for
+/// libraries that ask the locale, whose decimal mark may be a comma or several bytes. Throws what
+/// `work` throws.
+void withPlainNumbers(const std::function<void()>& work);
 
 } // namespace shotweaver

@@ -1,14 +1,15 @@
 #include "persistence/RecordJson.h"
+#include "platform/Programs.h"
 #include "tests/support/ProjectBuilder.h"
+#include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+#include <cstdlib>
+
 namespace shotweaver::test {
 namespace {
-
-std::string repeated(int count, const std::string& text) {
-    return count == 0 ? "" : text + repeated(count - 1, text);
-}
 
 TEST(JsonReader, whatIsNotOneStrictDocumentIsRefused) {
     const std::string tooDeep = "The JSON is nested more than 64 levels deep.";
@@ -30,6 +31,32 @@ TEST(JsonReader, whatIsNotOneStrictDocumentIsRefused) {
 
     for (const char* text : {"\"\xFF\"", R"("\ud800")", "{'a': 1}", "[NaN]", "[01]", "// no\n1"})
         EXPECT_NE(failureOf([&] { parseJson(text); }), "") << text;
+}
+
+constexpr const char* twoByteMark = "\xd9\xab";
+
+/// Makes a locale with a decimal mark of two bytes, and makes it the process's.
+bool setTwoByteMark() {
+    const TestFolder folder;
+    const std::string numbers = folder.write(
+        "numbers", std::string("LC_NUMERIC\ndecimal_point \"<U066B>\"\nthousands_sep \"\"\n") +
+                       "grouping -1\nEND LC_NUMERIC\n");
+    const std::string characters = folder.write(
+        "characters", std::string("<code_set_name> UTF-8\n<escape_char> /\n<mb_cur_min> 1\n") +
+                          "<mb_cur_max> 2\nCHARMAP\n<U066B> /xd9/xab mark\nEND CHARMAP\n");
+    const auto localedef = findProgram("localedef", systemEnvironment());
+    if (!localedef) return false;
+    runProgram({*localedef, "-c", "-i", numbers, "-f", characters, folder.path("two-bytes")});
+    setenv("LOCPATH", folder.path().c_str(), 1);
+    return std::setlocale(LC_NUMERIC, "two-bytes") != nullptr &&
+           std::localeconv()->decimal_point == std::string_view(twoByteMark);
+}
+
+TEST(JsonReader, numbersAreReadTheSameWayUnderEveryLocale) {
+    if (!setTwoByteMark()) GTEST_SKIP() << "this system makes no such locale";
+    EXPECT_EQ(parseJson("[12.5, 1e-7]"), Json({12.5, 1e-7}));
+    EXPECT_STREQ(std::localeconv()->decimal_point, twoByteMark);
+    std::setlocale(LC_NUMERIC, "C");
 }
 
 EditRevision revision() {
@@ -83,8 +110,10 @@ TEST(RecordJson, givenSettingsReplaceWholeValues) {
     EditSettings expected = revision().settings;
     expected.frequencies = {{"Z", 1}}; // the old entries are gone
     expected.otherCameras.clear();
-    EXPECT_EQ(over(R"({"x": [1], "sections": null, "frequencies": {"Z": 1}, "otherCameras": []})"),
+    EXPECT_EQ(over(R"({"x": [1], "frequencies": {"Z": 1}, "otherCameras": []})"),
               expected);
+    EXPECT_EQ(failureOf([&] { over(R"({"audio": null})"); }),
+              "The JSON's \"audio\" must be a string.");
 }
 
 } // namespace

@@ -62,13 +62,18 @@ std::string compoundMedia(const std::string& id, const std::string& content) {
                        content);
 }
 
+std::string repeated(int count, const std::string& text) {
+    std::string result;
+    for (; count > 0; --count)
+        result += text;
+    return result;
+}
+
 std::string mediaChain(int count, int uses, const std::string& end) {
     std::string media = compoundMedia(fmt::format("M{}", count), end);
     for (int i = 1; i < count; ++i) {
-        std::string content;
-        for (int use = 0; use < uses; ++use)
-            content += fmt::format("<ref-clip ref='M{}'/>", i + 1);
-        media += compoundMedia(fmt::format("M{}", i), content);
+        const std::string use = fmt::format("<ref-clip ref='M{}'/>", i + 1);
+        media += compoundMedia(fmt::format("M{}", i), repeated(uses, use));
     }
     return media;
 }

@@ -47,6 +47,8 @@ struct ProjectBuilder {
     CutEngine engine() const { return CutEngine(xml()); }
 };
 
+std::string repeated(int count, const std::string& text);
+
 /// A "media" element, what a compound clip refers to.
 std::string compoundMedia(const std::string& id, const std::string& content);
 
