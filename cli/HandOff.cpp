@@ -4,6 +4,7 @@
 #include "host/SystemWorkspace.h"
 
 #include <condition_variable>
+#include <filesystem>
 #include <functional>
 #include <mutex>
 #include <queue>
@@ -53,7 +54,7 @@ std::optional<std::string> handOff(const std::string& xmlPath, const Environment
     std::optional<HostError> failure;
     const std::unique_ptr<Workspace> workspace = systemWorkspace(environment);
     openInFinalCut(
-        xmlPath, *workspace, access,
+        std::filesystem::absolute(xmlPath).string(), *workspace, access,
         [&](std::function<void()> call) { calls.add(std::move(call)); },
         [&](const std::optional<HostError>& error) {
             isDone = true;

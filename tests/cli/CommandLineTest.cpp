@@ -6,7 +6,10 @@
 #include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 namespace shotweaver::test {
@@ -189,7 +192,7 @@ TEST(GenerateCommand, aSeedGivesTheSameShotsWithFreshIdentifiers) {
 
 TEST(GenerateCommand, flagsFollowTheSettingsFileAndTheImport) {
     const TestFolder folder;
-    const std::string file = folder.write("s.json", R"({"mainShare": 40, "audio": null, "x": 1,
+    const std::string file = folder.write("s.json", R"({"mainShare": 40, "x": [null],
         "averageShot": 5, "otherMinimum": 9, "mainCamera": "/b", "otherCameras": ["-c"],
         "frequencies": {"-c": 3}})");
     const std::pair<Arguments, const char*> rows[] = {
@@ -309,6 +312,24 @@ TEST(HandOff, filesAreNamedAlsoWhenNothingOpensThem) {
     const auto [status, out, err] = run(arguments, ProjectBuilder().xml(), false, user);
     EXPECT_EQ(status, 0) << err;
     EXPECT_TRUE(out.ends_with(second)) << out;
+}
+
+TEST(HandOff, aRelativePathIsFoundFromElsewhere) {
+    namespace fs = std::filesystem;
+    const TestFolder home;
+    const std::string pipe = home.path("opened");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const std::string script = home.write("script", "printf %s \"$1\" >\"" + pipe + "\"\n");
+    home.write(".local/share/applications/com.apple.FinalCut.desktop",
+               "[Desktop Entry]\nType=Application\nName=FCP\nPath=/\nExec=sh " + script + " %f\n");
+    const std::string folder = fs::relative(home.path()).string();
+    const auto [status, out, err] = run({"generate", "-", "--output", folder, "--open"},
+                                        ProjectBuilder().xml(), false, userAt(home));
+    ASSERT_EQ(status, 0) << err;
+    std::string opened;
+    std::getline(std::ifstream(pipe), opened, '\0'); // waits for the script
+    EXPECT_TRUE(fs::path(opened).is_absolute()) << opened;
+    EXPECT_TRUE(fs::exists(opened)) << opened;
 }
 
 } // namespace
