@@ -10,13 +10,6 @@ namespace shotweaver {
 
 namespace {
 
-// Elements may lie in each other this deep, through compound clips too; it bounds the stack. An
-// angle that is kept at all may be 40 deep.
-constexpr int maximumDepth = 4000;
-
-// Elements in compound clips that may be looked at more than once.
-constexpr std::int64_t maximumVisits = 10'000'000;
-
 [[noreturn]] void refuseExplosion() {
     throw FinalCutImportError::invalid(
         "The compound clips in this export are nested too often to be read. Simplify them in Final "
@@ -33,61 +26,103 @@ ImportedAngle AngleImport::parseAngle(pugi::xml_node angle) {
     const auto id = attribute(angle, "angleID");
     if (!id) throw FinalCutImportError::invalid("A camera angle is missing its identifier.");
     angle_ = {};
-    collectMediaClips(angle, 0);
+    const std::int64_t clipCount = readClips(angle);
 
     const Elements gaps = elements(angle, "gap");
     ImportedAngle result;
     result.id = *id;
     result.name = attributeOr(angle, "name", "Unnamed angle");
     result.cameras = joined(angle_.cameras.sorted(), ", ");
-    result.clipCount = angle_.clipCount;
+    result.clipCount = clipCount;
     result.gapCount = std::distance(gaps.begin(), gaps.end());
     result.firstRecording = angle_.firstRecording;
     return result;
 }
 
-/// Reads the media clips below an element, in document order; those of a compound clip come after
-/// the element's own.
-void AngleImport::collectMediaClips(pugi::xml_node element, int depth) {
-    const ClipAttributes attributes(element);
-    if (attributes.isDisabled()) return;
-    if (isMediaClipKind(element.name())) return readMediaClip(attributes);
-    if (depth >= maximumDepth) refuseExplosion();
-    if (compoundDepth_ > 0) countVisit();
-    if (referencedMedia(attributes, element)) return enterCompound(attributes, element, depth);
-    for (const pugi::xml_node child : elements(element))
-        collectMediaClips(child, depth + 1);
+/// Reads the media clips of an angle, in document order; those of a compound clip come after the
+/// clip's own children. Gives their number.
+std::int64_t AngleImport::readClips(pugi::xml_node angle) {
+    levels_.assign(1, {});
+    readElement(angle);
+    while (levels_.size() > 1) {
+        Elements::Iterator& next = levels_.back().next;
+        if (next == Elements::Iterator())
+            leave();
+        else
+            readElement(*next++);
+    }
+    return levels_.front().count.clips;
 }
 
-void AngleImport::enterCompound(const ClipAttributes& clip, pugi::xml_node element, int depth) {
-    const MediaID id = *clip.ref;
-    const Media& media = *resources_.media(id);
-    // Entered for the clip's own children already.
-    path_.emplace(id, static_cast<int>(path_.size()));
-    ++ownChildrenDepth_;
-    for (const pugi::xml_node child : elements(element))
-        collectMediaClips(child, depth + 1);
-    --ownChildrenDepth_;
-    const bool isFirstVisit = angle_.seenMedia.insert(id).second;
-    ++compoundDepth_;
-    if (isFirstVisit) {
-        for (const pugi::xml_node sequence : elements(media.element, "sequence"))
-            collectMediaClips(sequence, depth + 1);
+void AngleImport::readElement(pugi::xml_node element) {
+    const ClipAttributes attributes(element);
+    if (attributes.isDisabled()) return;
+    if (isMediaClipKind(element.name())) {
+        addClips(levels_.back().count.clips, 1);
+        return readMediaClip(attributes);
     }
-    --compoundDepth_;
-    path_.erase(id);
+    Level children;
+    children.next = elements(element).begin();
+    if (attributes.ref && isElement(element, "ref-clip") &&
+        enterCompound(*attributes.ref, children))
+        ++ownChildrenDepth_;
+    levels_.push_back(children);
+}
 
-    if (compoundDepth_ > 0) return;
-    MediaCount count;
-    countMedia(id, media, depth, count);
-    addClips(angle_.clipCount, count.clips);
+/// False for a compound clip that contributes only its own children: its media is missing, or is
+/// being entered already.
+bool AngleImport::enterCompound(MediaID id, Level& ownChildren) {
+    const Media* const media = resources_.media(id);
+    if (!media) return false;
+    const auto [entered, isNew] = path_.try_emplace(id, path_.size());
+    if (!isNew) {
+        MediaCount& around = levels_.back().count;
+        around.outermostHit = std::min(around.outermostHit, entered->second);
+        return false;
+    }
+    ownChildren.kind = Level::Kind::ownChildren;
+    ownChildren.id = id;
+    ownChildren.media = media;
+    return true;
+}
+
+/// Goes on with what the media of a compound clip holds, unless that is known. A number that is
+/// known holds wherever the media is used by other media; among a compound clip's own children it
+/// may lead to that clip's media, which is being entered, and is counted anew.
+void AngleImport::enterMedia(const Level& ownChildren) {
+    const auto known = known_.find(ownChildren.id);
+    const bool isNew = angle_.seenMedia.insert(ownChildren.id).second;
+    if (!isNew && known != known_.end() && ownChildrenDepth_ == 0) {
+        path_.erase(ownChildren.id);
+        return addClips(levels_.back().count.clips, known->second);
+    }
+    if (!reading_.mayRead(ownChildren.media->element)) refuseExplosion();
+    Level content = ownChildren;
+    content.kind = Level::Kind::media;
+    content.next = elements(ownChildren.media->element, "sequence").begin();
+    content.count = {};
+    levels_.push_back(content);
+}
+
+/// Ends the innermost level. What a media holds is remembered unless the media comes back to itself
+/// or to one around it.
+void AngleImport::leave() {
+    const Level level = levels_.back();
+    levels_.pop_back();
+    MediaCount& around = levels_.back().count;
+    addClips(around.clips, level.count.clips);
+    around.outermostHit = std::min(around.outermostHit, level.count.outermostHit);
+    if (level.kind == Level::Kind::ownChildren) {
+        --ownChildrenDepth_;
+        enterMedia(level);
+    } else if (level.kind == Level::Kind::media) {
+        const auto place = path_.find(level.id);
+        if (level.count.outermostHit > place->second) known_.emplace(level.id, level.count.clips);
+        path_.erase(place);
+    }
 }
 
 void AngleImport::readMediaClip(const ClipAttributes& clip) {
-    if (compoundDepth_ == 0)
-        ++angle_.clipCount;
-    else
-        countVisit();
     const double offset = parseSeconds(clip.offset.value_or("0s"));
     if (!angle_.firstRecording || offset < *angle_.firstRecording) angle_.firstRecording = offset;
 
@@ -99,6 +134,7 @@ void AngleImport::readMediaClip(const ClipAttributes& clip) {
 }
 
 void AngleImport::readAsset(const Asset& asset) {
+    if (!reading_.mayRead(asset.element)) refuseExplosion();
     for (const pugi::xml_node metadata : elements(asset.element, "metadata")) {
         for (const pugi::xml_node entry : elements(metadata, "md")) {
             const std::string_view name = attributeOr(entry, "value", "");
@@ -108,67 +144,6 @@ void AngleImport::readAsset(const Asset& asset) {
     }
     if (!asset.hasLocation)
         missingLocations_.add(attributeOr(asset.element, "name", "Unnamed clip"));
-}
-
-void AngleImport::countBelow(pugi::xml_node element, int depth, MediaCount& into) {
-    if (repeatedExpansions_ > 0) countVisit();
-    const ClipAttributes attributes(element);
-    if (attributes.isDisabled()) return;
-    if (isMediaClipKind(element.name())) return addClips(into.clips, 1);
-    if (depth >= maximumDepth) refuseExplosion();
-
-    const bool isCompound = isElement(element, "ref-clip") && attributes.ref;
-    if (isCompound) {
-        if (const auto entered = path_.find(*attributes.ref); entered != path_.end())
-            into.outermostHit = std::min(into.outermostHit, entered->second);
-    }
-    const Media* const media = referencedMedia(attributes, element);
-    if (media) path_.emplace(*attributes.ref, static_cast<int>(path_.size()));
-    ownChildrenDepth_ += media ? 1 : 0;
-    for (const pugi::xml_node child : elements(element))
-        countBelow(child, depth + 1, into);
-    if (!media) return;
-    --ownChildrenDepth_;
-    path_.erase(*attributes.ref);
-    countMedia(*attributes.ref, *media, depth, into);
-}
-
-/// Adds what the media holds. That is remembered unless the media comes back to itself or to one
-/// around it. A remembered number holds wherever the media is used by other media; among a compound
-/// clip's own children it may lead to that clip's media, which is being entered, and is counted
-/// anew.
-void AngleImport::countMedia(MediaID id, const Media& media, int depth, MediaCount& into) {
-    const auto found = known_.find(id);
-    if (found != known_.end() && ownChildrenDepth_ == 0) return addClips(into.clips, found->second);
-
-    const auto place = static_cast<int>(path_.size());
-    const MediaCount count = expandMedia(id, media, depth);
-    addClips(into.clips, count.clips);
-    into.outermostHit = std::min(into.outermostHit, count.outermostHit);
-    if (count.outermostHit > place) known_.emplace(id, count.clips);
-}
-
-AngleImport::MediaCount AngleImport::expandMedia(MediaID id, const Media& media, int depth) {
-    const int repeated = expanded_.insert(id).second ? 0 : 1;
-    repeatedExpansions_ += repeated;
-    path_.emplace(id, static_cast<int>(path_.size()));
-    MediaCount count;
-    for (const pugi::xml_node sequence : elements(media.element, "sequence"))
-        countBelow(sequence, depth + 1, count);
-    path_.erase(id);
-    repeatedExpansions_ -= repeated;
-    return count;
-}
-
-/// The media of a compound clip that can be entered: it exists and is not being entered already.
-const Media* AngleImport::referencedMedia(const ClipAttributes& clip,
-                                          pugi::xml_node element) const {
-    if (!clip.ref || !isElement(element, "ref-clip") || path_.contains(*clip.ref)) return nullptr;
-    return resources_.media(clip.ref);
-}
-
-void AngleImport::countVisit() {
-    if (++visits_ > maximumVisits) refuseExplosion();
 }
 
 } // namespace shotweaver

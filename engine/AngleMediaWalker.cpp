@@ -44,7 +44,6 @@ int AngleMediaWalker::walkElement(pugi::xml_node element, int depth, std::vector
     if (!isWalkableKind(kind)) refuse(fmt::format(" contains an unsupported clip type: {}.", kind));
     const ClipAttributes attributes(element);
     if (attributes.isDisabled()) return 1;
-    if (ownChildrenDepth_ > 0) countWork(1);
     checkSettings(element, attributes);
 
     Window window = readWindow(attributes);
@@ -52,7 +51,7 @@ int AngleMediaWalker::walkElement(pugi::xml_node element, int depth, std::vector
     int below = 0;
     if (isMediaClipKind(kind)) {
         const Asset& asset = recordingOf(element, attributes);
-        if (!window.duration) window.duration = parseSeconds(asset.duration);
+        if (!window.duration) window.duration = durationOf(asset);
         spans.push_back({window.start, window.start + *window.duration,
                          kind != "audio" && asset.hasVideo, kind != "video" && asset.hasAudio});
     }
@@ -86,6 +85,7 @@ int AngleMediaWalker::walkMedia(std::string_view id, const Media& media, int dep
                                 std::vector<Span>& spans) {
     auto found = known_.find(id);
     if (found == known_.end() || ownChildrenDepth_ > 0) {
+        if (!reading_.mayRead(media.element)) refuseTooMuch();
         MediaContent content;
         for (const pugi::xml_node spine : elements(media.sequence, "spine"))
             content.height = std::max(content.height, walkElement(spine, depth + 1, content.spans));
@@ -105,6 +105,13 @@ AngleMediaWalker::Window AngleMediaWalker::readWindow(const ClipAttributes& clip
     window.start = parseSeconds(clip.start.value_or("0s"));
     if (clip.duration) window.duration = parseSeconds(clip.duration);
     return window;
+}
+
+/// Read once: many clips may show one recording.
+double AngleMediaWalker::durationOf(const Asset& asset) {
+    const auto known = durations_.find(&asset);
+    if (known != durations_.end()) return known->second;
+    return durations_.emplace(&asset, parseSeconds(asset.duration)).first->second;
 }
 
 void AngleMediaWalker::checkSettings(pugi::xml_node element,
@@ -161,10 +168,12 @@ void AngleMediaWalker::moveToParent(std::vector<Span>& spans, std::size_t first,
 
 void AngleMediaWalker::countWork(std::size_t spans) {
     work_ += spans;
-    if (work_ > maximumWork)
-        refuse(
-            " contains more clips than can be read. Simplify its compound clips in Final Cut and "
-            "export XML again.");
+    if (work_ > maximumWork) refuseTooMuch();
+}
+
+void AngleMediaWalker::refuseTooMuch() const {
+    refuse(" contains more clips than can be read. Simplify its compound clips in Final Cut and "
+           "export XML again.");
 }
 
 WalkedAngles walkAngles(const Resources& resources, pugi::xml_node multicam) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/RepeatedReading.h"
 #include "engine/Resources.h"
 #include "engine/XmlAccess.h"
 
@@ -60,6 +61,7 @@ class AngleMediaWalker {
     int walkMedia(std::string_view id, const Media& media, int depth, std::vector<Span>& spans);
 
     Window readWindow(const ClipAttributes& clip) const;
+    double durationOf(const Asset& asset);
     void checkSettings(pugi::xml_node element, const ClipAttributes& attributes) const;
     const Asset& recordingOf(pugi::xml_node clip, const ClipAttributes& attributes) const;
     const Media& compoundMedia(const ClipAttributes& clip) const;
@@ -67,15 +69,18 @@ class AngleMediaWalker {
                       std::string_view sources);
     void countWork(std::size_t spans);
     [[noreturn]] void refuse(std::string_view rest) const;
+    [[noreturn]] void refuseTooMuch() const;
 
     const Resources& resources_;
-    std::string camera_;
+    std::string_view camera_;
     // Compound clips being expanded, by media identifier.
     std::unordered_set<std::string_view> entered_;
     int ownChildrenDepth_ = 0; // compound clips among whose own children the walk is
     // What a media holds depends on that media alone, so it is walked once. Only among a compound
     // clip's own children may it come back to a media being expanded, and is walked anew.
     std::unordered_map<std::string_view, MediaContent> known_;
+    std::unordered_map<const Asset*, double> durations_; // seconds
+    RepeatedReading reading_;
     std::size_t work_ = 0;
 };
 

@@ -97,9 +97,16 @@ TEST(AngleMediaWalker, goesFortyLevelsDeep) {
           low + nested(3, low), low + nested(1, user)}) // known already
         EXPECT_EQ(read(refused, media), tooDeep) << refused;
     EXPECT_EQ(read("<ref-clip ref='M1'/>", test::mediaChain(10'000, 1, clip)), tooDeep);
-    EXPECT_EQ(read("<ref-clip ref='M1'/>", test::mediaChain(8, 50, "<video ref='av'/>")),
-              "Camera Cam contains more clips than can be read. Simplify its compound clips in "
-              "Final Cut and export XML again.");
+}
+
+TEST(AngleMediaWalker, refusesWhatWouldBeReadForever) {
+    const std::string tooMuch = "Camera Cam contains more clips than can be read. Simplify its "
+                                "compound clips in Final Cut and export XML again.";
+    EXPECT_EQ(read("<ref-clip ref='M1'/>", test::mediaChain(8, 50, "<video ref='av'/>")), tooMuch);
+    // Walked anew for each use, since they lie among a compound clip's own children.
+    const std::string uses = test::repeated(5000, "<ref-clip ref='long'/>");
+    const std::string longMedia = compoundMedia("long", test::repeated(60'000, "<!---->"));
+    EXPECT_EQ(read("<ref-clip ref='X'>" + uses + "</ref-clip>", longMedia), tooMuch);
 }
 
 } // namespace

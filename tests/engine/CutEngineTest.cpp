@@ -176,11 +176,17 @@ TEST(ProjectImport, countsMediaClips) {
               badTime + "s");
     const std::string top = "<ref-clip ref='M1'/>";
     EXPECT_EQ(clipsOf(top, test::mediaChain(61, 2, "<video/>")), "1152921504606846976 from 0");
+    EXPECT_EQ(clipsOf(top, test::mediaChain(50'000, 1, "<video/>")), "1 from 0");
+    const std::string tooMuch =
+        "The compound clips in this export are nested too often to be read. "
+        "Simplify them in Final Cut and export XML again.";
     for (const auto& [count, uses, end] :
-         {std::tuple(66, 2, "<video/>"), {60, 2, "<ref-clip ref='M1'/>"}, {10'000, 1, "<video/>"}})
-        EXPECT_EQ(clipsOf(top, test::mediaChain(count, uses, end)),
-                  "The compound clips in this export are nested too often to be read. Simplify "
-                  "them in Final Cut and export XML again.");
+         {std::tuple(66, 2, "<video/>"), {60, 2, "<ref-clip ref='M1'/>"}})
+        EXPECT_EQ(clipsOf(top, test::mediaChain(count, uses, end)), tooMuch);
+    // Read anew for each use, since they lie among a compound clip's own children.
+    const std::string uses = test::repeated(5000, "<ref-clip ref='long'/>");
+    const std::string longMedia = test::compoundMedia("long", test::repeated(60'000, "<!---->"));
+    EXPECT_EQ(clipsOf("<ref-clip ref='X'>" + uses + "</ref-clip>", resources + longMedia), tooMuch);
 }
 
 TEST(CutEngine, comparesFormats) {
