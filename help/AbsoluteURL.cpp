@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string>
 
 namespace shotweaver {
 
@@ -50,6 +51,14 @@ bool isAddress(std::string_view text) {
                        [](char c) { return isHexDigit(c) || c == ':' || c == '.'; });
 }
 
+/// Web addresses do; other schemes may leave the host out, as in "file:///a". Case does not matter.
+bool needsHost(std::string_view scheme) {
+    std::string lower;
+    for (const char c : scheme)
+        lower += isLetter(c) ? static_cast<char>(c | 0x20) : c;
+    return lower == "http" || lower == "https";
+}
+
 /// "user@host:8080"; the host may be an address in brackets.
 bool isAuthority(std::string_view text, bool needsHost) {
     if (const std::size_t at = text.find('@'); at != std::string_view::npos) {
@@ -79,8 +88,7 @@ bool isAbsoluteURL(std::string_view text) {
     std::string_view rest = text.substr(colon + 1);
     if (rest.starts_with("//")) {
         const std::size_t end = std::min(rest.find_first_of("/?#", 2), rest.size());
-        const bool isFile = text.substr(0, colon) == "file" && end < rest.size();
-        if (!isAuthority(rest.substr(2, end - 2), !isFile)) return false;
+        if (!isAuthority(rest.substr(2, end - 2), needsHost(text.substr(0, colon)))) return false;
         rest.remove_prefix(end);
     } else if (rest.empty()) {
         return false;

@@ -47,12 +47,12 @@ void drawBarBackground(QPainter& painter, const BarAxis& axis) {
 
 void drawBarRanges(QPainter& painter, const BarAxis& axis, const std::vector<FrameRange>& ranges,
                    const QColor& colour) {
-    double shown = -1; // the pixel in which the last range begins
+    double drawnTo = axis.area.left();
     for (const FrameRange& range : ranges) {
         const QRectF rect = barRect(axis, range);
-        // A thousand ranges of a point look like those of them that begin in different pixels.
-        if (rect.width() <= axis.point && std::floor(rect.left()) == shown) continue;
-        shown = std::floor(rect.left());
+        // A thousand ranges of a point look like those of them that show a quarter of one more.
+        if (rect.width() <= axis.point && rect.right() - drawnTo < axis.point / 4) continue;
+        drawnTo = rect.right();
         fillRounded(painter, rect, cornerRadius(axis), colour);
     }
 }

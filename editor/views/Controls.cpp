@@ -1,6 +1,7 @@
 #include "editor/views/Controls.h"
 
 #include "editor/views/CoverageBarView.h"
+#include "editor/views/IconLabel.h"
 #include "editor/views/PlainToolTip.h"
 #include "editor/views/Style.h"
 #include "editor/views/WrappedText.h"
@@ -263,7 +264,13 @@ Toggle::Toggle(const QString& label, QWidget* parent) : QCheckBox(parent) {
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     setLabel(label);
-    connect(this, &QCheckBox::clicked, this, &Toggle::switched);
+    // Not only what is clicked: screen readers switch it on their own.
+    connect(this, &QCheckBox::toggled, this, &Toggle::switched);
+}
+
+void Toggle::show(bool isOn) {
+    const QSignalBlocker blocker(this);
+    setChecked(isOn);
 }
 
 void Toggle::showLabel(const std::string& label) {
@@ -317,11 +324,15 @@ TextField::TextField(const QString& accessibleName, const QString& placeholder, 
     setPlaceholderText(placeholder);
     // A saved text is never cut by being shown.
     setMaxLength(std::numeric_limits<int>::max());
-    connect(this, &QLineEdit::textEdited, this,
+    // What is dragged here is a project: texts that come with it are not for the field.
+    setAcceptDrops(false);
+    // Not only what is typed: screen readers put text in on their own.
+    connect(this, &QLineEdit::textChanged, this,
             [this](const QString& text) { Q_EMIT typed(text.toStdString()); });
 }
 
 void TextField::show(const std::string& text) {
+    const QSignalBlocker blocker(this);
     if (this->text().toStdString() != text) setText(toQt(text));
 }
 
@@ -333,6 +344,7 @@ void showText(QLabel& label, const std::string& text) {
 void installAccessibility() {
     QAccessible::installFactory(accessibleControl);
     QAccessible::installFactory(accessibleCoverageBar);
+    QAccessible::installFactory(accessibleIcon);
 }
 
 } // namespace shotweaver

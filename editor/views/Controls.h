@@ -115,7 +115,7 @@ class Toggle : public QCheckBox {
   public:
     explicit Toggle(const QString& label = {}, QWidget* parent = nullptr);
 
-    void show(bool isOn) { setChecked(isOn); }
+    void show(bool isOn);
     void showLabel(const std::string& label);
 
     QSize sizeHint() const override;

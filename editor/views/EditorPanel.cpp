@@ -3,6 +3,7 @@
 #include "editor/PanelTexts.h"
 #include "editor/views/Controls.h"
 #include "editor/views/DropHighlight.h"
+#include "editor/views/IconLabel.h"
 #include "editor/views/PreviewColumn.h"
 #include "editor/views/SavePresetSheet.h"
 #include "editor/views/SettingsColumn.h"
@@ -71,7 +72,7 @@ QWidget* EditorPanel::makeHeader() {
     auto* const row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(style::scaled(style::normal));
-    row->addWidget(style::iconLabel(64));
+    row->addWidget(new IconLabel(64));
     auto* const names = new QVBoxLayout;
     names->setSpacing(0);
     QLabel* const title = style::label(style::TextStyle::title);

@@ -4,43 +4,27 @@
 
 #include <QApplication>
 #include <QFontDatabase>
-#include <QFontInfo>
 #include <QFontMetricsF>
-#include <QIcon>
 #include <QLabel>
 #include <QPalette>
-#include <QPixmap>
+#include <QScreen>
 #include <QStyleFactory>
 
 #include <algorithm>
-#include <array>
-
-/// The pictures are in a library, so they have to be asked for. Outside of every namespace, as the
-/// macro wants it.
-static void loadPictures() {
-    Q_INIT_RESOURCE(shotweaver);
-}
 
 namespace shotweaver::style {
 
 namespace {
 
-// Pixels of the standard text size, to which all measures are given.
-constexpr double standardPixels = 40.0 / 3;
-constexpr double smallestPoints = 10;
+// The standard text size, to which all measures are given.
+constexpr double standardPoints = 10;
+constexpr double standardDotsPerInch = 96;
 
 QFont baseFont(QFont font) {
     const QString family = QStringLiteral("Open Sans");
     if (QFontDatabase::hasFamily(family)) font.setFamily(family);
-    font.setPointSizeF(std::max(font.pointSizeF(), smallestPoints));
+    font.setPointSizeF(std::max(font.pointSizeF(), standardPoints));
     return font;
-}
-
-// Of the pictures of the icon, pixels.
-constexpr std::array<int, 9> iconSides{16, 32, 48, 64, 112, 128, 224, 256, 512};
-
-QString pictureOfIcon(int side) {
-    return QStringLiteral(":/icons/%1.png").arg(side);
 }
 
 QString css(const QColor& colour) {
@@ -198,8 +182,10 @@ QColor barBackground() {
 }
 
 int scaled(double points) {
-    const double pixels = QFontInfo(QApplication::font()).pixelSize();
-    return static_cast<int>(points * pixels / standardPixels + 0.5);
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    const double dotsPerInch = screen ? screen->logicalDotsPerInchY() : standardDotsPerInch;
+    const double textSize = QApplication::font().pointSizeF() / standardPoints;
+    return static_cast<int>(points * textSize * dotsPerInch / standardDotsPerInch + 0.5);
 }
 
 QFont font(TextStyle style) {
@@ -240,31 +226,6 @@ QFont withEqualDigits(const QFont& font) {
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     fixed.setPointSizeF(font.pointSizeF());
     return fixed;
-}
-
-QIcon icon() {
-    loadPictures();
-    QIcon icon;
-    for (const int side : {16, 32, 48, 64, 128, 256})
-        icon.addFile(pictureOfIcon(side));
-    return icon;
-}
-
-QLabel* iconLabel(int points) {
-    loadPictures();
-    auto* const label = new QLabel;
-    const int side = scaled(points);
-    const double ratio = qApp->devicePixelRatio();
-    const int wanted = static_cast<int>(side * ratio);
-    // Only the picture that is shown is read; the largest takes longer than all the rest.
-    const auto* const nearest = std::find_if(iconSides.begin(), iconSides.end() - 1,
-                                             [&](int each) { return each >= wanted; });
-    QPixmap picture = QPixmap(pictureOfIcon(*nearest))
-                          .scaled(wanted, wanted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    picture.setDevicePixelRatio(ratio);
-    label->setPixmap(picture);
-    label->setFixedSize(side, side);
-    return label;
 }
 
 QLabel* label(TextStyle style, const QColor& colour) {

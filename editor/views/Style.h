@@ -7,7 +7,6 @@
 #include <string>
 
 class QApplication;
-class QIcon;
 class QLabel;
 
 namespace shotweaver {
@@ -47,12 +46,6 @@ QFont font(TextStyle style);
 
 /// `font`, or, where its digits differ in width, one of the same size in which they do not.
 QFont withEqualDigits(const QFont& font);
-
-/// The application's icon in every size there is.
-QIcon icon();
-
-/// The icon as a label of so many points a side, hidden from screen readers.
-QLabel* iconLabel(int points);
 
 /// A label whose text wraps. Its text is never taken for markup.
 QLabel* wrappingLabel(TextStyle style, const QColor& colour = text());

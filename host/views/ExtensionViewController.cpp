@@ -53,7 +53,11 @@ QWidget* ExtensionViewController::view() {
     const ExtensionDescription description = extensionDescription();
     new PanelSheets(
         editor_, view_,
-        [] { return HelpContent(loadManual(systemFileCalls(), manualPath()), userLocale()); },
+        [] {
+            return HelpContent(
+                loadManual(systemFileCalls(), ShotweaverHelpBundle::path("ShotweaverHelp", "json")),
+                userLocale());
+        },
         versionText(description.version, description.build));
     view_->installEventFilter(this);
     host_.setWindow(view_);

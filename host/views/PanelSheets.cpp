@@ -2,9 +2,9 @@
 
 #include "editor/views/Style.h"
 #include "help/HelpTexts.h"
-#include "help/views/AboutSheet.h"
-#include "help/views/HelpView.h"
-#include "help/views/HelpWindow.h"
+#include "help/views/ShotweaverAboutView.h"
+#include "help/views/ShotweaverHelpView.h"
+#include "help/views/ShotweaverHelpWindow.h"
 
 #include <QDialog>
 #include <QVBoxLayout>
@@ -47,12 +47,12 @@ QDialog* PanelSheets::makeHelpSheet() {
     sheet->setObjectName(QStringLiteral("helpSheet"));
     auto* const layout = new QVBoxLayout(sheet);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new HelpView(loadHelp_(), [sheet] { sheet->close(); }));
+    layout->addWidget(new ShotweaverHelpView(loadHelp_(), [sheet] { sheet->close(); }));
     return sheet;
 }
 
 QDialog* PanelSheets::makeAboutSheet() {
-    return new AboutSheet(
+    return new ShotweaverAboutView(
         versionText_, [load = loadHelp_] { ShotweaverHelpWindow::show(load); }, window_);
 }
 

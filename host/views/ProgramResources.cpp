@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <fmt/format.h>
+
 /// The description is in a library, so it has to be asked for. Outside of every namespace, as the
 /// macro wants it.
 static void loadDescription() {
@@ -19,15 +21,14 @@ ExtensionDescription extensionDescription() {
     return readExtensionDescription(file.readAll().toStdString());
 }
 
-std::string manualPath() {
+std::string ShotweaverHelpBundle::path(const std::string& resource, const std::string& extension) {
 #if defined(Q_OS_MACOS)
     const QString folder = QStringLiteral("/../Resources");
 #else
     const QString folder = QStringLiteral("/../share/shotweaver");
 #endif
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() + folder +
-                           QStringLiteral("/ShotweaverHelp.json"))
-        .toStdString();
+    const QString path = QDir::cleanPath(QCoreApplication::applicationDirPath() + folder);
+    return fmt::format("{}/{}.{}", path.toStdString(), resource, extension);
 }
 
 } // namespace shotweaver

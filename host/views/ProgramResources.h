@@ -9,8 +9,11 @@ namespace shotweaver {
 /// The program's description of itself, which is built into it.
 ExtensionDescription extensionDescription();
 
-/// Where the manual lies: with the program's other files, beside the folder that holds it. Nothing
-/// says that it is there.
-std::string manualPath();
+/// What the manual belongs to: the program's other files, beside the folder that holds it.
+class ShotweaverHelpBundle {
+  public:
+    /// Where a resource lies. Nothing says that it is there.
+    static std::string path(const std::string& resource, const std::string& extension);
+};
 
 } // namespace shotweaver

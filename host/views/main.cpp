@@ -1,4 +1,5 @@
 #include "editor/views/Controls.h"
+#include "editor/views/IconLabel.h"
 #include "editor/views/Style.h"
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionViewController.h"
@@ -57,7 +58,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("shotweaver-app"));
     QApplication::setApplicationVersion(QStringLiteral(SHOTWEAVER_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("shotweaver"));
-    QApplication::setWindowIcon(style::icon());
+    QApplication::setWindowIcon(applicationIcon());
     try {
         return run(application);
     } catch (const std::exception& failure) {

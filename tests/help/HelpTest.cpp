@@ -42,9 +42,9 @@ TEST(ShotweaverManual, isReadOrRefusedWithItsPlace) {
 
 TEST(ShotweaverManual, linksAreAbsoluteURLs) {
     for (const char* url : {"https://a.example", "HTTP://u:p@a:80/b%20c?d=/?#e/f", "x-app+1.0:go",
-                            "file:///a", "https://[2001:db8::1]:8/"})
+                            "FILE:///a", "x-help:///topic", "https://[2001:db8::1]:8/"})
         EXPECT_TRUE(isAbsoluteURL(url)) << url;
-    for (const char* url : {"", "a.example", "//a/", "https:", "https:///a", "1a:b", "https://a b/",
+    for (const char* url : {"", "a.example", "//a/", "https:", "HTTPS:///a", "1a:b", "https://a b/",
                             "https://a/é", "https://a/%2", "https://a/%GG", "https://a:b/",
                             "https://[::1", "https://[x]/", "https://a/[b]", "https://a/#b#c"})
         EXPECT_FALSE(isAbsoluteURL(url)) << url;

@@ -1,4 +1,5 @@
 #include "editor/views/SettingsColumn.h"
+#include "editor/views/BarDrawing.h"
 #include "editor/views/CoverageBarView.h"
 #include "editor/views/SavePresetSheet.h"
 #include "tests/support/EditorBench.h"
@@ -8,9 +9,11 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QHelpEvent>
+#include <QImage>
 #include <QLayout>
 #include <QLineEdit>
 #include <QListView>
+#include <QPainter>
 #include <QScrollArea>
 #include <QTest>
 #include <QToolTip>
@@ -195,6 +198,33 @@ TEST(SettingsColumn, presetsAreNamedInASheet) {
     open();
     sheet.close();
     EXPECT_FALSE(test.bench.fields().showSavePreset);
+}
+
+TEST(SettingsColumn, whatAScreenReaderSetsIsTaken) {
+    Column test;
+    test.editor.addSection();
+    const auto control = [&](const char* name) {
+        return QAccessible::queryAccessibleInterface(test.find(name));
+    };
+    control("doubleMain")->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    control("sectionName-0")->editableTextInterface()->insertText(0, QStringLiteral("Prayer"));
+    control("share")->valueInterface()->setCurrentValue(60);
+    EXPECT_TRUE(test.settings().doubleMain);
+    EXPECT_EQ(test.settings().sections.at(0).name, "Prayer");
+    EXPECT_EQ(test.settings().mainShare, 60);
+}
+
+TEST(CoverageBar, everyRangeIsSeen) {
+    const std::vector<FrameRange> ranges{{201, 202}, {218, 219}}; // at 10.05 and 10.9 points
+    QImage image(40, 1, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawBarRanges(painter, {QRectF(image.rect()), 800, 1}, ranges, Qt::white);
+    painter.end();
+    for (const int x : {10, 11})
+        EXPECT_GT(qGray(image.pixel(x, 0)), 200) << x;
+    EXPECT_EQ(qGray(image.pixel(12, 0)), 0);
 }
 
 TEST(SettingsColumn, coverageIsTold) {

@@ -1,5 +1,5 @@
 #include "editor/views/EditorPanel.h"
-#include "editor/views/Style.h"
+#include "editor/views/IconLabel.h"
 #include "help/ManualSearch.h"
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionRootView.h"
@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QDropEvent>
@@ -117,6 +118,7 @@ TEST(Panel, whatCannotBeReadIsToldInTheAlert) {
     drop(window.find("editorPanel"), drag);
     window.bench.editor().addSection();
     auto* const field = window.find<QLineEdit>("sectionName-0");
+    EXPECT_FALSE(field->acceptDrops()); // of texts, which a project may come with
 
     const std::string one = "Drop one Final Cut XML file or bundle at a time.";
     const auto local = [&](const char* name) {
@@ -174,6 +176,9 @@ TEST(Panel, sheetsFollowTheFlags) {
         window.click("about");
         auto* const about = findAnywhere("aboutSheet");
         ASSERT_TRUE(about);
+        const auto* const icon =
+            QAccessible::queryAccessibleInterface(about->findChild<IconLabel*>());
+        EXPECT_TRUE(icon->state().invisible);
         if (opensManual)
             QTest::mouseClick(findAnywhere<QPushButton>("openManual"), Qt::LeftButton);
         else
@@ -183,7 +188,13 @@ TEST(Panel, sheetsFollowTheFlags) {
         EXPECT_FALSE(window.bench.fields().showingAbout);
         EXPECT_EQ(findAnywhere("helpWindow") != nullptr, opensManual);
     }
-    findAnywhere("helpWindow")->close();
+    QWidget* const manual = findAnywhere("helpWindow");
+    manual->showMinimized();
+    window.click("about");
+    QTest::mouseClick(findAnywhere<QPushButton>("openManual"), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_FALSE(manual->isMinimized());
+    manual->close();
 }
 
 TEST(Panel, aMissingManualLeavesTheRestWorking) {
@@ -238,8 +249,7 @@ TEST(Host, theNamedControllerShowsThePanelAndTakesFinalCutsXml) {
     view->show();
     QApplication::processEvents();
     EXPECT_TRUE(controller->editor().fields().didRestore);
-    EXPECT_EQ(view->findChild<EditorPanel*>()->minimumSize(),
-              QSize(style::scaled(800), style::scaled(860)));
+    EXPECT_EQ(view->findChild<EditorPanel*>()->minimumSize(), QSize(800, 860));
 
     QMimeData drag;
     drag.setData(QStringLiteral("com.apple.finalcutpro.xml.v1-15"), "new");

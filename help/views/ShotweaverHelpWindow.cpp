@@ -1,8 +1,8 @@
-#include "help/views/HelpWindow.h"
+#include "help/views/ShotweaverHelpWindow.h"
 
 #include "editor/views/Style.h"
 #include "help/HelpTexts.h"
-#include "help/views/HelpView.h"
+#include "help/views/ShotweaverHelpView.h"
 
 #include <QGuiApplication>
 #include <QPointer>
@@ -12,9 +12,9 @@ namespace shotweaver {
 
 void ShotweaverHelpWindow::show(const std::function<HelpContent()>& load) {
     // Kept for the life of the process; the application's end deletes nothing that is a window.
-    static QPointer<HelpView> window;
+    static QPointer<ShotweaverHelpView> window;
     if (!window) {
-        window = new HelpView(load(), [] { window->close(); });
+        window = new ShotweaverHelpView(load(), [] { window->close(); });
         window->setWindowTitle(QString::fromUtf8(helpTexts::title));
         window->setObjectName(QStringLiteral("helpWindow"));
         window->setAttribute(Qt::WA_QuitOnClose, false);
@@ -22,6 +22,7 @@ void ShotweaverHelpWindow::show(const std::function<HelpContent()>& load) {
         if (const QScreen* const screen = QGuiApplication::primaryScreen())
             window->move(screen->availableGeometry().center() - window->rect().center());
     }
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->show();
     window->raise();
     window->activateWindow();

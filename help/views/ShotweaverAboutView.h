@@ -8,12 +8,13 @@
 namespace shotweaver {
 
 /// What the product is. Closing it in any way finishes the dialog.
-class AboutSheet : public QDialog {
+class ShotweaverAboutView : public QDialog {
     Q_OBJECT
 
   public:
     /// `openManual` runs after the sheet has closed, in a later turn of the event loop.
-    AboutSheet(const std::string& versionText, std::function<void()> openManual, QWidget* parent);
+    ShotweaverAboutView(const std::string& versionText, std::function<void()> openManual,
+                        QWidget* parent);
 };
 
 } // namespace shotweaver

@@ -15,12 +15,12 @@ class QStackedWidget;
 namespace shotweaver {
 
 /// The manual: a searchable list of topics and the page of the selected one, or why there is none.
-class HelpView : public QWidget {
+class ShotweaverHelpView : public QWidget {
     Q_OBJECT
 
   public:
     /// `close` is what the button "Close" does.
-    HelpView(HelpContent content, std::function<void()> close, QWidget* parent = nullptr);
+    ShotweaverHelpView(HelpContent content, std::function<void()> close, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
 

@@ -1,5 +1,6 @@
-#include "help/views/AboutSheet.h"
+#include "help/views/ShotweaverAboutView.h"
 
+#include "editor/views/IconLabel.h"
 #include "editor/views/Style.h"
 #include "help/AboutTexts.h"
 #include "help/views/LinkLabel.h"
@@ -25,8 +26,8 @@ QLabel* centredText(style::TextStyle textStyle, const std::string& text,
 
 } // namespace
 
-AboutSheet::AboutSheet(const std::string& versionText, std::function<void()> openManual,
-                       QWidget* parent)
+ShotweaverAboutView::ShotweaverAboutView(const std::string& versionText,
+                                         std::function<void()> openManual, QWidget* parent)
     : QDialog(parent) {
     constexpr int iconSide = 112;
     constexpr int width = 440;
@@ -56,7 +57,7 @@ AboutSheet::AboutSheet(const std::string& versionText, std::function<void()> ope
     const int margin = style::scaled(24);
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSpacing(style::scaled(style::normal));
-    column->addWidget(style::iconLabel(iconSide), 0, Qt::AlignHCenter);
+    column->addWidget(new IconLabel(iconSide), 0, Qt::AlignHCenter);
     column->addWidget(centredText(style::TextStyle::largeTitle, aboutTexts::productName));
     column->addWidget(centredText(style::TextStyle::caption, versionText, style::secondary()));
     column->addWidget(centredText(style::TextStyle::body, aboutTexts::purpose));

@@ -1,5 +1,6 @@
-#include "help/views/HelpView.h"
+#include "help/views/ShotweaverHelpView.h"
 
+#include "editor/views/IconLabel.h"
 #include "editor/views/Style.h"
 #include "help/AboutTexts.h"
 #include "help/HelpTexts.h"
@@ -39,7 +40,8 @@ QSize scaledSize(QSize size) {
 
 } // namespace
 
-HelpView::HelpView(HelpContent content, std::function<void()> close, QWidget* parent)
+ShotweaverHelpView::ShotweaverHelpView(HelpContent content, std::function<void()> close,
+                                       QWidget* parent)
     : QWidget(parent), content_(std::move(content)) {
     setObjectName(QStringLiteral("helpView"));
     setMinimumSize(scaledSize(smallest));
@@ -57,16 +59,16 @@ HelpView::HelpView(HelpContent content, std::function<void()> close, QWidget* pa
     search_->setFocus();
 }
 
-QSize HelpView::sizeHint() const {
+QSize ShotweaverHelpView::sizeHint() const {
     return scaledSize(ideal);
 }
 
-QWidget* HelpView::makeHeader(std::function<void()> close) {
+QWidget* ShotweaverHelpView::makeHeader(std::function<void()> close) {
     auto* const header = new QWidget;
     auto* const row = new QHBoxLayout(header);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(style::scaled(style::normal));
-    row->addWidget(style::iconLabel(48));
+    row->addWidget(new IconLabel(48));
     auto* const names = new QVBoxLayout;
     names->setSpacing(0);
     QLabel* const title = style::label(style::TextStyle::title);
@@ -84,7 +86,7 @@ QWidget* HelpView::makeHeader(std::function<void()> close) {
     return header;
 }
 
-QWidget* HelpView::makeManual() {
+QWidget* ShotweaverHelpView::makeManual() {
     auto* const manual = new QWidget;
     auto* const row = new QHBoxLayout(manual);
     row->setContentsMargins(0, 0, 0, 0);
@@ -102,7 +104,7 @@ QWidget* HelpView::makeManual() {
     return manual;
 }
 
-QWidget* HelpView::makeTopics() {
+QWidget* ShotweaverHelpView::makeTopics() {
     auto* const column = new QWidget;
     column->setFixedWidth(style::scaled(topicsWidth));
     auto* const layout = new QVBoxLayout(column);
@@ -136,7 +138,7 @@ QWidget* HelpView::makeTopics() {
     return column;
 }
 
-QWidget* HelpView::makeNoMatches() {
+QWidget* ShotweaverHelpView::makeNoMatches() {
     auto* const page = new QWidget;
     auto* const layout = new QVBoxLayout(page);
     QLabel* const title = style::wrappingLabel(style::TextStyle::headline);
@@ -155,7 +157,7 @@ QWidget* HelpView::makeNoMatches() {
     return page;
 }
 
-QWidget* HelpView::makeError() const {
+QWidget* ShotweaverHelpView::makeError() const {
     auto* const page = new QWidget;
     auto* const layout = new QVBoxLayout(page);
     QLabel* const title = style::wrappingLabel(style::TextStyle::headline);
@@ -171,13 +173,13 @@ QWidget* HelpView::makeError() const {
     return page;
 }
 
-void HelpView::refresh() {
+void ShotweaverHelpView::refresh() {
     count_->setText(toQt(content_.countLine()));
     refreshList();
     showPage();
 }
 
-void HelpView::refreshList() {
+void ShotweaverHelpView::refreshList() {
     const QSignalBlocker blocker(topics_);
     topics_->clear();
     const ShotweaverManual::Section* const shown = content_.shownSection();
@@ -187,7 +189,7 @@ void HelpView::refreshList() {
     }
 }
 
-void HelpView::showPage() {
+void ShotweaverHelpView::showPage() {
     const ShotweaverManual::Section* const section = content_.shownSection();
     pages_->setCurrentIndex(section ? 0 : 1);
     if (!section || (section->id == shownID_ && page_->widget())) return;
