@@ -124,6 +124,8 @@ TEST(ExportDocument, refusesFadesThatACutWouldSplit) {
         {volume("fadeOut", "4s"), 0},
         {volume("fadeIn", "2.000000009s"), 0}, // longer by rounding
         {R"(<filter-audio><fadeIn duration="9s"/></filter-audio>)", 0},
+        {R"(<adjust-volume><fadeIn duration="1s"><fadeIn duration="2s"/></fadeIn></adjust-volume>)",
+         0},
         {element(R"(mc-source angleID="B")", tooLong + role), 0},
 
         {volume("fadeIn", "2.00000002s"), 3},
@@ -168,6 +170,7 @@ TEST(ExportDocument, sharesOutWhatTheClipHolds) {
         {R"(<keyword start="1s" duration="13s")", {"250+100", "", ""}},
         {R"(<keyword start="1s" duration="9s")", {"", "", ""}},
         {R"(<keyword start="14s" duration="0s")", {"", "=", ""}},
+        {R"(<keyword start="14s" duration="2/50s")", {"", "350+1", ""}},
     };
     ProjectBuilder project;
     project.sourceStart = 250;
