@@ -63,27 +63,26 @@ void AngleImport::readElement(pugi::xml_node element) {
     }
     Level children;
     children.next = elements(element).begin();
-    if (attributes.ref && isElement(element, "ref-clip") &&
-        enterCompound(*attributes.ref, children))
-        ++ownChildrenDepth_;
+    if (attributes.ref && isElement(element, "ref-clip"))
+        enterCompound(*attributes.ref, children);
     levels_.push_back(children);
 }
 
-/// False for a compound clip that contributes only its own children: its media is missing, or is
-/// being entered already.
-bool AngleImport::enterCompound(MediaID id, Level& ownChildren) {
+/// A compound clip whose media is missing, or is being entered already, contributes only its own
+/// children.
+void AngleImport::enterCompound(MediaID id, Level& ownChildren) {
     const Media* const media = resources_.media(id);
-    if (!media) return false;
+    if (!media) return;
     const auto [entered, isNew] = path_.try_emplace(id, path_.size());
     if (!isNew) {
         MediaCount& around = levels_.back().count;
         around.outermostHit = std::min(around.outermostHit, entered->second);
-        return false;
+        return;
     }
+    ++ownChildrenDepth_;
     ownChildren.kind = Level::Kind::ownChildren;
     ownChildren.id = id;
     ownChildren.media = media;
-    return true;
 }
 
 /// Goes on with what the media of a compound clip holds, unless that is known. A number that is

@@ -68,7 +68,7 @@ class AngleImport {
 
     std::int64_t readClips(pugi::xml_node angle);
     void readElement(pugi::xml_node element);
-    bool enterCompound(MediaID id, Level& ownChildren);
+    void enterCompound(MediaID id, Level& ownChildren);
     void enterMedia(const Level& ownChildren);
     void leave();
     void readMediaClip(const ClipAttributes& clip);
