@@ -11,6 +11,9 @@ namespace {
 
 constexpr std::size_t columnGap = 2;
 
+// A longer cell shifts its own line and leaves the others alone.
+constexpr std::size_t widestColumn = 100;
+
 } // namespace
 
 std::string oneLine(std::string text) {
@@ -35,13 +38,14 @@ std::string TextTable::text() const {
     std::vector<std::size_t> widths(columns_.size());
     for (const auto& line : lines) {
         for (std::size_t i = 0; i < line.size(); ++i)
-            widths[i] = std::max(widths[i], displayWidth(line[i]));
+            widths[i] = std::min(std::max(widths[i], displayWidth(line[i])), widestColumn);
     }
     std::string text;
     for (const auto& line : lines) {
         std::string row;
         for (std::size_t i = 0; i < line.size(); ++i) {
-            const std::string padding(widths[i] - displayWidth(line[i]), ' ');
+            const std::size_t width = displayWidth(line[i]);
+            const std::string padding(widths[i] - std::min(widths[i], width), ' ');
             const bool isRight = columns_[i].align == Align::right;
             if (i > 0) row.append(columnGap, ' ');
             row += isRight ? padding + line[i] : line[i] + padding;

@@ -33,6 +33,7 @@ ImportedAngle AngleImport::parseAngle(pugi::xml_node angle) {
     result.id = *id;
     result.name = attributeOr(angle, "name", "Unnamed angle");
     result.cameras = joined(angle_.cameras.sorted(), ", ");
+    countKept(result.cameras);
     result.clipCount = clipCount;
     result.gapCount = std::distance(gaps.begin(), gaps.end());
     result.firstRecording = angle_.firstRecording;
@@ -63,8 +64,7 @@ void AngleImport::readElement(pugi::xml_node element) {
     }
     Level children;
     children.next = elements(element).begin();
-    if (attributes.ref && isElement(element, "ref-clip"))
-        enterCompound(*attributes.ref, children);
+    if (attributes.ref && isElement(element, "ref-clip")) enterCompound(*attributes.ref, children);
     levels_.push_back(children);
 }
 
@@ -130,6 +130,16 @@ void AngleImport::readMediaClip(const ClipAttributes& clip) {
         missingLocations_.add(clip.name.value_or("Unnamed clip"));
     else if (angle_.seenAssets.insert(asset).second)
         readAsset(*asset);
+}
+
+/// Every angle keeps the names of its cameras, and many may share a recording.
+void AngleImport::countKept(std::string_view cameras) {
+    constexpr std::size_t maximumKept = 20'000'000;
+    keptNames_ += cameras.size();
+    if (keptNames_ > maximumKept)
+        throw FinalCutImportError::invalid(
+            "The camera names of the recordings in this export are too long to be read. Shorten "
+            "them in Final Cut and export XML again.");
 }
 
 void AngleImport::readAsset(const Asset& asset) {

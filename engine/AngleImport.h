@@ -73,6 +73,7 @@ class AngleImport {
     void leave();
     void readMediaClip(const ClipAttributes& clip);
     void readAsset(const Asset& asset);
+    void countKept(std::string_view cameras);
 
     const Resources& resources_;
     TextSet missingLocations_;
@@ -83,6 +84,7 @@ class AngleImport {
     int ownChildrenDepth_ = 0; // compound clips among whose own children the reading is
     std::unordered_map<MediaID, std::int64_t> known_; // clips of media
     RepeatedReading reading_;
+    std::size_t keptNames_ = 0; // bytes
 };
 
 } // namespace shotweaver

@@ -17,7 +17,7 @@ constexpr int deepestLevel = 39;
 
 // Spans that may be handled for one document. A real export of three hours holds thousands;
 // compound clips inside of each other can multiply them without end.
-constexpr std::size_t maximumWork = 10'000'000;
+constexpr std::size_t maximumWork = 4'000'000;
 
 bool isWalkableKind(std::string_view kind) {
     static constexpr std::array<std::string_view, 10> WalkableKinds{

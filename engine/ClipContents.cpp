@@ -118,7 +118,7 @@ ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts
       pieces_(cuts.size()) {
     std::vector<pugi::xml_node> annotations;
     for (const pugi::xml_node child : elements(engine.original)) {
-        if (isOneOf(clipSettings, child)) leading_.push_back(child);
+        if (isOneOf(clipSettings, child)) sound_.leading.push_back(child);
         if (isElement(child, "mc-source")) addSource(child);
         if (isOneOf(storyElements, child)) addStoryElement(child);
         if (isOneOf(timedAnnotations, child)) annotations.push_back(child);
@@ -127,6 +127,8 @@ ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts
     // After all story elements: theirs is the first failure, and the first place in a clip.
     for (const pugi::xml_node annotation : annotations)
         addAnnotation(annotation);
+    findSourceSettings();
+    copyWithoutFades();
 }
 
 void ClipContents::addSource(pugi::xml_node source) {
@@ -140,6 +142,35 @@ void ClipContents::addSource(pugi::xml_node source) {
     if (!sources.audio || (isAudio && !sources.isAudioEnabled)) sources.audio = source;
     sources.isVideoEnabled |= isVideo;
     sources.isAudioEnabled |= isAudio;
+}
+
+void ClipContents::findSourceSettings() {
+    for (auto& [angle, sources] : sources_) {
+        for (const pugi::xml_node child : elements(sources.video)) {
+            if (!isElement(child, "audio-role-source")) sources.pictureSettings.push_back(child);
+        }
+    }
+    const auto heard = sources_.find(audioAngle_);
+    if (heard == sources_.end()) return;
+    const Elements roles = elements(heard->second.audio, "audio-role-source");
+    sound_.roles.assign(roles.begin(), roles.end());
+}
+
+/// Fades are removed once, not from every clip.
+void ClipContents::copyWithoutFades() {
+    pugi::xml_node clip = copies_.append_child("mc-clip");
+    for (const pugi::xml_node setting : sound_.leading)
+        clip.append_copy(setting);
+    pugi::xml_node source = clip.append_child("mc-source");
+    for (const pugi::xml_node role : sound_.roles)
+        source.append_copy(role);
+    removeFades(clip, "fadeIn");
+    removeFades(clip, "fadeOut");
+    const Elements roles = elements(source);
+    withoutFades_.roles.assign(roles.begin(), roles.end());
+    const Elements children = elements(clip);
+    withoutFades_.leading.assign(children.begin(), children.end());
+    withoutFades_.leading.pop_back(); // the source
 }
 
 void ClipContents::addStoryElement(pugi::xml_node element) {
@@ -184,16 +215,19 @@ std::size_t ClipContents::cutAtFrame(std::int64_t frame) const {
 
 pugi::xml_node ClipContents::clip(std::size_t cutIndex) {
     const Cut& cut = cuts_[cutIndex];
+    const bool isFirst = cut.start == 0;
+    const bool isLast = cut.start + cut.duration == engine_.length;
+    const SoundSettings& sound = isFirst || isLast ? sound_ : withoutFades_;
     pugi::xml_node clip = makeShell(cut);
-    for (const pugi::xml_node setting : leading_)
+    for (const pugi::xml_node setting : sound.leading)
         clip.append_copy(setting);
-    makeSources(clip, cut.angle);
+    makeSources(clip, cut.angle, sound);
     for (const Piece& piece : pieces_[cutIndex])
         copyPiece(clip, piece);
     for (const pugi::xml_node element : trailing_)
         clip.append_copy(element);
-    if (cut.start != 0) removeFades(clip, "fadeIn");
-    if (cut.start + cut.duration != engine_.length) removeFades(clip, "fadeOut");
+    if (!isFirst && isLast) removeFades(clip, "fadeIn");
+    if (isFirst && !isLast) removeFades(clip, "fadeOut");
     return clip;
 }
 
@@ -209,17 +243,18 @@ pugi::xml_node ClipContents::makeShell(const Cut& cut) {
     return clip;
 }
 
-void ClipContents::makeSources(pugi::xml_node clip, const std::string& angle) const {
+void ClipContents::makeSources(pugi::xml_node clip, const std::string& angle,
+                               const SoundSettings& sound) const {
     if (angle == audioAngle_) {
-        makeMulticamSource(clip, angle, SourceMode::all);
+        makeMulticamSource(clip, angle, SourceMode::all, sound);
         return;
     }
-    makeMulticamSource(clip, angle, SourceMode::video);
-    makeMulticamSource(clip, audioAngle_, SourceMode::audio);
+    makeMulticamSource(clip, angle, SourceMode::video, sound);
+    makeMulticamSource(clip, audioAngle_, SourceMode::audio, sound);
 }
 
 void ClipContents::makeMulticamSource(pugi::xml_node clip, const std::string& angle,
-                                      SourceMode mode) const {
+                                      SourceMode mode, const SoundSettings& sound) const {
     static constexpr std::array<const char*, 3> modeNames{"video", "audio", "all"};
     pugi::xml_node source = clip.append_child("mc-source");
     source.append_attribute("angleID").set_value(angle.c_str());
@@ -228,13 +263,12 @@ void ClipContents::makeMulticamSource(pugi::xml_node clip, const std::string& an
     const auto found = sources_.find(angle);
     if (found == sources_.end()) return;
     if (mode != SourceMode::video) {
-        for (const pugi::xml_node role : elements(found->second.audio, "audio-role-source"))
+        for (const pugi::xml_node role : sound.roles)
             source.append_copy(role);
     }
     if (mode != SourceMode::audio) {
-        for (const pugi::xml_node child : elements(found->second.video)) {
-            if (!isElement(child, "audio-role-source")) source.append_copy(child);
-        }
+        for (const pugi::xml_node setting : found->second.pictureSettings)
+            source.append_copy(setting);
     }
     renewTracking(source);
 }

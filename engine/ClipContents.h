@@ -54,6 +54,13 @@ class ClipContents {
         // Found by their "srcEnable", not for want of another.
         bool isVideoEnabled = false;
         bool isAudioEnabled = false;
+        std::vector<pugi::xml_node> pictureSettings; // what goes with the picture
+    };
+
+    /// What every clip gets that may hold fades of its sound.
+    struct SoundSettings {
+        std::vector<pugi::xml_node> leading; // clip settings
+        std::vector<pugi::xml_node> roles;   // of the audio angle's source
     };
 
     enum class SourceMode { video, audio, all };
@@ -63,10 +70,14 @@ class ClipContents {
     void addAnnotation(pugi::xml_node element);
     void addRange(pugi::xml_node element, const FrameRange& span);
     std::size_t cutAtFrame(std::int64_t frame) const;
+    void findSourceSettings();
+    void copyWithoutFades();
 
     pugi::xml_node makeShell(const Cut& cut);
-    void makeSources(pugi::xml_node clip, const std::string& angle) const;
-    void makeMulticamSource(pugi::xml_node clip, const std::string& angle, SourceMode mode) const;
+    void makeSources(pugi::xml_node clip, const std::string& angle,
+                     const SoundSettings& sound) const;
+    void makeMulticamSource(pugi::xml_node clip, const std::string& angle, SourceMode mode,
+                            const SoundSettings& sound) const;
     void copyPiece(pugi::xml_node clip, const Piece& piece) const;
     void renewTracking(pugi::xml_node source) const;
     void setTime(pugi::xml_node element, const char* name, std::int64_t frames) const;
@@ -77,10 +88,12 @@ class ClipContents {
     const UUIDMaker& makeUUID_;
 
     std::map<std::string_view, AngleSources> sources_;
-    std::vector<pugi::xml_node> leading_; // clip settings
+    SoundSettings sound_;
+    SoundSettings withoutFades_; // copies, for clips that neither begin nor end the project
     std::vector<pugi::xml_node> trailing_;
     // For each cut its story elements, then its annotations, each in document order.
     std::vector<std::vector<Piece>> pieces_;
+    pugi::xml_document copies_;
     pugi::xml_document scratch_;
 };
 

@@ -129,6 +129,7 @@ void CutEngine::readTiming(const ProjectImport& import) {
     const auto frames = [&](pugi::xml_node element, const char* name) {
         return framesForTime(attributeOr(element, name, "0s"), frameNumerator, frameDenominator);
     };
+    dropFrame = attribute(sequence, "tcFormat") == "DF" ? DropFrame::yes : DropFrame::no;
     length = frames(original, "duration");
     sourceStart = frames(original, "start");
     timelineStart = frames(original, "offset");

@@ -3,6 +3,7 @@
 #include "engine/EditSettings.h"
 #include "engine/FrameRange.h"
 #include "engine/ProjectImport.h"
+#include "engine/TimeValues.h"
 #include "platform/Random.h"
 #include "platform/Uuid.h"
 #include "platform/XmlIntake.h"
@@ -44,16 +45,17 @@ class CutEngine {
     std::size_t documentSize = 0; // of its text as read, bytes
     pugi::xml_node project;
     pugi::xml_node sequence;
-    pugi::xml_node original;           // the multicam clip
-    std::int64_t frameNumerator = 1;   // one frame lasts frameNumerator / frameDenominator
-    std::int64_t frameDenominator = 1; // seconds; both 1 to 1,000,000
-    std::int64_t length = 0;           // of the project in frames, at least 1
-    std::int64_t sourceStart = 0;      // the clip's in-point inside the multicam, frames
-    std::int64_t timelineStart = 0;    // the clip's place in the timeline, frames
-    CoverageMap coverage;              // picture; an entry for every angle, perhaps empty
-    std::string audioID;               // the clip's one audio source; empty when not exactly one
-    pugi::xml_node audioSource;        // its "mc-source"; null when not exactly one
-    CoverageMap audioCoverage;         // sound; an entry for every angle
+    pugi::xml_node original;             // the multicam clip
+    std::int64_t frameNumerator = 1;     // one frame lasts frameNumerator / frameDenominator
+    std::int64_t frameDenominator = 1;   // seconds; both 1 to 1,000,000
+    std::int64_t length = 0;             // of the project in frames, at least 1
+    std::int64_t sourceStart = 0;        // the clip's in-point inside the multicam, frames
+    std::int64_t timelineStart = 0;      // the clip's place in the timeline, frames
+    DropFrame dropFrame = DropFrame::no; // as the sequence asks for, whether or not it applies
+    CoverageMap coverage;                // picture; an entry for every angle, perhaps empty
+    std::string audioID;                 // the clip's one audio source; empty when not exactly one
+    pugi::xml_node audioSource;          // its "mc-source"; null when not exactly one
+    CoverageMap audioCoverage;           // sound; an entry for every angle
 
     /// A frame of the project as timecode of its timeline.
     std::string timecode(std::int64_t frame) const;

@@ -23,6 +23,9 @@ double randomUnit(RandomSource& random) {
     return static_cast<double>(random.bits() & lowBits) * 0x1p-53;
 }
 
+// Nobody looks at an edit of more than these; it would only fill the memory.
+constexpr std::size_t maximumCuts = 5'000'000;
+
 /// Inside the walk a camera is its place in the list of selected cameras, the main camera first.
 using CameraIndex = std::size_t;
 constexpr CameraIndex mainIndex = 0;
@@ -75,6 +78,7 @@ class GenerationWalk {
                       const std::optional<SecondsRange>& opposite, double averageShot) const;
     void layFixed(const std::string& angle, std::int64_t end);
     void layFree(const FreeShot& shot);
+    void addCut(const std::string& angle, std::int64_t duration);
     FreeShot drawFreeShot(std::int64_t limit);
 
     void findAvailable();
@@ -176,7 +180,7 @@ void GenerationWalk::layBetween(const std::vector<FixedCameraSection>& sections,
 
 /// Lays a shot that nothing merges with.
 void GenerationWalk::layFixed(const std::string& angle, std::int64_t end) {
-    cuts_.push_back({makeUUID_(), angle, state_.position, end - state_.position});
+    addCut(angle, end - state_.position);
     const CameraIndex camera = indexOf(angle);
     if (camera != notSelected) state_.lastShotEnd[camera] = end;
     state_.current = camera;
@@ -185,12 +189,19 @@ void GenerationWalk::layFixed(const std::string& angle, std::int64_t end) {
     state_.position = end;
 }
 
+void GenerationWalk::addCut(const std::string& angle, std::int64_t duration) {
+    if (cuts_.size() == maximumCuts)
+        refuse("This edit would have more than 5,000,000 shots. Use longer shots or a shorter "
+               "project.");
+    cuts_.push_back({makeUUID_(), angle, state_.position, duration});
+}
+
 void GenerationWalk::layFree(const FreeShot& shot) {
     const std::int64_t duration = shot.end - state_.position;
     if (state_.canMerge && state_.current == shot.camera)
         cuts_.back().duration += duration;
     else
-        cuts_.push_back({makeUUID_(), names_[shot.camera], state_.position, duration});
+        addCut(names_[shot.camera], duration);
     state_.lastShotEnd[shot.camera] = shot.end;
     state_.current = shot.camera;
     state_.canMerge = true;

@@ -1,7 +1,6 @@
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
 #include "engine/TimeValues.h"
-#include "engine/XmlAccess.h"
 #include "platform/NumberText.h"
 #include "platform/Text.h"
 
@@ -41,15 +40,10 @@ std::optional<TimecodeFields> readFields(std::string_view text) {
     return TimecodeFields{fields[0], fields[1], fields[2], fields[3]};
 }
 
-DropFrame dropFrameOf(pugi::xml_node sequence) {
-    return attribute(sequence, "tcFormat") == "DF" ? DropFrame::yes : DropFrame::no;
-}
-
 } // namespace
 
 std::string CutEngine::timecode(std::int64_t frame) const {
-    return formatTimecode(timelineStart + frame, frameNumerator, frameDenominator,
-                          dropFrameOf(sequence));
+    return formatTimecode(timelineStart + frame, frameNumerator, frameDenominator, dropFrame);
 }
 
 std::int64_t CutEngine::frameForTimecode(std::string_view text) const {
@@ -64,8 +58,7 @@ std::int64_t CutEngine::frameForTimecode(std::string_view text) const {
 
     const std::int64_t minutes = fields->hours * 60 + fields->minutes;
     std::int64_t total = (minutes * 60 + fields->seconds) * rate + fields->frames;
-    if (dropFrameOf(sequence) == DropFrame::yes &&
-        dropFrameApplies(frameNumerator, frameDenominator)) {
+    if (dropFrame == DropFrame::yes && dropFrameApplies(frameNumerator, frameDenominator)) {
         const std::int64_t dropped = rate / 15; // labels skipped a minute, but not every tenth
         if (fields->minutes % 10 != 0 && fields->seconds == 0 && fields->frames < dropped)
             throw FinalCutImportError::invalid(

@@ -16,6 +16,7 @@
 #include <new>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace shotweaver {
@@ -34,6 +35,9 @@ constexpr const char* utf16LE = "UTF-16LE";
 constexpr const char* latin1 = "ISO-8859-1";
 
 constexpr std::size_t attributeOverhead = 32;
+
+// Declared attributes of all tags that are read: less than a second.
+constexpr std::size_t maximumDeclaredWork = 200'000'000;
 
 bool isWhiteSpace(const std::string& text) {
     return std::strspn(text.c_str(), " \t\r\n") == text.size();
@@ -108,7 +112,9 @@ class XmlIntake {
     void requireExplained(std::string_view entity);
     void refuseOutsideReferences(std::string_view markup);
     [[noreturn]] static void refuseOutside(std::string_view what);
+    [[noreturn]] static void refuseDocumentType();
     void countDefaults(const char** attributes);
+    void countDeclared(const char* element);
 
     /// Runs a handler's body. Nothing may be thrown through the parser, which is C: an exception is
     /// kept, ends the parse and is thrown again by `parse`.
@@ -131,6 +137,8 @@ class XmlIntake {
     std::string space_;
     std::string text_;
     bool inDoctype_ = false;
+    std::unordered_map<std::string, std::size_t> declared_; // attributes, by element
+    std::size_t declaredWork_ = 0;
     // Declarations may stand outside of the document, so the parser no longer reports an
     // undeclared entity in an attribute: it drops it.
     bool mayMissDeclarations_ = false;
@@ -206,9 +214,10 @@ void XmlIntake::setEntityHandlers() {
         });
     });
     // A default is expanded where it is declared, with the entities that are known there.
-    XML_SetAttlistDeclHandler(parser_.get(), [](void* self, const char*, const char*, const char*,
-                                                const char* value, int) {
+    XML_SetAttlistDeclHandler(parser_.get(), [](void* self, const char* element, const char*,
+                                                const char*, const char* value, int) {
         guarded(self, [&](XmlIntake& intake) {
+            ++intake.declared_[element];
             if (intake.mayMissDeclarations_ && value != nullptr)
                 intake.refuseOutsideReferences(intake.nextLiteral());
         });
@@ -274,6 +283,7 @@ void XmlIntake::startElement(const char* name, const char** attributes) {
             fmt::format("The XML is nested more than {} levels deep.", maximumXmlDepth));
     if (mayMissDeclarations_ && attributes[0] != nullptr) refuseOutsideReferences(currentMarkup());
     countDefaults(attributes);
+    countDeclared(name);
 
     pugi::xml_node node = append(pugi::node_element);
     node.set_name(name);
@@ -428,7 +438,20 @@ void XmlIntake::countDefaults(const char** attributes) {
     const auto read = static_cast<double>(XML_GetCurrentByteIndex(parser_.get()));
     if (defaultBytes_ > amplificationThreshold &&
         static_cast<double>(defaultBytes_) > read * static_cast<double>(maximumAmplification))
-        throw PlatformError("The XML's document type adds far more to it than it holds itself.");
+        refuseDocumentType();
+}
+
+/// The parser goes over all the attributes that are declared for an element at each of its tags.
+void XmlIntake::countDeclared(const char* element) {
+    if (declared_.empty()) return;
+    const auto found = declared_.find(element);
+    if (found == declared_.end()) return;
+    declaredWork_ += found->second;
+    if (declaredWork_ > maximumDeclaredWork) refuseDocumentType();
+}
+
+void XmlIntake::refuseDocumentType() {
+    throw PlatformError("The XML's document type adds far more to it than it holds itself.");
 }
 
 } // namespace

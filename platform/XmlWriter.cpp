@@ -2,6 +2,7 @@
 
 #include "platform/XmlIntake.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
 #include <cstring>
@@ -105,8 +106,10 @@ void XmlWriter::startContent() {
 }
 
 void XmlWriter::newLine(std::size_t depth) {
+    // Not deeper, or a small document of many levels becomes a large one of spaces.
+    constexpr std::size_t deepest = 32;
     put('\n');
-    for (std::size_t i = 0; i < depth; ++i)
+    for (std::size_t i = 0; i < std::min(depth, deepest); ++i)
         put("    ");
 }
 

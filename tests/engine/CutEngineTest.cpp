@@ -140,6 +140,16 @@ TEST(ProjectImport, namesCamerasAndRecordingsWithoutALocation) {
     const std::vector<std::string> missing{"Unnamed clip", "clip",     "lost",
                                            "e\u0301lan",   "\uFB01lm", "\U0001F3A5"};
     EXPECT_EQ(summary.missingLocations, missing);
+
+    // Every angle would keep the name.
+    ProjectBuilder project;
+    project.extraResources = "<asset id='long' src='x'><metadata>" + md + "'" +
+                             std::string(1'000'000, 'x') + "'/></metadata></asset>";
+    project.extraAngles =
+        test::repeated(21, "<mc-angle angleID='C'><video ref='long'/></mc-angle>");
+    EXPECT_EQ(failureOf([&] { inspectProject(project.xml()); }),
+              "The camera names of the recordings in this export are too long to be read. Shorten "
+              "them in Final Cut and export XML again.");
 }
 
 /// How many clips an angle holds and the first recording, or the refusal.

@@ -43,6 +43,21 @@ TEST(Text, firstCharactersAreThoseThatAReaderCounts) {
     EXPECT_EQ(displayWidth("aé日本Ａ👍"), 10U);
 }
 
+TEST(Text, marksInAnyNumberComeIntoTheirOrder) {
+    const auto marks = [](const char* mark, int count) {
+        std::string text;
+        for (; count > 0; --count)
+            text += mark;
+        return text;
+    };
+    // A dot below belongs before an acute.
+    for (const int count : {1, 300, 100'000})
+        EXPECT_EQ(normalizedNFC("a" + marks("\u0301", count) + marks("\u0323", count) + "가"),
+                  normalizedNFC("\u1EA1" + marks("\u0323", count - 1) + marks("\u0301", count) +
+                                "\u1100\u1161"))
+            << count;
+}
+
 TEST(Text, bytesThatAreNoCharactersDoNoHarm) {
     EXPECT_TRUE(isUTF8("é\uFFFD\U0010FFFF"));
     for (const char* text : {"\xC3", "a\xFF", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80"})

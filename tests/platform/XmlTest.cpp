@@ -112,6 +112,12 @@ TEST(XmlIntake, refusesDocumentsThatGrowOrNestTooDeep) {
                     .starts_with("The XML could not be read: limit on input amplification factor"));
     EXPECT_EQ(kept("<!DOCTYPE r [<!ATTLIST a b CDATA '" + large + repeated("<a/>", 1000) + "</r>"),
               "The XML's document type adds far more to it than it holds itself.");
+    std::string attributes;
+    for (int i = 0; i < 20'000; ++i)
+        attributes += fmt::format(" a{} CDATA #IMPLIED", i);
+    EXPECT_EQ(kept("<!DOCTYPE r [<!ATTLIST a" + attributes + ">]><r>" + repeated("<a/>", 15'000) +
+                   "</r>"),
+              "The XML's document type adds far more to it than it holds itself.");
     const std::string deepest = repeated("<a>", 999) + "<a/>" + repeated("</a>", 999);
     EXPECT_EQ(kept(deepest), deepest);
     EXPECT_EQ(kept("<r>" + deepest), "The XML is nested more than 1000 levels deep.");
