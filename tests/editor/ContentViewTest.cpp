@@ -241,6 +241,24 @@ TEST(ContentView, onlyAChangeOfSettingsClearsTheStatus) {
     EXPECT_EQ(loaded.fields().status, "");
 }
 
+TEST(ContentView, whatIsShownIsThatOfTheLatestExport) {
+    EditorBench bench;
+    ContentView& editor = bench.editor();
+    ProjectBuilder project = concert();
+    editor.importProject(project.xml());
+    editor.generateEdit();
+    const std::size_t parts = editor.coverageContent().angles.at(2).ranges.size();
+    EXPECT_TRUE(editor.cutLine(0).starts_with("Wide")) << editor.cutLine(0);
+
+    // The same settings come of it, so nothing but the project tells it apart.
+    project.angles[0].name = "Balcony";
+    project.angles[2].clips = {{0, 100}, {200, 1300}};
+    editor.importProject(project.xml());
+    editor.generateEdit();
+    EXPECT_EQ(editor.coverageContent().angles.at(2).ranges.size(), parts + 1);
+    EXPECT_TRUE(editor.cutLine(0).starts_with("Balcony")) << editor.cutLine(0);
+}
+
 TEST(ContentView, importsKeepPacingAndResetTheRest) {
     Loaded loaded;
     ContentView& editor = loaded.editor();
