@@ -36,8 +36,9 @@ CommandResult runPresets(const PresetsOptions& options, const Environment& envir
 
 EditPreset presetNamed(const std::string& name, const Environment& environment) {
     const std::vector<EditPreset> presets = loadPresets(presetData(environment));
+    const std::string wanted = normalizedName(name);
     const auto found = std::find_if(presets.begin(), presets.end(), [&](const EditPreset& preset) {
-        return normalizedName(preset.name) == normalizedName(name);
+        return normalizedName(preset.name) == wanted;
     });
     if (found == presets.end())
         throw UsageError(fmt::format(

@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
+#include <set>
 
 namespace shotweaver {
 
@@ -39,12 +39,20 @@ SecondsRange readRange(std::string_view flag, std::string_view text) {
     throw UsageError(fmt::format("{}: \"{}\" is not MIN-MAX in seconds, as in 10-25.", flag, text));
 }
 
+std::set<std::string, std::less<>> idsOf(const std::vector<ImportedAngle>& angles) {
+    std::set<std::string, std::less<>> ids;
+    for (const ImportedAngle& angle : angles)
+        ids.insert(angle.id);
+    return ids;
+}
+
 /// Puts flags into settings, with the project that their angles belong to.
 class FlagReader {
   public:
     FlagReader(EditSettings& settings, const ImportedProject& imported, const CutEngine& engine)
-        : settings_(settings), imported_(imported), video_(videoAngles(imported, engine)),
-          audio_(audioAngles(imported, engine)) {}
+        : settings_(settings), ids_(idsOf(imported.angles)),
+          video_(videoAngleIDs(imported, engine)), videoNames_(videoAngles(imported, engine)),
+          audioNames_(audioAngles(imported, engine)) {}
 
     void readCameras(const SettingsFlags& flags);
     void readPacing(const SettingsFlags& flags);
@@ -53,38 +61,31 @@ class FlagReader {
 
   private:
     /// An identifier of any angle, or the name of one among `named`.
-    std::string angle(std::string_view flag, std::string_view text,
-                      const std::vector<ImportedAngle>& named) const;
+    std::string angle(std::string_view flag, std::string_view text, const AngleNames& named) const;
     std::string camera(std::string_view flag, std::string_view text) const {
-        return angle(flag, text, video_);
+        return angle(flag, text, videoNames_);
     }
     AngleValue angleValue(std::string_view flag, std::string_view text) const;
     SectionDraft section(std::string_view text) const;
 
     EditSettings& settings_;
-    const ImportedProject& imported_;
-    std::vector<ImportedAngle> video_;
-    std::vector<ImportedAngle> audio_;
+    std::set<std::string, std::less<>> ids_; // of all angles
+    std::vector<std::string> video_;         // identifiers
+    AngleNames videoNames_;
+    AngleNames audioNames_;
 };
 
 std::string FlagReader::angle(std::string_view flag, std::string_view text,
-                              const std::vector<ImportedAngle>& named) const {
-    const auto hasID = [&](const ImportedAngle& each) { return each.id == text; };
-    if (std::any_of(imported_.angles.begin(), imported_.angles.end(), hasID))
-        return std::string(text);
-    if (auto found = findAngle(text, named)) return *found;
-
-    const std::string wanted = normalizedName(text);
-    const bool isRepeated = std::any_of(named.begin(), named.end(), [&](const ImportedAngle& each) {
-        return normalizedName(each.name) == wanted;
-    });
+                              const AngleNames& named) const {
+    if (ids_.contains(text)) return std::string(text);
+    if (auto found = named.find(text)) return *found;
     throw UsageError(
-        isRepeated
+        named.isRepeated(text)
             ? fmt::format("{}: several angles are named \"{}\". Give the angle's identifier, which "
                           "inspect prints.",
                           flag, text)
             : fmt::format("{}: no {} angle has the identifier or name \"{}\". inspect prints them.",
-                          flag, &named == &audio_ ? "audio" : "video", text));
+                          flag, &named == &audioNames_ ? "audio" : "video", text));
 }
 
 AngleValue FlagReader::angleValue(std::string_view flag, std::string_view text) const {
@@ -110,18 +111,14 @@ SectionDraft FlagReader::section(std::string_view text) const {
 }
 
 void FlagReader::readCameras(const SettingsFlags& flags) {
-    if (flags.mainCamera) {
-        std::vector<std::string> ids;
-        for (const ImportedAngle& each : video_)
-            ids.push_back(each.id);
-        chooseMainCamera(settings_, camera("--main-camera", *flags.mainCamera), ids);
-    }
+    if (flags.mainCamera)
+        chooseMainCamera(settings_, camera("--main-camera", *flags.mainCamera), video_);
     if (flags.otherCameras) {
         settings_.otherCameras.clear();
         for (const std::string_view name : split(*flags.otherCameras, ','))
             settings_.otherCameras.insert(camera("--other-cameras", name));
     }
-    if (flags.audio) settings_.audio = angle("--audio", *flags.audio, audio_);
+    if (flags.audio) settings_.audio = angle("--audio", *flags.audio, audioNames_);
 }
 
 void FlagReader::readPacing(const SettingsFlags& flags) {

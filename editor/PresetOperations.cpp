@@ -22,8 +22,9 @@ const EditPreset* presetWithID(const std::vector<EditPreset>& presets, std::stri
 
 bool hasNameOfAnother(const std::vector<EditPreset>& presets, std::string_view name,
                       const UUID& id) {
+    const std::string wanted = normalizedName(name);
     return std::any_of(presets.begin(), presets.end(), [&](const EditPreset& preset) {
-        return preset.id != id && normalizedName(preset.name) == normalizedName(name);
+        return preset.id != id && normalizedName(preset.name) == wanted;
     });
 }
 

@@ -49,32 +49,39 @@ void applyRanges(const EditPreset& preset, EditSettings& settings) {
     settings.otherMaximum = preset.otherMaximum.value_or(upper(other));
 }
 
+/// Angles and the names to find them by.
+struct NamedAngles {
+    const std::vector<ImportedAngle>& angles;
+    AngleNames names{angles};
+};
+
 /// Gives every angle a number: that of the one row with its name, if no other angle has that name,
 /// or else `fallback`.
 template <class Row>
 void applyRows(const std::optional<std::vector<Row>>& rows, double Row::*number, double fallback,
-               const std::vector<ImportedAngle>& angles, AngleNumbers& numbers) {
+               const NamedAngles& video, AngleNumbers& numbers) {
     std::map<std::string, std::vector<double>> numbersByName;
     if (rows) {
         for (const Row& row : *rows)
             numbersByName[normalizedName(row.angleName)].push_back(row.*number);
     }
-    for (const ImportedAngle& angle : angles) {
+    for (const ImportedAngle& angle : video.angles) {
         const auto named = numbersByName.find(normalizedName(angle.name));
         const bool isMatched = named != numbersByName.end() && named->second.size() == 1 &&
-                               findAngle(angle.name, angles);
+                               !video.names.isRepeated(angle.name);
         numbers[angle.id] = isMatched ? named->second.front() : fallback;
     }
 }
 
 /// False, with the settings as they were, unless every name stands for a different angle.
-bool applyCameras(const EditPreset& preset, const ProjectAngles& angles, EditSettings& settings) {
-    const auto main = findAngle(preset.mainAngleName, angles.video);
-    const auto audio = findAngle(preset.audioAngleName, angles.audio);
+bool applyCameras(const EditPreset& preset, const AngleNames& video,
+                  const std::vector<ImportedAngle>& audioAngles, EditSettings& settings) {
+    const auto main = video.find(preset.mainAngleName);
+    const auto audio = AngleNames(audioAngles).find(preset.audioAngleName);
     if (!main || !audio || preset.otherAngleNames.empty()) return false;
     std::set<std::string, std::less<>> others;
     for (const std::string& name : preset.otherAngleNames) {
-        const auto other = findAngle(name, angles.video);
+        const auto other = video.find(name);
         if (!other || other == main || !others.insert(*other).second) return false;
     }
     settings.mainCamera = *main;
@@ -91,11 +98,11 @@ struct BookendFields {
 };
 
 /// False when the shot's camera was not found. The shot is off then, as without one.
-bool applyBookend(const std::optional<PresetBookend>& shot, const std::vector<ImportedAngle>& video,
+bool applyBookend(const std::optional<PresetBookend>& shot, const AngleNames& video,
                   BookendFields fields) {
     fields.isEnabled = false;
     if (!shot) return true;
-    const auto camera = findAngle(shot->angleName, video);
+    const auto camera = video.find(shot->angleName);
     if (!camera) return false;
     fields.camera = *camera;
     fields.seconds = shot->seconds;
@@ -138,25 +145,26 @@ std::optional<EditPreset> presetOf(const EditSettings& settings, const ProjectAn
 
 AppliedPreset appliedPreset(const EditPreset& preset, EditSettings settings,
                             const ProjectAngles& angles) {
+    const NamedAngles video{angles.video};
     settings.mainShare = preset.mainShare;
     settings.averageShot = preset.averageShot;
     applyRanges(preset, settings);
     settings.doubleMain = preset.doubleMain;
-    applyRows(preset.frequencies, &PresetFrequency::weight, defaultFrequency, angles.video,
+    applyRows(preset.frequencies, &PresetFrequency::weight, defaultFrequency, video,
               settings.frequencies);
-    applyRows(preset.returnTimes, &PresetReturnTime::seconds, defaultReturnTime, angles.video,
+    applyRows(preset.returnTimes, &PresetReturnTime::seconds, defaultReturnTime, video,
               settings.returnTimes);
     std::string notice =
-        applyCameras(preset, angles, settings)
+        applyCameras(preset, video.names, angles.audio, settings)
             ? fmt::format("Applied {}, including matching camera and audio angles.", preset.name)
             : fmt::format("Applied {}'s pacing and balance. Some angle names are missing or "
                           "repeated, so the current camera and audio selections were kept.",
                           preset.name);
     const bool hasOpening =
-        applyBookend(preset.opening, angles.video,
+        applyBookend(preset.opening, video.names,
                      {settings.openingEnabled, settings.openingCamera, settings.openingSeconds});
     const bool hasClosing =
-        applyBookend(preset.closing, angles.video,
+        applyBookend(preset.closing, video.names,
                      {settings.closingEnabled, settings.closingCamera, settings.closingSeconds});
     if (!hasOpening || !hasClosing)
         notice += " An opening or closing camera could not be matched, so that option was turned "

@@ -8,7 +8,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace shotweaver {
@@ -28,15 +27,17 @@ std::string waitLabel(std::string_view title, double seconds) {
     return fmt::format("{}: {}", title, secondsLabel(seconds));
 }
 
-/// What a camera's frequency makes of the choices among the additional cameras.
-std::string choiceShare(const EditSettings& settings, const std::string& camera,
-                        const std::vector<std::string>& others) {
+double sumOfFrequencies(const EditSettings& settings, const std::vector<std::string>& cameras) {
     double sum = 0;
-    for (const std::string& other : others)
-        sum += frequencyOf(settings, other);
-    const bool isAmong = std::find(others.begin(), others.end(), camera) != others.end();
-    const double percent =
-        isAmong && sum > 0 ? std::round(frequencyOf(settings, camera) / sum * 100) : 0;
+    for (const std::string& camera : cameras)
+        sum += frequencyOf(settings, camera);
+    return sum;
+}
+
+/// What a camera's frequency makes of the choices among the additional cameras, `sum` being the
+/// frequencies of those that are included.
+std::string choiceShare(const CameraRow& row, double sum) {
+    const double percent = row.isIncluded && sum > 0 ? std::round(row.frequency / sum * 100) : 0;
     return fmt::format("{:.0f}% of additional camera choices", percent);
 }
 
@@ -78,6 +79,7 @@ std::vector<CameraRow> cameraRows(const EditSettings& settings, const ImportedPr
                                   const CutEngine& engine) {
     const std::vector<std::string> others = selectedOtherCameras(settings, imported, engine);
     const bool hasChoice = others.size() >= 2;
+    const double sum = sumOfFrequencies(settings, others);
     std::vector<CameraRow> rows;
     for (const std::string& id : videoAngleIDs(imported, engine)) {
         if (id == settings.mainCamera) continue;
@@ -88,7 +90,7 @@ std::vector<CameraRow> cameraRows(const EditSettings& settings, const ImportedPr
         row.frequency = frequencyOf(settings, id);
         row.frequencyLabel = "Frequency: " + wholeNumber(row.frequency);
         row.frequencyAccessibleName = "Frequency for " + row.label;
-        row.choiceShare = choiceShare(settings, id, others);
+        row.choiceShare = choiceShare(row, sum);
         row.isFrequencyEnabled = row.isIncluded && hasChoice;
         row.frequencyHelp =
             hasChoice ? panelTexts::frequencyHelp : panelTexts::frequencyNeedsCameras;

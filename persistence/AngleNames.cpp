@@ -8,16 +8,21 @@ std::string normalizedName(std::string_view name) {
     return normalizedNFC(lowercased(trimmed(name)));
 }
 
-std::optional<std::string> findAngle(std::string_view name,
-                                     const std::vector<ImportedAngle>& angles) {
-    const std::string wanted = normalizedName(name);
-    std::optional<std::string> found;
+AngleNames::AngleNames(const std::vector<ImportedAngle>& angles) {
     for (const ImportedAngle& angle : angles) {
-        if (normalizedName(angle.name) != wanted) continue;
-        if (found) return std::nullopt;
-        found = angle.id;
+        const auto [entry, isNew] = ids_.try_emplace(normalizedName(angle.name), angle.id);
+        if (!isNew) entry->second.reset();
     }
-    return found;
+}
+
+std::optional<std::string> AngleNames::find(std::string_view name) const {
+    const auto entry = ids_.find(normalizedName(name));
+    return entry == ids_.end() ? std::nullopt : entry->second;
+}
+
+bool AngleNames::isRepeated(std::string_view name) const {
+    const auto entry = ids_.find(normalizedName(name));
+    return entry != ids_.end() && !entry->second;
 }
 
 } // namespace shotweaver

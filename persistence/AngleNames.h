@@ -2,6 +2,7 @@
 
 #include "engine/ImportedProject.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,9 +14,21 @@ namespace shotweaver {
 /// in lower case, canonically equivalent texts alike.
 std::string normalizedName(std::string_view name);
 
-/// The identifier of the one angle with that name once both are normalised; nothing when no angle
-/// or more than one has it.
-std::optional<std::string> findAngle(std::string_view name,
-                                     const std::vector<ImportedAngle>& angles);
+/// Angles by their normalised names. Making one normalises every angle's name: keep it for as many
+/// names as there are to look up.
+class AngleNames {
+  public:
+    explicit AngleNames(const std::vector<ImportedAngle>& angles);
+
+    /// The identifier of the one angle with that name once both are normalised; nothing when no
+    /// angle or more than one has it.
+    std::optional<std::string> find(std::string_view name) const;
+
+    /// Whether more than one angle has that name.
+    bool isRepeated(std::string_view name) const;
+
+  private:
+    std::map<std::string, std::optional<std::string>> ids_; // nothing for a repeated name
+};
 
 } // namespace shotweaver

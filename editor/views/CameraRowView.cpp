@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include <initializer_list>
+
 namespace shotweaver {
 
 namespace {
@@ -78,11 +80,9 @@ void CameraRowView::show(const CameraRow& row) {
     wait_->setEnabled(row.isIncluded);
 }
 
-QWidget* CameraRowView::followInTabOrder(QWidget* previous) {
-    setTabOrder(previous, included_);
-    setTabOrder(included_, frequency_);
-    setTabOrder(frequency_, wait_);
-    return wait_;
+void CameraRowView::followInTabOrder(QWidget* previous) {
+    for (QWidget* const control : std::initializer_list<QWidget*>{wait_, frequency_, included_})
+        setTabOrder(previous, control);
 }
 
 } // namespace shotweaver

@@ -74,13 +74,14 @@ bool CamerasPanel::hasRowsOf(const std::vector<CameraRow>& rows) const {
 /// A camera that stays keeps its row, and with it the focus.
 void CamerasPanel::rebuildRows(const std::vector<CameraRow>& rows) {
     std::vector<CameraRowView*> rebuilt;
-    QWidget* previous = mainWait_;
+    const LayoutPause pause(this);
     for (const CameraRow& row : rows) {
-        CameraRowView* const view = takeRow(row.id);
-        rowLayout_->addWidget(view);
-        previous = view->followInTabOrder(previous);
-        rebuilt.push_back(view);
+        rebuilt.push_back(takeRow(row.id));
+        rowLayout_->addWidget(rebuilt.back());
+        rebuilt.back()->setVisible(true);
     }
+    for (auto view = rebuilt.rbegin(); view != rebuilt.rend(); ++view)
+        (*view)->followInTabOrder(mainWait_);
     // What is left may be in the middle of a signal.
     for (CameraRowView* const view : std::exchange(rows_, std::move(rebuilt))) {
         view->hide();

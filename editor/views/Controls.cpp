@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
 #include <QStyleOptionComboBox>
 #include <QToolButton>
 #include <QWheelEvent>
@@ -112,11 +113,15 @@ void Picker::show(const std::vector<PickerOption>& options, const std::string& c
     const QSignalBlocker blocker(this);
     if (options != options_) {
         options_ = options;
-        clear();
+        // Filled before the list looks at it, which starts a timer for every item that it sees
+        // come.
+        auto* const items = new QStandardItemModel(this);
         for (const PickerOption& option : options_) {
-            addItem(toQt(option.label));
-            setItemData(count() - 1, plainToolTip(option.label), Qt::ToolTipRole);
+            auto* const item = new QStandardItem(shortened(toQt(option.label)));
+            item->setToolTip(plainToolTip(option.label));
+            items->appendRow(item);
         }
+        setModel(items); // deletes the one before
     }
     const auto found = std::find_if(options_.begin(), options_.end(),
                                     [&](const PickerOption& each) { return each.id == current; });
@@ -337,7 +342,7 @@ void TextField::show(const std::string& text) {
 }
 
 void showText(QLabel& label, const std::string& text) {
-    const QString shown = toQt(text);
+    const QString shown = shortened(toQt(text));
     if (label.text() != shown) label.setText(shown);
 }
 

@@ -150,7 +150,7 @@ class TextField : public QLineEdit {
     void typed(const std::string& text);
 };
 
-/// Shows a text unless it is the one on show.
+/// Shows a text, shortened, unless it is the one on show.
 void showText(QLabel& label, const std::string& text);
 
 /// Lets screen readers read the project's own controls. Once for the application.

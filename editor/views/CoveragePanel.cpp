@@ -129,10 +129,12 @@ void CoveragePanel::refresh() {
 void CoveragePanel::refreshAngles(const std::vector<CoverageBar>& bars) {
     for (; angles_.size() > bars.size(); angles_.pop_back())
         delete angles_.back();
+    const LayoutPause pause(this);
     while (angles_.size() < bars.size()) {
         const QString name = QStringLiteral("coverage-%1").arg(angles_.size());
         angles_.push_back(new CoverageRow(name));
         angleRows_->addWidget(angles_.back());
+        angles_.back()->setVisible(true);
     }
     for (std::size_t row = 0; row < bars.size(); ++row)
         angles_[row]->show(bars[row], editor_.fields().engine);

@@ -8,6 +8,7 @@
 #include "editor/views/SavePresetSheet.h"
 #include "editor/views/SettingsColumn.h"
 #include "editor/views/Style.h"
+#include "editor/views/WrappedText.h"
 
 #include <QApplication>
 #include <QChildEvent>
@@ -173,11 +174,12 @@ void EditorPanel::refresh() {
     const EditorFields& fields = editor_.fields();
     const bool hasProject = fields.imported.has_value();
     noProject_->setVisible(!hasProject);
-    columns_->setVisible(hasProject);
+    // Before the columns appear: rows that come to a visible panel are laid out more often.
     if (hasProject) {
         settings_->refresh();
         preview_->refresh();
     }
+    columns_->setVisible(hasProject);
     showText(*importWarning_, editor_.importWarning().value_or(""));
     importWarning_->setVisible(editor_.importWarning().has_value());
     showText(*status_, fields.status);
@@ -208,7 +210,7 @@ void EditorPanel::refreshAlert() {
             editor_.dismissError();
         });
     }
-    alert_->setText(toQt(*error));
+    alert_->setText(shortened(toQt(*error)));
     if (isVisible() && !alert_->isVisible()) alert_->open();
 }
 

@@ -16,6 +16,14 @@ QVBoxLayout* panelLayout(QGroupBox* panel) {
     return layout;
 }
 
+LayoutPause::LayoutPause(const QWidget* panel) : layout_(*panel->layout()) {
+    layout_.setEnabled(false);
+}
+
+LayoutPause::~LayoutPause() {
+    layout_.setEnabled(true);
+}
+
 QHBoxLayout* rowLayout(QWidget* parent) {
     auto* const layout = new QHBoxLayout(parent);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -17,6 +17,20 @@ namespace shotweaver {
 /// The layout of a group: what is added stands below one another.
 QVBoxLayout* panelLayout(QGroupBox* panel);
 
+/// Keeps a panel's layout still for as long as it lives: otherwise each of many rows that appear
+/// has all of them laid out again.
+class LayoutPause {
+  public:
+    /// `panel` has a layout, and outlives the pause.
+    explicit LayoutPause(const QWidget* panel);
+    ~LayoutPause();
+    LayoutPause(const LayoutPause&) = delete;
+    LayoutPause& operator=(const LayoutPause&) = delete;
+
+  private:
+    QLayout& layout_;
+};
+
 /// An empty row, or column, without margins. The caller adds it to a layout, which owns it.
 QHBoxLayout* rowLayout(QWidget* parent = nullptr);
 QVBoxLayout* columnLayout(QWidget* parent = nullptr);

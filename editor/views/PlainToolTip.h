@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/views/Style.h"
+#include "editor/views/WrappedText.h"
 
 #include <QTextDocument>
 
@@ -8,9 +9,10 @@
 
 namespace shotweaver {
 
-/// A text as a tooltip that shows it as it is: tooltips take what looks like markup for markup.
+/// A text, shortened, as a tooltip that shows it as it is: tooltips take what looks like markup for
+/// markup.
 inline QString plainToolTip(const std::string& text) {
-    const QString shown = toQt(text);
+    const QString shown = shortened(toQt(text));
     return Qt::mightBeRichText(shown) ? Qt::convertFromPlainText(shown) : shown;
 }
 

@@ -86,13 +86,10 @@ void SectionRowView::show(const SectionDraft& section, const std::vector<PickerO
     end_->show(section.end);
 }
 
-QWidget* SectionRowView::followInTabOrder(QWidget* previous) {
+void SectionRowView::followInTabOrder(QWidget* previous) {
     for (QWidget* const control :
-         std::initializer_list<QWidget*>{name_, camera_, remove_, start_, end_}) {
+         std::initializer_list<QWidget*>{end_, start_, remove_, camera_, name_})
         setTabOrder(previous, control);
-        previous = control;
-    }
-    return previous;
 }
 
 QWidget* SectionRowView::lastControl() const {

@@ -26,8 +26,9 @@ class SectionRowView : public QWidget {
 
     void show(const SectionDraft& section, const std::vector<PickerOption>& cameras);
 
-    /// Lets the keyboard reach the row's controls after `previous`. Gives the last one.
-    QWidget* followInTabOrder(QWidget* previous);
+    /// Lets the keyboard reach the row's controls right after `previous`. Quick for rows from the
+    /// last one to the first: a control then stands by the one before it, not far behind it.
+    void followInTabOrder(QWidget* previous);
     QWidget* lastControl() const;
     QWidget* removeButton() const;
 

@@ -31,18 +31,23 @@ void SectionsPanel::refresh() {
     const std::vector<SectionDraft>& sections = editor_.fields().fixedSections;
     while (rows_.size() > sections.size())
         removeLastRow();
-    while (rows_.size() < sections.size())
-        appendRow();
+    if (rows_.size() < sections.size()) appendRows(sections.size() - rows_.size());
     const std::vector<PickerOption> cameras = editor_.cameraOptions();
     for (std::size_t row = 0; row < sections.size(); ++row)
         rows_[row]->show(sections[row], cameras);
 }
 
-void SectionsPanel::appendRow() {
+void SectionsPanel::appendRows(std::size_t count) {
     QWidget* const previous = rows_.empty() ? addSection_ : rows_.back()->lastControl();
-    rows_.push_back(new SectionRowView(editor_, rows_.size(), this));
-    rowLayout_->addWidget(rows_.back());
-    rows_.back()->followInTabOrder(previous);
+    const std::size_t kept = rows_.size();
+    const LayoutPause pause(this);
+    for (; count > 0; --count) {
+        rows_.push_back(new SectionRowView(editor_, rows_.size(), this));
+        rowLayout_->addWidget(rows_.back());
+        rows_.back()->setVisible(true);
+    }
+    for (std::size_t row = rows_.size(); row > kept; --row)
+        rows_[row - 1]->followInTabOrder(previous);
 }
 
 void SectionsPanel::removeLastRow() {

@@ -25,7 +25,7 @@ class SectionsPanel : public QGroupBox {
     void refresh();
 
   private:
-    void appendRow();
+    void appendRows(std::size_t count);
     void removeLastRow();
 
     ContentView& editor_;

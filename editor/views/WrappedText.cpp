@@ -8,8 +8,15 @@
 
 namespace shotweaver {
 
+QString shortened(const QString& text) {
+    constexpr int longest = 2000;
+    if (text.size() <= longest) return text;
+    const bool splitsCharacter = text.at(longest - 1).isHighSurrogate();
+    return text.left(splitsCharacter ? longest - 1 : longest) + QChar(0x2026);
+}
+
 WrappedText::WrappedText(const QString& text, const QFont& font, double width)
-    : layout_(QString(text).replace(QLatin1Char('\n'), QChar(QChar::LineSeparator)), font) {
+    : layout_(shortened(text).replace(QLatin1Char('\n'), QChar(QChar::LineSeparator)), font) {
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     layout_.setTextOption(option);
@@ -27,7 +34,7 @@ double WrappedText::lineHeight() const {
 }
 
 int lineWidth(const QString& text, const QFont& font) {
-    return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text))) + 1;
+    return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(shortened(text)))) + 1;
 }
 
 WrappedLabel::WrappedLabel(style::TextStyle style, const QColor& colour) {

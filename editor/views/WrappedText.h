@@ -8,8 +8,12 @@
 
 namespace shotweaver {
 
+/// The beginning of a text, and "…" for the rest, when it is longer than any that is read: finding
+/// line breaks in one long word takes a time that grows with the square of its length.
+QString shortened(const QString& text);
+
 /// Text in lines no wider than a width, broken between words, and within a word that is wider: a
-/// camera's or a project's name may be anything.
+/// camera's or a project's name may be anything. A long text is shortened.
 class WrappedText {
   public:
     /// `width` in pixels.
@@ -24,10 +28,11 @@ class WrappedText {
     double height_ = 0;
 };
 
-/// The width of a text in one line, pixels.
+/// The width of a text, shortened, in one line, pixels.
 int lineWidth(const QString& text, const QFont& font);
 
-/// A label that shows all of its text, never taken for markup, however narrow it is.
+/// A label that breaks its text into as many lines as it takes, never takes it for markup, and
+/// shortens it only to show it.
 class WrappedLabel : public QLabel {
     Q_OBJECT
 

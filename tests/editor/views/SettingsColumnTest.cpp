@@ -2,12 +2,14 @@
 #include "editor/views/BarDrawing.h"
 #include "editor/views/CoverageBarView.h"
 #include "editor/views/SavePresetSheet.h"
+#include "editor/views/WrappedText.h"
 #include "tests/support/EditorBench.h"
 
 #include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
 #include <QHelpEvent>
 #include <QImage>
 #include <QLayout>
@@ -177,6 +179,39 @@ TEST(SettingsColumn, rowsKeepFocusAndCursor) {
     EXPECT_TRUE(test.find("removeSection-0")->hasFocus());
 }
 
+TEST(SettingsColumn, rowsThatComeTogetherStandAndAreReachedInOrder) {
+    Column test;
+    ProjectBuilder larger = concert();
+    for (const char* const id : {"X", "Y"})
+        larger.angles.insert(larger.angles.begin() + 2, {id, id, {{0, 1500}}});
+    test.editor.importProject(larger.xml());
+    EditSettings settings = test.settings();
+    settings.sections = {{secureUUIDs()(), "a", "W", "1", "2"},
+                         {secureUUIDs()(), "b", "W", "", ""}};
+    test.editor.applySettings(settings);
+    QApplication::processEvents();
+    const auto reached = [&](const char* first, int count) {
+        test.find(first)->setFocus();
+        std::string names;
+        int above = 0;
+        for (; count > 0; --count) {
+            QWidget* const control = QApplication::focusWidget();
+            const int bottom = control->mapTo(test.column, QPoint(0, control->height())).y();
+            names += control->objectName().toStdString() + (bottom < above ? " (above)\n" : "\n");
+            above = bottom - control->height();
+            keyClick(control, Qt::Key_Tab);
+        }
+        return names;
+    };
+    EXPECT_EQ(reached("mainWait", 13),
+              "mainWait\ninclude-P\nfrequency-P\nwait-P\ninclude-Y\nfrequency-Y\nwait-Y\n"
+              "include-X\nfrequency-X\nwait-X\ninclude-B\nfrequency-B\nwait-B\n");
+    EXPECT_EQ(reached("addSection", 11),
+              "addSection\nsectionName-0\nsectionCamera-0\nremoveSection-0\nsectionStart-0\n"
+              "sectionEnd-0\nsectionName-1\nsectionCamera-1\nremoveSection-1\nsectionStart-1\n"
+              "sectionEnd-1\n");
+}
+
 TEST(SettingsColumn, presetsAreNamedInASheet) {
     Column test;
     SavePresetSheet sheet(test.editor, &test.area);
@@ -268,6 +303,28 @@ TEST(SettingsColumn, anyNameFits) {
     test.editor.savePreset();
     EXPECT_EQ(test.spoken("include-P"), name + "&Pulpit: ");
     EXPECT_LE(test.column->layout()->minimumSize().width(), test.column->minimumSizeHint().width());
+}
+
+TEST(SettingsColumn, aVeryLongNameIsShownByItsBeginning) {
+    ProjectBuilder project = concert();
+    const std::string name(3000, 'W');
+    const QString beginning = QString(2000, QLatin1Char('W')) + QChar(0x2026);
+    project.angles[0].name = project.angles[1].name = name;
+    Column test(project);
+    auto* const camera = test.find<QComboBox>("mainCamera");
+    EXPECT_EQ(camera->currentText(), beginning);
+    EXPECT_EQ(camera->toolTip(), beginning);
+    EXPECT_EQ(test.spoken("include-P"), name + ": ");
+    test.editor.addSection();
+    keyClick(test.find("sectionCamera-0"), Qt::Key_Down); // both names look alike
+    EXPECT_EQ(test.settings().sections[0].camera, "P");
+    test.editor.setSectionName(0, name);
+    EXPECT_EQ(test.find<QLineEdit>("sectionName-0")->text().toStdString(), name);
+
+    const QString clef = QString::fromUtf8("\U0001D11E"); // two code units
+    const QString letters(1999, QLatin1Char('W'));
+    EXPECT_EQ(shortened(letters + clef), letters + QChar(0x2026));
+    EXPECT_EQ(shortened(letters.chopped(1) + clef), letters.chopped(1) + clef);
 }
 
 } // namespace
