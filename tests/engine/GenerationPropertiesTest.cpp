@@ -489,7 +489,7 @@ TEST(GenerationProperties, lengthsAndTheMainShareAverageWhatTheArithmeticSays) {
         {0.7, SecondsRange{10, 25}, SecondsRange{4, 8}, 14, 7.5}, // a fresh editor's
         {0.7, SecondsRange{10, 25}, SecondsRange{4, 8}, 17.5, 7.5, true},
         {0.5, SecondsRange{2, 12}, SecondsRange{4, 8}, 6, 7},
-        {0.5, SecondsRange{4, 12}, SecondsRange{3, 7}, 5, 6.6}, // near the first of ten parts
+        {0.5, SecondsRange{4, 12}, SecondsRange{3, 7}, 5, 6.6},  // near the first of ten parts
         {0.9, SecondsRange{4, 8}, SecondsRange{4, 8}, 7.6, 4.4}, // held within nine tenths
         {0.1, SecondsRange{4, 8}, SecondsRange{4, 24}, 4.4, 22},
         {0.6, SecondsRange{5, 35}, std::nullopt, 15, 8}, // against the average of 10

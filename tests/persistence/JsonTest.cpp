@@ -110,8 +110,7 @@ TEST(RecordJson, givenSettingsReplaceWholeValues) {
     EditSettings expected = revision().settings;
     expected.frequencies = {{"Z", 1}}; // the old entries are gone
     expected.otherCameras.clear();
-    EXPECT_EQ(over(R"({"x": [1], "frequencies": {"Z": 1}, "otherCameras": []})"),
-              expected);
+    EXPECT_EQ(over(R"({"x": [1], "frequencies": {"Z": 1}, "otherCameras": []})"), expected);
     EXPECT_EQ(failureOf([&] { over(R"({"audio": null})"); }),
               "The JSON's \"audio\" must be a string.");
 }
