@@ -180,6 +180,10 @@ TEST(ProjectImport, countsMediaClips) {
         {"<ref-clip ref='M'/><ref-clip ref='X'><ref-clip ref='M'/></ref-clip>", "4 from 0"}};
     for (const auto& [content, clips] : rows)
         EXPECT_EQ(clipsOf(content, resources), clips) << content;
+    // A media that another angle has used.
+    EXPECT_EQ(clipsOf("<ref-clip ref='X'/></mc-angle><mc-angle angleID='D'><ref-clip ref='X'/>",
+                      resources),
+              "1 from 3.5");
     // Own children come first; the inner compound clip is being entered already.
     EXPECT_EQ(clipsOf("<ref-clip ref='Y'><ref-clip ref='Y'/><video offset='s'/></ref-clip>",
                       test::compoundMedia("Y", "<video offset='inside'/>")),
