@@ -1,10 +1,10 @@
 #include "platform/Locale.h"
 
+#include "platform/IcuLocale.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
 #include <unicode/coll.h>
-#include <unicode/locid.h>
 #include <unicode/numberformatter.h>
 
 #include <cstdint>
@@ -12,12 +12,6 @@
 namespace shotweaver {
 
 namespace {
-
-icu::Locale localeOf(const std::string& tag) {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::Locale locale = icu::Locale::forLanguageTag(tag, status);
-    return U_SUCCESS(status) ? locale : icu::Locale::getRoot();
-}
 
 icu::StringPiece piece(std::string_view text) {
     return {text.data(), static_cast<std::int32_t>(text.size())};
@@ -40,7 +34,7 @@ struct DecimalFormat::Formatter {
 
 DecimalFormat::DecimalFormat(const std::string& locale)
     : formatter_(std::make_shared<const Formatter>(
-          Formatter{icu::number::NumberFormatter::withLocale(localeOf(locale))
+          Formatter{icu::number::NumberFormatter::withLocale(icuLocale(locale))
                         .precision(icu::number::Precision::maxFraction(3))})) {}
 
 std::string DecimalFormat::text(double value) const {
@@ -59,7 +53,7 @@ struct NameCollator::Rules {
 NameCollator::NameCollator(const std::string& locale) {
     UErrorCode status = U_ZERO_ERROR;
     std::unique_ptr<icu::Collator> collator(
-        icu::Collator::createInstance(localeOf(locale), status));
+        icu::Collator::createInstance(icuLocale(locale), status));
     if (U_SUCCESS(status)) {
         collator->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
         // Its three levels one after the other: letters, then accents, and case only between names

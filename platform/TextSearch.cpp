@@ -1,9 +1,9 @@
 #include "platform/TextSearch.h"
 
+#include "platform/IcuLocale.h"
 #include "platform/PlatformError.h"
 
 #include <unicode/coleitr.h>
-#include <unicode/locid.h>
 #include <unicode/tblcoll.h>
 #include <unicode/unistr.h>
 
@@ -12,12 +12,6 @@
 namespace shotweaver {
 
 namespace {
-
-icu::Locale localeOf(const std::string& tag) {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::Locale locale = icu::Locale::forLanguageTag(tag, status);
-    return U_SUCCESS(status) ? locale : icu::Locale::getRoot();
-}
 
 void require(UErrorCode status) {
     if (U_FAILURE(status)) throw PlatformError("Text cannot be searched in this language.");
@@ -32,7 +26,7 @@ struct TextSearch::Rules {
 TextSearch::TextSearch(std::string_view wanted, const std::string& locale) {
     UErrorCode status = U_ZERO_ERROR;
     const std::shared_ptr<icu::Collator> collator(
-        icu::Collator::createInstance(localeOf(locale), status));
+        icu::Collator::createInstance(icuLocale(locale), status));
     require(status);
     collator->setAttribute(UCOL_NORMALIZATION_MODE, UCOL_ON, status);
     require(status);

@@ -135,6 +135,9 @@ TEST(InspectCommand, aProjectIsSummarised) {
         R"("audioCoverage":{"A":[[0,1000]],"B":[]}}})";
     ProjectBuilder project;
     project.angles[1].clips.clear();
+    project.angles[1].name = std::string(5000, 'x'); // shifts its own line only
+    EXPECT_LT(std::get<1>(run({"inspect", "-"}, project.xml())).size(), 6500U);
+    project.angles[1].name = "B";
     const Arguments inspect{"inspect", "--json", "-"};
     EXPECT_EQ(run(inspect, project.xml()), (Outcome{0, json + engine + "\n", ""}));
     project.clipAttributes += R"( audioStart="0s")"; // summarised all the same

@@ -144,6 +144,9 @@ TEST(XmlWriter, writesAnElementALineAndLeavesContentAlone) {
     for (const auto& [xml, text] : cases)
         EXPECT_EQ(written(parseXml(xml)),
                   std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") + text);
+    const std::string deep = repeated("<a>", 40) + "<b/>" + repeated("</a>", 40);
+    EXPECT_NE(written(parseXml(deep)).find("\n" + std::string(32 * 4, ' ') + "<b/>\n"),
+              std::string::npos); // no farther in than 32 levels
 }
 
 /// An element of chance with everything that a document can hold.
