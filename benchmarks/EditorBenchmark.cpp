@@ -5,9 +5,9 @@
 #include "benchmarks/BenchmarkDocuments.h"
 #include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
-#include "editor/EditPlan.h"
-#include "editor/ProjectDefaults.h"
 #include "persistence/SavedEditSession.h"
+#include "planning/EditPlan.h"
+#include "planning/ProjectDefaults.h"
 #include "platform/Files.h"
 
 #include <fmt/format.h>

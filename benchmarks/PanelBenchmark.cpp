@@ -3,13 +3,12 @@
 
 #include "benchmarks/BenchmarkDocuments.h"
 #include "benchmarks/SilentHost.h"
-#include "editor/EditPlan.h"
-#include "editor/ProjectDefaults.h"
-#include "editor/views/Controls.h"
-#include "editor/views/Style.h"
 #include "host/views/ExtensionRootView.h"
 #include "persistence/SavedEditSession.h"
+#include "planning/EditPlan.h"
+#include "planning/ProjectDefaults.h"
 #include "platform/Files.h"
+#include "widgets/Style.h"
 
 #include <fmt/format.h>
 
@@ -88,7 +87,6 @@ void startEmptyWindow() {
 }
 
 void startPanel(const std::string& folder) {
-    installAccessibility();
     Bench bench(folder);
     ExtensionRootView root(bench.editor);
     root.resize(windowSize);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ByteSource.h"
-#include "platform/StateFolders.h"
+#include "platform/Environment.h"
 
 #include <iosfwd>
 #include <string>

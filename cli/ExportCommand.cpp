@@ -2,8 +2,8 @@
 
 #include "cli/HandOff.h"
 #include "cli/ProjectSource.h"
-#include "engine/ExportFiles.h"
-#include "engine/SettingsRecord.h"
+#include "engine/export/ExportFiles.h"
+#include "engine/export/SettingsRecord.h"
 #include "persistence/RecordJson.h"
 #include "platform/Files.h"
 

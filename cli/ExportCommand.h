@@ -5,7 +5,7 @@
 #include "engine/EditRevision.h"
 #include "engine/ImportedProject.h"
 #include "platform/ByteSource.h"
-#include "platform/StateFolders.h"
+#include "platform/Environment.h"
 
 #include <string>
 

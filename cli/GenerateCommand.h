@@ -3,7 +3,7 @@
 #include "cli/Command.h"
 #include "cli/SettingsFlags.h"
 #include "platform/ByteSource.h"
-#include "platform/StateFolders.h"
+#include "platform/Environment.h"
 
 #include <optional>
 #include <string>

@@ -4,7 +4,7 @@
 #include "cli/TextTable.h"
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
-#include "persistence/JsonReader.h"
+#include "platform/JsonReader.h"
 #include "platform/NumberText.h"
 #include "platform/Text.h"
 

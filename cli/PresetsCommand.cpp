@@ -1,8 +1,9 @@
 #include "cli/PresetsCommand.h"
 
 #include "cli/TextTable.h"
-#include "persistence/AngleNames.h"
+#include "engine/AngleNames.h"
 #include "platform/FileCalls.h"
+#include "platform/StateFolders.h"
 #include "platform/UserDefaults.h"
 
 #include <fmt/format.h>

@@ -2,7 +2,7 @@
 
 #include "cli/Command.h"
 #include "persistence/EditPreset.h"
-#include "platform/StateFolders.h"
+#include "platform/Environment.h"
 
 #include <string>
 

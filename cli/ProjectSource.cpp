@@ -1,6 +1,6 @@
 #include "cli/ProjectSource.h"
 
-#include "editor/ProjectFile.h"
+#include "planning/ProjectFile.h"
 
 namespace shotweaver {
 

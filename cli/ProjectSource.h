@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/ProjectImport.h"
+#include "engine/import/ProjectImport.h"
 #include "platform/ByteSource.h"
 
 #include <string>

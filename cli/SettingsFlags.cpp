@@ -1,7 +1,7 @@
 #include "cli/SettingsFlags.h"
 
-#include "editor/ProjectDefaults.h"
-#include "persistence/AngleNames.h"
+#include "engine/AngleNames.h"
+#include "planning/ProjectDefaults.h"
 #include "platform/NumberText.h"
 #include "platform/Text.h"
 

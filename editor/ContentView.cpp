@@ -1,8 +1,8 @@
 #include "editor/ContentView.h"
 
 #include "editor/ContentViewChange.h"
-#include "editor/EditPlan.h"
-#include "editor/ProjectDefaults.h"
+#include "planning/EditPlan.h"
+#include "planning/ProjectDefaults.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #include "editor/CoverageContent.h"
 
-#include "editor/EditorTexts.h"
-#include "editor/ProjectDefaults.h"
+#include "planning/EditorTexts.h"
+#include "planning/ProjectDefaults.h"
 #include "platform/Locale.h"
 #include "platform/Text.h"
 

@@ -1,7 +1,7 @@
 #include "editor/CutListContent.h"
 
-#include "editor/EditorTexts.h"
-#include "editor/ProjectDefaults.h"
+#include "planning/EditorTexts.h"
+#include "planning/ProjectDefaults.h"
 
 #include <fmt/format.h>
 

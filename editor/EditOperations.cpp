@@ -1,8 +1,8 @@
 #include "editor/ContentView.h"
 #include "editor/ContentViewChange.h"
-#include "editor/EditPlan.h"
 #include "editor/ItemAccessGrant.h"
-#include "engine/SettingsRecord.h"
+#include "engine/export/SettingsRecord.h"
+#include "planning/EditPlan.h"
 #include "platform/Files.h"
 
 #include <fmt/format.h>

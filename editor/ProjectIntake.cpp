@@ -1,8 +1,8 @@
 #include "editor/ContentView.h"
 #include "editor/ContentViewChange.h"
 #include "editor/ItemAccessGrant.h"
-#include "editor/ProjectDefaults.h"
-#include "editor/ProjectFile.h"
+#include "planning/ProjectDefaults.h"
+#include "planning/ProjectFile.h"
 #include "platform/FileURL.h"
 
 #include <fmt/format.h>

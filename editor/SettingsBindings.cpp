@@ -1,8 +1,8 @@
 #include "editor/ContentView.h"
 #include "editor/ContentViewChange.h"
-#include "editor/ProjectDefaults.h"
 #include "engine/FinalCutImportError.h"
 #include "engine/TimeValues.h"
+#include "planning/ProjectDefaults.h"
 
 #include <algorithm>
 #include <cmath>

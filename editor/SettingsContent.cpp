@@ -1,9 +1,9 @@
 #include "editor/SettingsContent.h"
 
-#include "editor/EditPlan.h"
-#include "editor/EditorTexts.h"
 #include "editor/PanelTexts.h"
-#include "editor/ProjectDefaults.h"
+#include "planning/EditPlan.h"
+#include "planning/EditorTexts.h"
+#include "planning/ProjectDefaults.h"
 #include "platform/Locale.h"
 
 #include <fmt/format.h>

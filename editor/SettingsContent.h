@@ -1,9 +1,9 @@
 #pragma once
 
-#include "editor/PresetSettings.h"
 #include "engine/CutEngine.h"
 #include "engine/EditSettings.h"
 #include "engine/ImportedProject.h"
+#include "planning/PresetSettings.h"
 
 #include <cstddef>
 #include <string>
@@ -12,18 +12,6 @@
 namespace shotweaver {
 
 /// What the settings column shows of the settings. Numbers in labels are cut to whole ones.
-
-/// What a control steps through.
-struct ControlRange {
-    double minimum = 0;
-    double maximum = 0;
-    double step = 1;
-};
-
-inline constexpr ControlRange waitRange{0, 600, 10}; // seconds
-inline constexpr ControlRange frequencyRange{1, 10, 1};
-inline constexpr ControlRange shareRange{10, 90, 5};      // percent
-inline constexpr ControlRange shotLengthRange{1, 120, 1}; // seconds
 
 /// An entry of a picker.
 struct PickerOption {

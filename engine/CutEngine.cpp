@@ -1,9 +1,9 @@
 #include "engine/CutEngine.h"
 
-#include "engine/AngleMediaWalker.h"
 #include "engine/FinalCutImportError.h"
 #include "engine/TimeValues.h"
-#include "engine/XmlAccess.h"
+#include "engine/import/AngleMediaWalker.h"
+#include "engine/import/XmlAccess.h"
 
 #include <algorithm>
 #include <array>

@@ -2,8 +2,8 @@
 
 #include "engine/EditSettings.h"
 #include "engine/FrameRange.h"
-#include "engine/ProjectImport.h"
 #include "engine/TimeValues.h"
+#include "engine/import/ProjectImport.h"
 #include "platform/Random.h"
 #include "platform/Uuid.h"
 #include "platform/XmlIntake.h"

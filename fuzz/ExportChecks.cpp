@@ -1,7 +1,7 @@
 #include "fuzz/ExportChecks.h"
 
 #include "engine/TimeValues.h"
-#include "engine/XmlAccess.h"
+#include "engine/import/XmlAccess.h"
 #include "fuzz/Check.h"
 #include "platform/XmlIntake.h"
 

@@ -1,10 +1,10 @@
 #include "help/ShotweaverManual.h"
 
 #include "help/AbsoluteURL.h"
-#include "persistence/JsonReader.h"
-#include "persistence/RecordCoding.h"
 #include "platform/Files.h"
+#include "platform/JsonReader.h"
 #include "platform/PlatformError.h"
+#include "platform/RecordCoding.h"
 
 namespace shotweaver {
 

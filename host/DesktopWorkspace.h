@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/Workspace.h"
+#include "platform/Environment.h"
 #include "platform/FileCalls.h"
-#include "platform/StateFolders.h"
 
 namespace shotweaver {
 

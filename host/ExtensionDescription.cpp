@@ -1,6 +1,6 @@
 #include "host/ExtensionDescription.h"
 
-#include "persistence/JsonReader.h"
+#include "platform/JsonReader.h"
 
 namespace shotweaver {
 

@@ -1,6 +1,6 @@
 #include "host/InboxSubscription.h"
 
-#include "editor/ProjectFile.h"
+#include "planning/ProjectFile.h"
 #include "platform/FileURL.h"
 
 namespace shotweaver {

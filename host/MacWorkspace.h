@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/Workspace.h"
-#include "platform/StateFolders.h"
+#include "platform/Environment.h"
 
 #include <future>
 #include <map>

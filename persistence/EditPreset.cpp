@@ -1,8 +1,8 @@
 #include "persistence/EditPreset.h"
 
+#include "engine/AngleNames.h"
 #include "engine/FinalCutImportError.h"
-#include "persistence/AngleNames.h"
-#include "persistence/RecordCoding.h"
+#include "platform/RecordCoding.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "persistence/RecordJson.h"
 
-#include "persistence/RecordCoding.h"
+#include "platform/RecordCoding.h"
 
 namespace shotweaver {
 

@@ -3,7 +3,7 @@
 #include "engine/EditRevision.h"
 #include "engine/EditSettings.h"
 #include "persistence/EditHistory.h"
-#include "persistence/JsonReader.h"
+#include "platform/JsonReader.h"
 
 #include <string>
 

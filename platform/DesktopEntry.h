@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/Environment.h"
 #include "platform/FileCalls.h"
-#include "platform/StateFolders.h"
 
 #include <optional>
 #include <string>

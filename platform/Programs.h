@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/StateFolders.h"
+#include "platform/Environment.h"
 
 #include <optional>
 #include <string>

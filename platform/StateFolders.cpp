@@ -3,8 +3,6 @@
 #include "platform/Files.h"
 #include "platform/PlatformError.h"
 
-#include <cstdlib>
-
 namespace shotweaver {
 
 namespace {
@@ -25,14 +23,6 @@ std::string inHome(const Environment& environment, const char* path) {
 }
 
 } // namespace
-
-Environment systemEnvironment() {
-    return [](const char* name) -> std::optional<std::string> {
-        const char* const value = std::getenv(name);
-        if (value == nullptr) return std::nullopt;
-        return value;
-    };
-}
 
 #if defined(__APPLE__)
 

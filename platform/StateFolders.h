@@ -1,16 +1,10 @@
 #pragma once
 
-#include <functional>
-#include <optional>
+#include "platform/Environment.h"
+
 #include <string>
 
 namespace shotweaver {
-
-/// Looks up an environment variable; nothing when it is not set.
-using Environment = std::function<std::optional<std::string>(const char* name)>;
-
-/// The process's own environment.
-Environment systemEnvironment();
 
 /// Where the user's work is kept. The folders need not exist.
 struct StateFolders {

@@ -2,13 +2,12 @@
 
 #include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
-#include "editor/views/Controls.h"
-#include "editor/views/Style.h"
 #include "help/AboutTexts.h"
 #include "help/ManualSearch.h"
 #include "host/views/ExtensionRootView.h"
 #include "host/views/PanelSheets.h"
 #include "platform/Files.h"
+#include "widgets/Style.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -170,7 +169,6 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     shotweaver::enlargeText(QApplication::arguments().value(5).toDouble());
     shotweaver::style::apply(application);
-    shotweaver::installAccessibility();
     try {
         shotweaver::run(QApplication::arguments().mid(1));
         return 0;

@@ -8,7 +8,8 @@ cd "$root"
 
 # The folders of the product, from the ground up: each includes only those before it.
 # shellcheck disable=SC2034
-folders=(platform engine persistence editor help host cli editor/views help/views host/views)
+folders=(platform engine persistence planning editor help host cli widgets editor/views help/views
+    host/views)
 
 # What a build needs, and what else the checks, the benchmarks and the fuzzers need.
 build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev libfmt-dev

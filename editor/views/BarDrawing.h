@@ -1,7 +1,7 @@
 #pragma once
 
-#include "editor/views/Style.h"
 #include "engine/FrameRange.h"
+#include "widgets/Style.h"
 
 #include <QRectF>
 

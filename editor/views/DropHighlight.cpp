@@ -1,6 +1,6 @@
 #include "editor/views/DropHighlight.h"
 
-#include "editor/views/Style.h"
+#include "widgets/Style.h"
 
 #include <QPainter>
 

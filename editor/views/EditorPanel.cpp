@@ -1,14 +1,14 @@
 #include "editor/views/EditorPanel.h"
 
 #include "editor/PanelTexts.h"
-#include "editor/views/Controls.h"
 #include "editor/views/DropHighlight.h"
-#include "editor/views/IconLabel.h"
-#include "editor/views/PreviewColumn.h"
 #include "editor/views/SavePresetSheet.h"
-#include "editor/views/SettingsColumn.h"
-#include "editor/views/Style.h"
-#include "editor/views/WrappedText.h"
+#include "editor/views/preview/PreviewColumn.h"
+#include "editor/views/settings/SettingsColumn.h"
+#include "widgets/Controls.h"
+#include "widgets/IconLabel.h"
+#include "widgets/Style.h"
+#include "widgets/WrappedText.h"
 
 #include <QApplication>
 #include <QChildEvent>

@@ -1,8 +1,8 @@
 #include "editor/views/SavePresetSheet.h"
 
-#include "editor/views/Controls.h"
-#include "editor/views/PanelLayout.h"
-#include "editor/views/Style.h"
+#include "widgets/Controls.h"
+#include "widgets/PanelLayout.h"
+#include "widgets/Style.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/views/Style.h"
+#include "widgets/Style.h"
 
 #include <string>
 

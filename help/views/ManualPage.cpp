@@ -1,7 +1,7 @@
 #include "help/views/ManualPage.h"
 
-#include "editor/views/Style.h"
 #include "help/views/LinkLabel.h"
+#include "widgets/Style.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -1,9 +1,9 @@
 #include "help/views/ShotweaverAboutView.h"
 
-#include "editor/views/IconLabel.h"
-#include "editor/views/Style.h"
 #include "help/AboutTexts.h"
 #include "help/views/LinkLabel.h"
+#include "widgets/IconLabel.h"
+#include "widgets/Style.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>

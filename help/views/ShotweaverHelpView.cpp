@@ -1,11 +1,11 @@
 #include "help/views/ShotweaverHelpView.h"
 
-#include "editor/views/IconLabel.h"
-#include "editor/views/Style.h"
 #include "help/AboutTexts.h"
 #include "help/HelpTexts.h"
 #include "help/views/LinkLabel.h"
 #include "help/views/ManualPage.h"
+#include "widgets/IconLabel.h"
+#include "widgets/Style.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

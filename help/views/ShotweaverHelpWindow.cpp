@@ -1,8 +1,8 @@
 #include "help/views/ShotweaverHelpWindow.h"
 
-#include "editor/views/Style.h"
 #include "help/HelpTexts.h"
 #include "help/views/ShotweaverHelpView.h"
+#include "widgets/Style.h"
 
 #include <QGuiApplication>
 #include <QPointer>

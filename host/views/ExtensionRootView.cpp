@@ -1,7 +1,7 @@
 #include "host/views/ExtensionRootView.h"
 
 #include "editor/views/EditorPanel.h"
-#include "editor/views/Style.h"
+#include "widgets/Style.h"
 
 namespace shotweaver {
 

@@ -1,6 +1,6 @@
 #include "host/views/ItemDialog.h"
 
-#include "editor/ProjectFile.h"
+#include "planning/ProjectFile.h"
 
 #include <QFileInfo>
 

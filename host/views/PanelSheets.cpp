@@ -1,10 +1,10 @@
 #include "host/views/PanelSheets.h"
 
-#include "editor/views/Style.h"
 #include "help/HelpTexts.h"
 #include "help/views/ShotweaverAboutView.h"
 #include "help/views/ShotweaverHelpView.h"
 #include "help/views/ShotweaverHelpWindow.h"
+#include "widgets/Style.h"
 
 #include <QDialog>
 #include <QVBoxLayout>

@@ -4,8 +4,6 @@
 #include <QDir>
 #include <QFile>
 
-#include <fmt/format.h>
-
 /// The description is in a library, so it has to be asked for. Outside of every namespace, as the
 /// macro wants it.
 static void loadDescription() {
@@ -28,7 +26,7 @@ std::string ShotweaverHelpBundle::path(const std::string& resource, const std::s
     const QString folder = QStringLiteral("/../share/shotweaver");
 #endif
     const QString path = QDir::cleanPath(QCoreApplication::applicationDirPath() + folder);
-    return fmt::format("{}/{}.{}", path.toStdString(), resource, extension);
+    return path.toStdString() + "/" + resource + "." + extension;
 }
 
 } // namespace shotweaver

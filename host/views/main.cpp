@@ -1,10 +1,9 @@
-#include "editor/views/Controls.h"
-#include "editor/views/IconLabel.h"
-#include "editor/views/Style.h"
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionViewController.h"
 #include "host/views/ProgramResources.h"
 #include "platform/FileURL.h"
+#include "widgets/IconLabel.h"
+#include "widgets/Style.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -35,7 +34,6 @@ int run(QApplication& application) {
     parser.process(application);
 
     style::apply(application);
-    installAccessibility();
     const ExtensionDescription description = extensionDescription();
     const auto controller = makeViewController(description.principalViewControllerClass);
     if (!controller) {

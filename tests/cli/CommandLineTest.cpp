@@ -1,7 +1,7 @@
 #include "cli/CommandLine.h"
 
-#include "editor/ProjectDefaults.h"
 #include "persistence/RecordJson.h"
+#include "planning/ProjectDefaults.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/TestFolder.h"
 

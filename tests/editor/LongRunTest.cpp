@@ -1,4 +1,4 @@
-#include "editor/EditPlan.h"
+#include "planning/EditPlan.h"
 #include "platform/Files.h"
 #include "tests/support/EditorBench.h"
 

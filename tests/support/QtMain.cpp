@@ -1,5 +1,4 @@
-#include "editor/views/Controls.h"
-#include "editor/views/Style.h"
+#include "widgets/Style.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +10,5 @@ int main(int argumentCount, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argumentCount, arguments);
     shotweaver::style::apply(application);
-    shotweaver::installAccessibility();
     return RUN_ALL_TESTS();
 }

@@ -1,5 +1,4 @@
 #include "editor/views/EditorPanel.h"
-#include "editor/views/IconLabel.h"
 #include "help/ManualSearch.h"
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionRootView.h"
@@ -8,6 +7,7 @@
 #include "host/views/PanelSheets.h"
 #include "platform/FileURL.h"
 #include "tests/support/EditorBench.h"
+#include "widgets/IconLabel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,97 @@
+#include "editor/views/preview/ActionBarView.h"
+
+#include "editor/PanelTexts.h"
+#include "widgets/Controls.h"
+#include "widgets/Style.h"
+
+#include <QHBoxLayout>
+#include <QKeySequence>
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include <functional>
+
+namespace shotweaver {
+
+namespace {
+
+QHBoxLayout* addRow(QVBoxLayout& rows) {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(style::scaled(style::close));
+    rows.addLayout(row);
+    return row;
+}
+
+} // namespace
+
+ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
+    : QWidget(parent), editor_(editor),
+      generate_(addButton("generate", panelTexts::generateHelp, Qt::CTRL | Qt::Key_G,
+                          &ContentView::generateEdit)),
+      back_(addButton("back", panelTexts::backHelp, Qt::CTRL | Qt::Key_BracketLeft,
+                      &ContentView::goBack)),
+      forward_(addButton("forward", panelTexts::forwardHelp, Qt::CTRL | Qt::Key_BracketRight,
+                         &ContentView::goForward)),
+      export_(addButton("export", panelTexts::exportHelp, Qt::CTRL | Qt::Key_E,
+                        &ContentView::exportEdit)),
+      position_(style::label(style::TextStyle::callout, style::secondary())),
+      hint_(style::wrappingLabel(style::TextStyle::callout, style::secondary())) {
+    generate_->setProperty("prominent", true);
+    back_->setText(tr("Back"));
+    forward_->setText(tr("Forward"));
+    export_->setText(tr("Export to Final Cut…"));
+    position_->setObjectName(QStringLiteral("position"));
+    position_->setFont(style::withEqualDigits(position_->font()));
+    hint_->setObjectName(QStringLiteral("hint"));
+    layOut();
+    refresh();
+}
+
+QPushButton* ActionBarView::addButton(const char* name, const char* help,
+                                      const QKeySequence& shortcut,
+                                      void (ContentView::*operation)()) {
+    auto* const button = new QPushButton(this);
+    button->setObjectName(QString::fromUtf8(name));
+    button->setToolTip(QStringLiteral("%1 (%2)").arg(QString::fromUtf8(help),
+                                                     shortcut.toString(QKeySequence::NativeText)));
+    connect(button, &QPushButton::clicked, this,
+            [this, operation] { std::invoke(operation, editor_); });
+    // Not the button's own, which a change of its label would drop.
+    connect(new QShortcut(shortcut, this), &QShortcut::activated, button,
+            [button] { button->click(); });
+    return button;
+}
+
+/// In two rows, since the column may be little wider than three buttons.
+void ActionBarView::layOut() {
+    auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(style::scaled(style::close));
+    auto* const first = addRow(*rows);
+    for (QPushButton* const button : {generate_, back_, forward_})
+        first->addWidget(button);
+    first->addStretch();
+    auto* const second = addRow(*rows);
+    second->addWidget(position_);
+    second->addWidget(hint_, 1);
+    second->addStretch();
+    second->addWidget(export_);
+}
+
+void ActionBarView::refresh() {
+    const ActionBar bar = editor_.actionBar();
+    if (bar == shown_) return;
+    shown_ = bar;
+    generate_->setText(toQt(bar.generateLabel));
+    generate_->setEnabled(bar.canGenerate);
+    back_->setEnabled(bar.canGoBack);
+    forward_->setEnabled(bar.canGoForward);
+    export_->setEnabled(bar.canExport);
+    showText(*position_, bar.position.value_or(""));
+    position_->setVisible(bar.position.has_value());
+    showText(*hint_, bar.hint.value_or(""));
+    hint_->setVisible(bar.hint.has_value());
+}
+
+} // namespace shotweaver

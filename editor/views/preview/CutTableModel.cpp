@@ -1,0 +1,79 @@
+#include "editor/views/preview/CutTableModel.h"
+
+#include "widgets/PlainToolTip.h"
+#include "widgets/Style.h"
+
+namespace shotweaver {
+
+namespace {
+
+QVariant alignmentOf(int column) {
+    const bool isNumber = column == CutTableModel::duration;
+    return QVariant::fromValue(Qt::AlignVCenter | (isNumber ? Qt::AlignRight : Qt::AlignLeft));
+}
+
+std::string textOf(CutRow row, int column) {
+    switch (column) {
+    case CutTableModel::camera:
+        return std::move(row.camera);
+    case CutTableModel::start:
+        return std::move(row.start);
+    default:
+        return std::move(row.duration);
+    }
+}
+
+} // namespace
+
+CutTableModel::CutTableModel(const ContentView& editor, QObject* parent)
+    : QAbstractTableModel(parent), editor_(editor),
+      equalDigits_(style::withEqualDigits(style::font(style::TextStyle::body))) {}
+
+void CutTableModel::refresh() {
+    const EditorFields& fields = editor_.fields();
+    if (cuts_ == fields.cuts && engine_ == fields.engine) return;
+    beginResetModel();
+    cuts_ = fields.cuts;
+    engine_ = fields.engine;
+    endResetModel();
+}
+
+int CutTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(cuts_.size());
+}
+
+int CutTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : columns;
+}
+
+QVariant CutTableModel::data(const QModelIndex& index, int role) const {
+    const auto row = static_cast<std::size_t>(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return toQt(textOf(editor_.cutRow(row), index.column()));
+    case Qt::ToolTipRole: // for names that do not fit
+        return index.column() == camera ? plainToolTip(editor_.cutRow(row).camera) : QVariant();
+    case Qt::FontRole:
+        return index.column() == camera ? QVariant() : equalDigits_;
+    case Qt::TextAlignmentRole:
+        return alignmentOf(index.column());
+    default:
+        return {};
+    }
+}
+
+QVariant CutTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal) return {};
+    if (role == Qt::TextAlignmentRole) return alignmentOf(section);
+    if (role != Qt::DisplayRole) return {};
+    switch (section) {
+    case camera:
+        return tr("Camera");
+    case start:
+        return tr("Start (Timecode)");
+    default:
+        return tr("Duration (seconds)");
+    }
+}
+
+} // namespace shotweaver

@@ -1,0 +1,68 @@
+#include "editor/views/preview/PreviewColumn.h"
+
+#include "editor/PanelTexts.h"
+#include "editor/views/preview/ActionBarView.h"
+#include "editor/views/preview/CutTable.h"
+#include "editor/views/preview/EditOverview.h"
+#include "editor/views/preview/UsageTable.h"
+#include "widgets/Controls.h"
+#include "widgets/Style.h"
+
+#include <QVBoxLayout>
+
+namespace shotweaver {
+
+namespace {
+
+void showLine(QLabel& label, const std::optional<std::string>& text) {
+    showText(label, text.value_or(""));
+    label.setVisible(text.has_value());
+}
+
+} // namespace
+
+PreviewColumn::PreviewColumn(ContentView& editor, QWidget* parent)
+    : QWidget(parent), editor_(editor),
+      warning_(style::wrappingLabel(style::TextStyle::body, style::accent())),
+      actions_(new ActionBarView(editor)), summary_(style::wrappingLabel(style::TextStyle::body)),
+      overview_(new EditOverview(editor)), cuts_(new CutTable(editor)),
+      noCuts_(style::wrappingLabel(style::TextStyle::body, style::secondary())),
+      usage_(new UsageTable(editor)) {
+    warning_->setObjectName(QStringLiteral("coverageWarning"));
+    summary_->setObjectName(QStringLiteral("summary"));
+    noCuts_->setObjectName(QStringLiteral("noCuts"));
+    noCuts_->setText(QString::fromUtf8(panelTexts::noCuts));
+    noCuts_->setAlignment(Qt::AlignCenter);
+    overview_->setSelectionModel(cuts_->selectionModel());
+    layOut();
+    refresh();
+}
+
+void PreviewColumn::layOut() {
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(style::scaled(style::normal));
+    for (QWidget* const widget :
+         {static_cast<QWidget*>(warning_), static_cast<QWidget*>(actions_),
+          static_cast<QWidget*>(summary_), static_cast<QWidget*>(overview_)})
+        column->addWidget(widget);
+    column->addWidget(cuts_, 1);
+    column->addWidget(noCuts_, 1);
+    column->addWidget(usage_);
+}
+
+void PreviewColumn::refresh() {
+    showLine(*warning_, editor_.coverageWarning());
+    actions_->refresh();
+    showLine(*summary_, editor_.summaryLine());
+    const bool hasCuts = !editor_.fields().cuts.empty();
+    cuts_->refresh();
+    cuts_->setVisible(hasCuts);
+    overview_->refresh();
+    overview_->setVisible(hasCuts);
+    noCuts_->setVisible(!hasCuts);
+    usage_->refresh();
+    usage_->setVisible(hasCuts);
+}
+
+} // namespace shotweaver

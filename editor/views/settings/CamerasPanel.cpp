@@ -1,0 +1,104 @@
+#include "editor/views/settings/CamerasPanel.h"
+
+#include "editor/PanelTexts.h"
+#include "editor/views/settings/CameraRowView.h"
+#include "editor/views/settings/ControlRanges.h"
+#include "widgets/Controls.h"
+#include "widgets/PanelLayout.h"
+#include "widgets/Style.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace shotweaver {
+
+CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
+    : QGroupBox(tr("Cameras and audio"), parent), editor_(editor),
+      mainCamera_(new Picker(tr("Main camera"))), audio_(new Picker(tr("Continuous audio"))),
+      mainWait_(new Stepper(waitRange)), rowLayout_(columnLayout()) {
+    mainCamera_->setObjectName(QStringLiteral("mainCamera"));
+    audio_->setObjectName(QStringLiteral("audio"));
+    mainWait_->setObjectName(QStringLiteral("mainWait"));
+    bind();
+
+    auto* const pickers = new QGridLayout;
+    pickers->setSpacing(style::scaled(style::close));
+    pickers->setColumnStretch(1, 1);
+    pickers->addWidget(titleLabel(mainCamera_->accessibleName(), mainCamera_), 0, 0);
+    pickers->addWidget(mainCamera_, 0, 1);
+    pickers->addWidget(titleLabel(audio_->accessibleName(), audio_), 1, 0);
+    pickers->addWidget(audio_, 1, 1);
+    QLabel* const title = style::label(style::TextStyle::headline);
+    title->setText(tr("Additional cameras"));
+    rowLayout_->setSpacing(style::scaled(style::normal));
+
+    QVBoxLayout* const layout = panelLayout(this);
+    layout->addLayout(pickers);
+    layout->addWidget(mainWait_);
+    layout->addWidget(title);
+    layout->addLayout(rowLayout_);
+    layout->addWidget(helpLabel(panelTexts::waitHelp));
+    layout->addWidget(helpLabel(panelTexts::waitPriorityHelp));
+    refresh();
+}
+
+void CamerasPanel::bind() {
+    connect(mainCamera_, &Picker::chosen, this,
+            [this](const std::string& id) { editor_.chooseMainCamera(id); });
+    connect(audio_, &Picker::chosen, this,
+            [this](const std::string& id) { editor_.chooseAudio(id); });
+    connect(mainWait_, &Stepper::stepped, this,
+            [this](double seconds) { editor_.setWait(editor_.fields().cameraA, seconds); });
+}
+
+void CamerasPanel::refresh() {
+    const EditSettings settings = editor_.currentSettings();
+    mainCamera_->show(editor_.cameraOptions(), settings.mainCamera);
+    audio_->show(editor_.audioOptions(), settings.audio);
+    mainWait_->show(mainWait(settings), mainWaitLabel(settings));
+    const std::vector<CameraRow> rows = editor_.cameraRows();
+    if (!hasRowsOf(rows)) rebuildRows(rows);
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        rows_[row]->show(rows[row]);
+}
+
+bool CamerasPanel::hasRowsOf(const std::vector<CameraRow>& rows) const {
+    return std::equal(
+        rows.begin(), rows.end(), rows_.begin(), rows_.end(),
+        [](const CameraRow& row, const CameraRowView* view) { return row.id == view->id(); });
+}
+
+/// A camera that stays keeps its row, and with it the focus.
+void CamerasPanel::rebuildRows(const std::vector<CameraRow>& rows) {
+    std::vector<CameraRowView*> rebuilt;
+    const LayoutPause pause(this);
+    for (const CameraRow& row : rows) {
+        rebuilt.push_back(takeRow(row.id));
+        rowLayout_->addWidget(rebuilt.back());
+        rebuilt.back()->setVisible(true);
+    }
+    for (auto view = rebuilt.rbegin(); view != rebuilt.rend(); ++view)
+        (*view)->followInTabOrder(mainWait_);
+    // What is left may be in the middle of a signal.
+    for (CameraRowView* const view : std::exchange(rows_, std::move(rebuilt))) {
+        view->hide();
+        view->deleteLater();
+    }
+}
+
+/// The row of a camera: one that exists, or a new one.
+CameraRowView* CamerasPanel::takeRow(const std::string& id) {
+    const auto found = std::find_if(rows_.begin(), rows_.end(),
+                                    [&](const CameraRowView* view) { return view->id() == id; });
+    if (found == rows_.end()) return new CameraRowView(editor_, id, this);
+    CameraRowView* const view = *found;
+    rows_.erase(found);
+    rowLayout_->removeWidget(view);
+    return view;
+}
+
+} // namespace shotweaver

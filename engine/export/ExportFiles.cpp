@@ -1,0 +1,57 @@
+#include "engine/export/ExportFiles.h"
+
+#include "engine/FinalCutImportError.h"
+#include "platform/Files.h"
+#include "platform/PlatformError.h"
+#include "platform/Text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace shotweaver {
+
+namespace {
+
+constexpr int maximumNumber = 10000;
+constexpr std::size_t maximumNameCharacters = 100;
+
+std::string baseName(std::string_view projectName) {
+    std::string name(projectName);
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '/' || c == ':' || c == '\\'; }, '_');
+    const std::string_view shortened = firstCharacters(name, maximumNameCharacters);
+    return fmt::format("{} Shotweaver", shortened.empty() ? "Project" : shortened);
+}
+
+ExportedFiles firstFreeNames(FileCalls& calls, const std::string& folder,
+                             std::string_view projectName) {
+    const std::string base = baseName(projectName);
+    for (int number = 1; number <= maximumNumber; ++number) {
+        const std::string stem = number == 1 ? base : fmt::format("{} {}", base, number);
+        ExportedFiles files{pathInFolder(folder, stem + ".fcpxml"),
+                            pathInFolder(folder, stem + ".settings.txt")};
+        if (!fileExists(calls, files.xml) && !fileExists(calls, files.record)) return files;
+    }
+    throw FinalCutImportError::invalid(
+        "Choose another folder or clear space for a new export name.");
+}
+
+} // namespace
+
+ExportedFiles writeExportFiles(FileCalls& calls, const std::string& folder,
+                               std::string_view xmlBytes, std::string_view recordText,
+                               std::string_view projectName) {
+    ExportedFiles files = firstFreeNames(calls, folder, projectName);
+    writeNewFile(calls, files.xml, xmlBytes);
+    try {
+        writeNewFile(calls, files.record, recordText);
+    } catch (const PlatformError& error) {
+        throw FinalCutImportError::invalid(
+            fmt::format("The XML was saved as {}, but the settings record could not be saved: {}",
+                        fileName(files.xml), error.what()));
+    }
+    return files;
+}
+
+} // namespace shotweaver

@@ -1,0 +1,148 @@
+#include "engine/import/ProjectImport.h"
+
+#include "engine/FinalCutImportError.h"
+#include "engine/TimeValues.h"
+#include "engine/import/AngleImport.h"
+#include "engine/import/XmlAccess.h"
+#include "platform/Text.h"
+
+#include <iterator>
+#include <set>
+#include <vector>
+
+namespace shotweaver {
+
+namespace {
+
+[[noreturn]] void refuse(const char* sentence) {
+    throw FinalCutImportError::invalid(sentence);
+}
+
+/// Passes bytes on and counts them.
+class CountingSource final : public ByteSource {
+  public:
+    explicit CountingSource(ByteSource& source) : source_(source) {}
+
+    std::size_t read(char* into, std::size_t count) override {
+        const std::size_t bytes = source_.read(into, count);
+        count_ += bytes;
+        return bytes;
+    }
+    std::size_t count() const { return count_; }
+
+  private:
+    ByteSource& source_;
+    std::size_t count_ = 0;
+};
+
+pugi::xml_node findProject(pugi::xml_node root) {
+    std::vector<pugi::xml_node> projects;
+    const auto addProjects = [&](pugi::xml_node parent) {
+        const Elements found = elements(parent, "project");
+        projects.insert(projects.end(), found.begin(), found.end());
+    };
+    const auto addEvents = [&](pugi::xml_node parent) {
+        for (const pugi::xml_node event : elements(parent, "event"))
+            addProjects(event);
+    };
+    for (const pugi::xml_node library : elements(root, "library"))
+        addEvents(library);
+    addEvents(root);
+    addProjects(root);
+    if (projects.size() != 1)
+        refuse("Export one project from Final Cut Pro, rather than a whole event or library.");
+    return projects.front();
+}
+
+pugi::xml_node findMulticamClip(pugi::xml_node spine) {
+    const Elements content = elements(spine);
+    const pugi::xml_node clip = firstElement(spine, "mc-clip");
+    if (!clip || std::distance(content.begin(), content.end()) != 1)
+        refuse("For this prototype, export a timeline containing one uncut multicam clip.");
+    return clip;
+}
+
+std::string audioAngleNames(pugi::xml_node multicamClip, const std::vector<ImportedAngle>& angles) {
+    std::set<std::string_view> heard;
+    for (const pugi::xml_node source : elements(multicamClip, "mc-source")) {
+        const std::string_view enabled = attributeOr(source, "srcEnable", "all");
+        const auto id = attribute(source, "angleID");
+        if (id && (enabled == "all" || enabled == "audio")) heard.insert(*id);
+    }
+    std::vector<std::string> names;
+    for (const ImportedAngle& angle : angles) {
+        if (heard.contains(angle.id)) names.push_back(angle.name);
+    }
+    return names.empty() ? "Not specified" : joined(names, ", ");
+}
+
+/// Finds the elements that the import and everything after it read.
+void locate(ProjectImport& import) {
+    import.root = import.document->document_element();
+    if (!isElement(import.root, "fcpxml")) refuse("This file is not a Final Cut XML export.");
+    import.project = findProject(import.root);
+    import.sequence = firstElement(import.project, "sequence");
+    const pugi::xml_node spine = firstElement(import.sequence, "spine");
+    if (!spine) refuse("The project has no timeline to inspect.");
+    import.multicamClip = findMulticamClip(spine);
+    const pugi::xml_node resources = firstElement(import.root, "resources");
+    if (!resources) refuse("The export has no media resources.");
+    import.resources = Resources(resources);
+    const Media* const media = import.resources.media(attribute(import.multicamClip, "ref"));
+    if (media) import.multicam = firstElement(media->element, "multicam");
+    if (!import.multicam) refuse("The multicam definition is missing from this export.");
+    import.projectFormat = import.resources.format(attribute(import.sequence, "format"));
+}
+
+void requireUniqueAngles(const std::vector<ImportedAngle>& angles) {
+    std::set<std::string_view> ids;
+    for (const ImportedAngle& angle : angles)
+        ids.insert(angle.id);
+    if (angles.size() < 2 || ids.size() != angles.size())
+        refuse("The multicam needs at least two uniquely identified angles.");
+}
+
+ImportedProject summarize(const ProjectImport& import) {
+    const double frameSeconds = parseSeconds(attribute(import.projectFormat, "frameDuration"));
+    ImportedProject summary;
+    summary.duration = parseSeconds(attribute(import.sequence, "duration"));
+    if (!(frameSeconds > 0 && summary.duration > 0))
+        refuse("The project must have a positive duration and frame rate.");
+
+    AngleImport angles(import.resources);
+    for (const pugi::xml_node angle : elements(import.multicam, "mc-angle"))
+        summary.angles.push_back(angles.parseAngle(angle));
+    requireUniqueAngles(summary.angles);
+    summary.name = attributeOr(import.project, "name", "Untitled project");
+    summary.version = attributeOr(import.root, "version", "Unknown");
+    summary.framesPerSecond = 1 / frameSeconds;
+    summary.audioAngles = audioAngleNames(import.multicamClip, summary.angles);
+    summary.missingLocations = angles.missingLocations();
+    return summary;
+}
+
+} // namespace
+
+ProjectImport readProject(ByteSource& source) {
+    ProjectImport import;
+    CountingSource counted(source);
+    import.document = parseXml(counted);
+    import.documentSize = counted.count();
+    locate(import);
+    import.angles = std::async([resources = import.resources, multicam = import.multicam] {
+        return walkAngles(resources, multicam);
+});
+import.summary = summarize(import);
+return import;
+} // namespace shotweaver
+
+ProjectImport readProject(std::string_view bytes) {
+    MemorySource source(bytes);
+    return readProject(source);
+}
+
+ImportedProject inspectProject(std::string_view bytes) {
+    return readProject(bytes).summary;
+}
+
+} // namespace shotweaver

@@ -1,0 +1,172 @@
+#include "editor/views/preview/PreviewColumn.h"
+
+#include "editor/views/BarDrawing.h"
+#include "editor/views/preview/CutTable.h"
+#include "editor/views/preview/EditOverview.h"
+#include "tests/support/EditorBench.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QPushButton>
+#include <QTest>
+#include <QToolTip>
+
+namespace shotweaver::test {
+namespace {
+
+/// The column in a window of its own, following its editor.
+struct Preview {
+    explicit Preview(const ProjectBuilder& project = concert()) : column(bench.editor()) {
+        subscription = editor.observe([this] { column.refresh(); });
+        editor.importProject(project.xml());
+        column.resize(700, 800);
+        column.show();
+        column.activateWindow();
+        QCoreApplication::processEvents();
+    }
+
+    template <class Widget = QWidget>
+    Widget& find(const char* name) {
+        return *column.findChild<Widget*>(QString::fromUtf8(name));
+    }
+    /// What the overview tells a screen reader.
+    std::string value() {
+        auto* const accessible = QAccessible::queryAccessibleInterface(&overview);
+        return accessible->text(QAccessible::Value).toStdString();
+    }
+    /// What is on show, from top to bottom; what is disabled stands in brackets.
+    std::string seen() {
+        QStringList all;
+        for (const char* const name :
+             {"coverageWarning", "generate", "back", "forward", "position", "hint", "export",
+              "summary", "overview", "cutTable", "noCuts", "usageTable"}) {
+            const QWidget& widget = find(name);
+            const QString text = widget.property("text").toString();
+            const QString shown = text.isEmpty() ? widget.objectName() : text;
+            if (widget.isVisible())
+                all += widget.isEnabled() ? shown : QStringLiteral("[%1]").arg(shown);
+        }
+        return all.join(QStringLiteral(" | ")).toStdString();
+    }
+
+    EditorBench bench;
+    ContentView& editor = bench.editor();
+    PreviewColumn column;
+    CutTable& table = find<CutTable>("cutTable");
+    EditOverview& overview = find<EditOverview>("overview");
+    Observers::Subscription subscription;
+};
+
+TEST(PreviewColumn, showsWhatThereIsAndWhatCanBeDone) {
+    Preview preview;
+    ContentView& editor = preview.editor;
+    const std::string none =
+        " | [Export to Final Cut…] | Generate an edit to preview the cuts here.";
+    EXPECT_EQ(preview.seen(), "Generate rough edit | [Back] | [Forward]" + none);
+    editor.setIncluded("P", false);
+    editor.setIncluded("B", false);
+    EXPECT_EQ(preview.seen(),
+              "[Generate rough edit] | [Back] | [Forward] | Include another camera." + none);
+    editor.setIncluded("B", true);
+    editor.generateEdit();
+    editor.generateEdit();
+    editor.goBack();
+    EXPECT_EQ(preview.seen(),
+              "Shuffle rough edit | [Back] | Forward | Edit 1 of 2 | Export to Final Cut… | " +
+                  editor.summaryLine().value() + " | overview | cutTable | usageTable");
+    editor.addSection();
+    editor.setSectionStart(0, "later");
+    EXPECT_EQ(preview.seen(),
+              editor.coverageWarning().value() + " | Generate rough edit | Back | Forward" + none);
+}
+
+TEST(PreviewColumn, buttonsAndShortcutsRunTheOperations) {
+    Preview preview;
+    const EditHistory& history = preview.bench.fields().history;
+    // The current edit after a click, and after the shortcut.
+    const std::tuple<const char*, Qt::Key, int, int> cases[] = {
+        {"generate", Qt::Key_G, 0, 1},       {"generate", Qt::Key_G, 2, 3},
+        {"back", Qt::Key_BracketLeft, 2, 1}, {"forward", Qt::Key_BracketRight, 2, 3},
+        {"export", Qt::Key_E, 3, 3},
+    };
+    for (const auto& [name, key, clicked, pressed] : cases) {
+        auto& button = preview.find<QPushButton>(name);
+        QTest::mouseClick(&button, Qt::LeftButton);
+        EXPECT_EQ(history.index, clicked) << name;
+        QTest::keyClick(&preview.column, key, Qt::ControlModifier);
+        EXPECT_EQ(history.index, pressed) << name;
+        const QString told = QKeySequence(Qt::CTRL | key).toString(QKeySequence::NativeText);
+        EXPECT_TRUE(button.toolTip().endsWith(QStringLiteral(" (%1)").arg(told))) << name;
+    }
+    EXPECT_EQ(preview.bench.host.panels.size(), 2U);
+}
+
+TEST(PreviewColumn, copiesRowsAndKeepsThemWhileTheCutsStay) {
+    Preview preview;
+    preview.editor.generateEdit();
+    QItemSelectionModel& selection = *preview.table.selectionModel();
+    for (const int row : {2, 0})
+        selection.setCurrentIndex(selection.model()->index(row, 0),
+                                  QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    preview.editor.setDropTargeted(true);
+    preview.editor.showError("Something went wrong.");
+    preview.table.setFocus();
+    QTest::keyClick(&preview.table, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              QStringLiteral("Wide\t01:00:00:00\t11.84\nWide\t01:00:19:15\t23.72"));
+    EXPECT_EQ(preview.value(), preview.editor.cutLine(0));
+    preview.editor.generateEdit();
+    EXPECT_FALSE(selection.hasSelection());
+    EXPECT_EQ(preview.value(), "");
+}
+
+TEST(PreviewColumn, overviewAndListShareTheSelection) {
+    ProjectBuilder project;
+    project.length = 25 * 3600;
+    project.angles.clear();
+    for (const char id : std::string("ABCDEFGHIJKLMNOPQRST"))
+        project.angles.push_back({std::string(1, id), "Camera", {{0, project.length}}});
+    Preview preview(project);
+    preview.editor.generateEdit();
+    EditOverview& overview = preview.overview;
+    const std::vector<Cut>& cuts = preview.bench.fields().cuts;
+    const auto placeOf = [&](std::size_t row) { return overview.rowRect(row).center(); };
+    // Narrow cuts may share a point, but only with their own camera's.
+    for (std::size_t row = 0; row < cuts.size(); ++row)
+        EXPECT_EQ(cuts.at(overview.rowAt(placeOf(row)).value()).angle, cuts[row].angle) << row;
+
+    const QImage unmarked = overview.grab().toImage();
+    QTest::mouseClick(&overview, Qt::LeftButton, {}, placeOf(5).toPoint());
+    EXPECT_EQ(preview.table.currentIndex().row(), 5);
+    EXPECT_NE(overview.grab().toImage(), unmarked);
+    preview.table.selectRow(8);
+    EXPECT_EQ(preview.value(), preview.editor.cutLine(8));
+    const int last = static_cast<int>(cuts.size()) - 1;
+    const std::pair<Qt::Key, int> keys[] = {
+        {Qt::Key_Right, 9}, {Qt::Key_Home, 0}, {Qt::Key_End, last}, {Qt::Key_Left, last - 1}};
+    for (const auto& [key, row] : keys) {
+        QTest::keyClick(&overview, key);
+        EXPECT_EQ(preview.table.currentIndex().row(), row) << key;
+    }
+    const QPoint place = placeOf(5).toPoint();
+    QHelpEvent pointing(QEvent::ToolTip, place, overview.mapToGlobal(place));
+    QCoreApplication::sendEvent(&overview, &pointing);
+    EXPECT_EQ(QToolTip::text().toStdString(), preview.editor.cutLine(5));
+}
+
+TEST(BarDrawing, aRangeIsAtLeastOnePointWide) {
+    const BarAxis axis{{10, 0, 100, 8}, 1000, 1.5};
+    EXPECT_EQ(barRect(axis, {500, 700}), QRectF(60, 0, 20, 8));
+    EXPECT_EQ(barRect(axis, {500, 501}), QRectF(60, 0, 1.5, 8));
+    const std::pair<double, std::optional<std::size_t>> places[] = {
+        {9.9, {}}, {10, 0}, {20, {}}, {60, 1}, {60.6, 2}, {61.9, 2}, {62.1, {}}};
+    for (const auto& [x, range] : places)
+        EXPECT_EQ(rangeAt(axis, {{0, 100}, {500, 501}, {505, 506}}, x), range) << x;
+}
+
+} // namespace
+} // namespace shotweaver::test

@@ -1,0 +1,100 @@
+#include "engine/CutEngine.h"
+#include "engine/generation/CameraUsage.h"
+#include "tests/support/ProjectBuilder.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace shotweaver {
+namespace {
+
+using test::failureOf;
+
+TEST(EditSettings, validatesEveryNumber) {
+    using S = EditSettings;
+    const std::tuple<double S::*, double, double> rows[] = {
+        {&S::mainShare, 10, 90},      {&S::averageShot, 4, 20},    {&S::mainMinimum, 1, 25},
+        {&S::mainMaximum, 10, 120},   {&S::otherMinimum, 1, 8},    {&S::otherMaximum, 4, 120},
+        {&S::openingSeconds, 1, 120}, {&S::closingSeconds, 1, 120}};
+    for (const auto& [field, lower, upper] : rows) {
+        for (const double x :
+             {lower, upper, std::nextafter(lower, -1), std::nextafter(upper, 999), std::nan("")}) {
+            EditSettings settings;
+            settings.*field = x;
+            const bool isValid = failureOf([&] { settings.validate(); }).empty();
+            EXPECT_EQ(isValid, x >= lower && x <= upper) << lower << " to " << upper << ": " << x;
+        }
+    }
+    for (AngleNumbers S::*const numbers : {&S::frequencies, &S::returnTimes}) {
+        EditSettings settings;
+        settings.*numbers = {{"A", 5}, {"B", 600.1}, {"C", 5}};
+        EXPECT_EQ(failureOf([&] { settings.validate(); }),
+                  "The saved session contains invalid settings. Its stored data has been kept.");
+    }
+}
+
+TEST(EditChecks, validateSectionsBookendsAndSound) {
+    test::ProjectBuilder project;
+    project.angles.push_back({"C", "C", {{150, 350}}});
+    const CutEngine engine = project.engine();
+    EXPECT_EQ(engine.bookendFrames(BookendShot{"A", 1.06}), 27); // 26.5
+    EXPECT_EQ(
+        failureOf([&] { engine.checkAudioCoverage("C"); }),
+        "This audio angle does not cover the whole project. Choose a continuous audio angle.");
+    using Sections = std::vector<FixedCameraSection>;
+    const Sections sorted{{"A", 100, 150}, {"C", 150, 500}, {"A", 500, 900}};
+    EXPECT_EQ(engine.validateSections({sorted[2], sorted[1], sorted[0]}, 100, 900), sorted);
+    const std::pair<std::string, Sections> refused[] = {
+        {"must have an end after their start", {{"A", 200, 300}, {"A", 250, 250}}},
+        {"must have an end after their start", {{"A", 100, 901}}},
+        {"Fixed camera sections overlap. Adjust their start or end timecodes.",
+         {{"C", 299, 600}, {"B", 200, 300}}},
+        {"between 00:00:05:24 and 00:00:08:00", {{"C", 149, 200}}},
+        {"between 00:00:16:00 and 00:00:20:01", {{"A", 700, 700}, {"C", 400, 501}}}};
+    for (const auto& [part, sections] : refused) {
+        const auto call = [&, &given = sections] { engine.validateSections(given, 100, 900); };
+        EXPECT_NE(failureOf(call).find(part), std::string::npos) << part;
+    }
+}
+
+TEST(CameraUsage, countsVisibleShots) {
+    // "A" goes on at 100, and comes again after a hole.
+    const std::vector<Cut> cuts{
+        {{}, "A", 0, 100}, {{}, "A", 100, 60}, {{}, "A", 161, 40}, {{}, "B", 201, 50}};
+    EXPECT_EQ(usageOf(cameraUsage(cuts), "A"), (CameraUsage{"A", 200, 2}));
+}
+
+TEST(CoverageReport, listsTheFootageOfASelection) {
+    test::ProjectBuilder project;
+    project.angles = {{"A", "A", {{0, 400}, {500, 500}}},
+                      {"B", "B", {{50, 200}, {300, 50}, {600, 300}}},
+                      {"C", "C", {{0, 1000}}}};
+    const CutEngine engine = project.engine();
+    // Only their own camera counts inside of fixed parts: B under the opening, which it covers in
+    // part, and under the first section; C under the second one and the closing of 112.5 frames.
+    const SelectedCoverage report = engine.selectedCoverage(
+        {"A", "B"}, BookendShot{"B", 3}, BookendShot{"C", 4.5}, {{"C", 350, 550}, {"B", 100, 200}});
+    std::string covered;
+    for (const auto& [from, to] : report.covered)
+        covered += fmt::format("{}-{} ", from, to);
+    EXPECT_EQ(
+        covered,
+        "75-100 75-100 100-200 200-350 200-250 300-350 350-550 550-887 600-887 50-75 887-1000 ");
+
+    // Any planned length is taken, of a frame at least.
+    const auto opened = [&](double seconds, const std::vector<FixedCameraSection>& sections = {}) {
+        return engine.selectedCoverage({"A"}, BookendShot{"C", seconds}, {}, sections);
+    };
+    EXPECT_EQ(opened(-5).covered, (std::vector<FrameRange>{{1, 400}, {500, 1000}, {0, 1}}));
+    for (const double seconds : {40.04, 1e300})
+        EXPECT_EQ(opened(seconds, {{"A", 300, 300}}).message,
+                  "Opening and closing shots exceed the project length. Shorten them.");
+    EXPECT_EQ(opened(4, {{"C", 200, 300}, {"A", 390, 410}}).message,
+              "The camera chosen for a fixed section has missing footage between 00:00:15:15 and "
+              "00:00:16:10. Choose another camera or shorten the section.");
+}
+
+} // namespace
+} // namespace shotweaver

@@ -1,0 +1,67 @@
+#include "widgets/IconLabel.h"
+
+#include "widgets/Accessibility.h"
+#include "widgets/Style.h"
+
+#include <QAccessibleWidget>
+#include <QIcon>
+#include <QPixmap>
+
+#include <algorithm>
+#include <array>
+
+/// Resources in a static library must be registered explicitly. Outside of every namespace, as the
+/// macro wants it.
+static void loadPictures() {
+    Q_INIT_RESOURCE(shotweaver);
+}
+
+namespace shotweaver {
+
+namespace {
+
+// Of the pictures of the icon, pixels.
+constexpr std::array<int, 9> pictureSides{16, 32, 48, 64, 112, 128, 224, 256, 512};
+
+QString pictureOfIcon(int side) {
+    return QStringLiteral(":/icons/%1.png").arg(side);
+}
+
+class AccessibleIcon : public QAccessibleWidget {
+  public:
+    explicit AccessibleIcon(IconLabel* label) : QAccessibleWidget(label, QAccessible::Graphic) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.invisible = true;
+        return state;
+    }
+};
+
+} // namespace
+
+IconLabel::IconLabel(int points) {
+    installAccessible<IconLabel, AccessibleIcon>();
+    loadPictures();
+    const int side = style::scaled(points);
+    const double ratio = devicePixelRatioF();
+    const int wanted = static_cast<int>(side * ratio);
+    // Only the picture that is shown is read; the largest takes longer than all the rest.
+    const auto* const nearest = std::find_if(pictureSides.begin(), pictureSides.end() - 1,
+                                             [&](int each) { return each >= wanted; });
+    QPixmap picture = QPixmap(pictureOfIcon(*nearest))
+                          .scaled(wanted, wanted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(ratio);
+    setPixmap(picture);
+    setFixedSize(side, side);
+}
+
+QIcon applicationIcon() {
+    loadPictures();
+    QIcon icon;
+    for (const int side : {16, 32, 48, 64, 128, 256})
+        icon.addFile(pictureOfIcon(side));
+    return icon;
+}
+
+} // namespace shotweaver
