@@ -7,6 +7,7 @@
 #include "editor/ContentView.h"
 #include "persistence/SavedEditSession.h"
 #include "planning/EditPlan.h"
+#include "planning/EditTexts.h"
 #include "planning/ProjectDefaults.h"
 #include "platform/Files.h"
 
@@ -81,15 +82,14 @@ void compare(const std::string& name, const std::function<void()>& work,
 
 /// Stores a session of many edits of a project.
 void writeSession(const std::string& xml, const fs::path& folder) {
-    const ImportedProject imported = inspectProject(xml);
-    const CutEngine engine(xml);
+    const Project project(xml);
     SeededRandom random(7);
-    EditSettings settings = importedSettings(imported, engine, {});
+    EditSettings settings = importedSettings(project, {});
     settings.doubleMain = true;
     EditHistory history;
     for (int i = 0; i < revisions; ++i)
         history.append({UUID::random(random), 700'000'000.5 + i, settings,
-                        generateCutList(settings, imported, engine, random, secureUUIDs())});
+                        generateCutList(settings, project, random, secureUUIDs())});
     SessionEncoder encoder(xml);
     const std::string path = (folder / "data" / "session-v1.json").string();
     fs::create_directories(folder / "data");
@@ -125,7 +125,11 @@ void measureSession(const fs::path& folder) {
         readFile(systemFileCalls(), (folder / "data" / "session-v1.json").string());
     compare(
         "save after one changed setting",
-        [&] { bench.editor.setShare(bench.editor.fields().aShare == 60 ? 70 : 60); },
+        [&] {
+            bench.editor.edit([](EditSettings& settings) {
+                settings.mainShare = settings.mainShare == 60 ? 70 : 60;
+            });
+        },
         "write and sync of a file of that size",
         [&] { writePlainly((folder / "plain").string(), bytes); });
 }
@@ -149,33 +153,38 @@ void measureOperations(const fs::path& folder) {
     Bench bench(folder);
     ContentView& editor = bench.editor;
     editor.importProject(gappedDocument(20, 1000, 27'000 * 25));
-    editor.setMainMaximum(15);
+    editor.edit([](EditSettings& settings) { settings.mainMaximum = 15; });
     editor.generateEdit();
     editor.generateEdit();
-    fmt::print("({} cuts)\n", editor.fields().cuts.size());
-    const std::string camera = editor.cameraRows().front().id;
-    bool isIncluded = true;
+    fmt::print("({} cuts)\n", editor.fields().cuts().size());
+    const Project& project = *editor.project();
+    const std::string camera = project.videoAngles.back().id;
+    const auto exclude = [&](EditSettings& settings) { settings.otherCameras.erase(camera); };
+    const auto include = [&](EditSettings& settings) { settings.otherCameras.insert(camera); };
     measure("a changed setting, with coverage, warning and rows", [&] {
-        isIncluded = !isIncluded;
-        editor.setIncluded(camera, isIncluded);
+        const bool isIncluded = editor.fields().settings.otherCameras.contains(camera);
+        if (isIncluded)
+            editor.edit(exclude);
+        else
+            editor.edit(include);
         editor.coverageContent();
         editor.coverageWarning();
-        editor.cameraRows();
+        cameraRows(editor.fields().settings, project);
         editor.actionBar();
     });
-    if (!isIncluded) editor.setIncluded(camera, true);
+    editor.edit(include);
     measure("back and forward", [&] {
         editor.goBack();
         editor.goForward();
     });
     measure("rows of the cut list", [&] {
-        for (std::size_t row = 0; row < editor.fields().cuts.size(); ++row)
+        for (std::size_t row = 0; row < editor.fields().cuts().size(); ++row)
             editor.cutRow(row);
     });
-    measure("lanes of its overview", [&] { editor.cutLanes(); });
+    measure("lanes of its overview", [&] { cutLanes(editor.fields().cuts(), project); });
     measure("summary and usage", [&] {
-        editor.summaryLine();
-        editor.usageRows();
+        summaryLine(editor.fields().cuts(), editor.fields().settings, project);
+        usageRows(editor.fields().cuts(), project);
     });
 }
 

@@ -110,14 +110,13 @@ void writeSession(const std::string& folder) {
     constexpr std::size_t clipFrames = 800;
     constexpr int revisions = 50;
     const std::string xml = largeDocument(clipsPerAngle, clipFrames);
-    const ImportedProject imported = inspectProject(xml);
-    const CutEngine engine(xml);
+    const Project project(xml);
     SeededRandom random(7);
-    const EditSettings settings = importedSettings(imported, engine, {});
+    const EditSettings settings = importedSettings(project, {});
     EditHistory history;
     for (int i = 0; i < revisions; ++i)
         history.append({UUID::random(random), 0, settings,
-                        generateCutList(settings, imported, engine, random, secureUUIDs())});
+                        generateCutList(settings, project, random, secureUUIDs())});
     std::filesystem::create_directories(folder + "/data");
     const std::string path = folder + "/data/session-v1.json";
     SessionEncoder encoder(xml);
@@ -157,12 +156,12 @@ void measureActions(const std::string& folder) {
     root.resize(windowSize);
     root.show();
     editor.importProject(gappedDocument(20, 1000, 15'000 * 25));
-    editor.setMainMaximum(15);
+    editor.edit([](EditSettings& settings) { settings.mainMaximum = 15; });
     editor.generateEdit();
     editor.generateEdit();
     for (int turn = 0; turn < 20; ++turn)
         paint(root);
-    fmt::print("20 angles of 1,000 ranges, {} cuts on show\n\n", editor.fields().cuts.size());
+    fmt::print("20 angles of 1,000 ranges, {} cuts on show\n\n", editor.fields().cuts().size());
     const auto measure = [&](const char* name, const std::function<void()>& prepare,
                              const std::function<void()>& action) {
         print(name, medianOf([&] {
@@ -174,8 +173,11 @@ void measureActions(const std::string& folder) {
                   });
               }));
     };
-    double share = 60;
-    const auto step = [&] { editor.setShare(share = share == 60 ? 65 : 60); };
+    const auto step = [&] {
+        editor.edit([](EditSettings& settings) {
+            settings.mainShare = settings.mainShare == 60 ? 65 : 60;
+        });
+    };
     measure(
         "the slider step that clears the cuts, painted", [&] { editor.goBack(); }, step);
     measure(

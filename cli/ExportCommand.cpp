@@ -21,14 +21,14 @@ EditRevision readRevisionArgument(const std::string& path, ByteSource& in) {
 
 } // namespace
 
-void exportRevision(const EditRevision& revision, const ImportedProject& imported,
-                    const CutEngine& engine, const ExportFolder& output,
-                    const Environment& environment, CommandResult& result) {
+void exportRevision(const EditRevision& revision, const Project& project,
+                    const ExportFolder& output, const Environment& environment,
+                    CommandResult& result) {
     const std::string xml =
-        engine.exportDocument(revision.cuts, revision.settings.audio, secureUUIDs());
-    const std::string record = settingsRecordText(imported, engine, revision);
+        project.engine.exportDocument(revision.cuts, revision.settings.audio, secureUUIDs());
+    const std::string record = settingsRecordText(project, revision);
     const ExportedFiles files =
-        writeExportFiles(systemFileCalls(), output.path, xml, record, imported.name);
+        writeExportFiles(systemFileCalls(), output.path, xml, record, project.summary.name);
     result.files = fmt::format("{}\n{}\n", files.xml, files.record);
     if (output.open) result.failure = handOff(files.xml, environment);
 }
@@ -37,13 +37,11 @@ CommandResult runExport(const ExportOptions& options, ByteSource& in,
                         const Environment& environment) {
     if (options.project == standardInput && options.revision == standardInput)
         throw UsageError("Only one of PROJECT and REVISION can be \"-\", the standard input.");
-    ProjectImport import = importProjectArgument(options.project, in);
-    const ImportedProject imported = import.summary;
-    const CutEngine engine(std::move(import));
+    const Project project(importProjectArgument(options.project, in));
     const EditRevision revision = readRevisionArgument(options.revision, in);
 
     CommandResult result;
-    exportRevision(revision, imported, engine, options.output, environment, result);
+    exportRevision(revision, project, options.output, environment, result);
     return result;
 }
 

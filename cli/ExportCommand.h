@@ -1,9 +1,8 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "engine/CutEngine.h"
 #include "engine/EditRevision.h"
-#include "engine/ImportedProject.h"
+#include "engine/Project.h"
 #include "platform/ByteSource.h"
 #include "platform/Environment.h"
 
@@ -30,8 +29,8 @@ CommandResult runExport(const ExportOptions& options, ByteSource& in,
 /// Writes a revision's export and settings record into a folder and puts their paths into the
 /// result, a line each, the XML first; then hands the XML over where that was asked for, whose
 /// failure is the result's.
-void exportRevision(const EditRevision& revision, const ImportedProject& imported,
-                    const CutEngine& engine, const ExportFolder& output,
-                    const Environment& environment, CommandResult& result);
+void exportRevision(const EditRevision& revision, const Project& project,
+                    const ExportFolder& output, const Environment& environment,
+                    CommandResult& result);
 
 } // namespace shotweaver

@@ -8,7 +8,7 @@
 #include "engine/FinalCutImportError.h"
 #include "persistence/RecordJson.h"
 #include "planning/EditPlan.h"
-#include "planning/EditorTexts.h"
+#include "planning/EditTexts.h"
 #include "planning/PresetSettings.h"
 #include "planning/ProjectDefaults.h"
 #include "platform/Dates.h"
@@ -56,32 +56,29 @@ EditSettings withSettingsFile(EditSettings settings, const std::string& path) {
     return settings;
 }
 
-std::string cutTable(const std::vector<Cut>& cuts, const ImportedProject& imported,
-                     const CutEngine& engine) {
+std::string cutTable(const std::vector<Cut>& cuts, const Project& project) {
+    const CutEngine& engine = project.engine;
     TextTable table({{"Start (Timecode)"}, {"Camera"}, {"Seconds", Align::right}});
     for (const Cut& cut : cuts)
-        table.add({engine.timecode(cut.start), angleLabel(cut.angle, imported),
+        table.add({engine.timecode(cut.start), project.label(cut.angle),
                    fixedDecimal(engine.seconds(cut.duration), 2)});
     return table.text();
 }
 
-std::string usageTable(const std::vector<Cut>& cuts, const ImportedProject& imported,
-                       const CutEngine& engine) {
+std::string usageTable(const std::vector<Cut>& cuts, const Project& project) {
     TextTable table({{"Camera"},
                      {"Screen time", Align::right},
                      {"Share", Align::right},
                      {"Shots", Align::right}});
-    for (const UsageRow& row : usageRows(cuts, imported, engine))
+    for (const UsageRow& row : usageRows(cuts, project))
         table.add({row.camera, row.screenTime, row.share, row.shots});
     return table.text();
 }
 
-std::string plainText(const EditRevision& revision, const ImportedProject& imported,
-                      const CutEngine& engine) {
+std::string plainText(const EditRevision& revision, const Project& project) {
     return fmt::format("{}\n\n{}\nActual camera usage\n{}",
-                       oneLine(summaryLine(revision.cuts, revision.settings, imported, engine)),
-                       cutTable(revision.cuts, imported, engine),
-                       usageTable(revision.cuts, imported, engine));
+                       oneLine(summaryLine(revision.cuts, revision.settings, project)),
+                       cutTable(revision.cuts, project), usageTable(revision.cuts, project));
 }
 
 } // namespace
@@ -91,31 +88,28 @@ CommandResult runGenerate(const GenerateOptions& options, ByteSource& in,
     if (options.open && !options.output)
         throw UsageError("--open hands over what --output exports: give --output DIR as well.");
     const std::unique_ptr<RandomSource> random = randomSource(options.seed);
-    ProjectImport import = importProjectArgument(options.project, in);
-    const ImportedProject imported = import.summary;
-    const CutEngine engine(std::move(import));
+    const Project project(importProjectArgument(options.project, in));
 
-    EditSettings settings = importedSettings(imported, engine, {});
+    EditSettings settings = importedSettings(project, {});
     CommandResult result;
     if (options.preset) {
         AppliedPreset applied =
-            appliedPreset(presetNamed(*options.preset, environment), std::move(settings),
-                          {videoAngles(imported, engine), audioAngles(imported, engine)});
+            appliedPreset(presetNamed(*options.preset, environment), std::move(settings), &project);
         settings = std::move(applied.settings);
         result.notes = oneLine(applied.notice) + "\n";
     }
     if (options.settingsFile)
         settings = withSettingsFile(std::move(settings), *options.settingsFile);
-    settings = withFlags(std::move(settings), options.flags, imported, engine);
+    settings = withFlags(std::move(settings), options.flags, project);
     requireOrderedRanges(settings);
 
     const UUIDMaker makeUUID = secureUUIDs();
     std::vector<Cut> cuts;
     try {
-        cuts = generateCutList(settings, imported, engine, *random, makeUUID);
+        cuts = generateCutList(settings, project, *random, makeUUID);
     } catch (const FinalCutImportError& error) {
-        if (const auto warning = coverageWarning(coverageReport(settings, imported, engine),
-                                                 settings, engine, userLocale()))
+        if (const auto warning =
+                coverageWarning(coverageReport(settings, project), settings, project, userLocale()))
             result.notes += fmt::format("warning: {}\n", oneLine(*warning));
         result.failure = error.what();
         return result;
@@ -125,11 +119,9 @@ CommandResult runGenerate(const GenerateOptions& options, ByteSource& in,
 
     result.isJson = options.json;
     if (options.output)
-        exportRevision(revision, imported, engine, {*options.output, options.open}, environment,
-                       result);
+        exportRevision(revision, project, {*options.output, options.open}, environment, result);
     if (result.failure) return result;
-    result.output =
-        options.json ? revisionText(revision) + "\n" : plainText(revision, imported, engine);
+    result.output = options.json ? revisionText(revision) + "\n" : plainText(revision, project);
     if (options.output && !options.json) result.output += "\n";
     return result;
 }

@@ -7,8 +7,6 @@
 
 #include <fmt/format.h>
 
-#include <set>
-
 namespace shotweaver {
 
 namespace {
@@ -39,20 +37,12 @@ SecondsRange readRange(std::string_view flag, std::string_view text) {
     throw UsageError(fmt::format("{}: \"{}\" is not MIN-MAX in seconds, as in 10-25.", flag, text));
 }
 
-std::set<std::string, std::less<>> idsOf(const std::vector<ImportedAngle>& angles) {
-    std::set<std::string, std::less<>> ids;
-    for (const ImportedAngle& angle : angles)
-        ids.insert(angle.id);
-    return ids;
-}
-
 /// Puts flags into settings, with the project that their angles belong to.
 class FlagReader {
   public:
-    FlagReader(EditSettings& settings, const ImportedProject& imported, const CutEngine& engine)
-        : settings_(settings), ids_(idsOf(imported.angles)),
-          video_(videoAngleIDs(imported, engine)), videoNames_(videoAngles(imported, engine)),
-          audioNames_(audioAngles(imported, engine)) {}
+    FlagReader(EditSettings& settings, const Project& project)
+        : settings_(settings), project_(project), videoNames_(project.videoAngles),
+          audioNames_(project.audioAngles) {}
 
     void readCameras(const SettingsFlags& flags);
     void readPacing(const SettingsFlags& flags);
@@ -69,16 +59,15 @@ class FlagReader {
     SectionDraft section(std::string_view text) const;
 
     EditSettings& settings_;
-    std::set<std::string, std::less<>> ids_; // of all angles
-    std::vector<std::string> video_;         // identifiers
+    const Project& project_;
     AngleNames videoNames_;
     AngleNames audioNames_;
 };
 
 std::string FlagReader::angle(std::string_view flag, std::string_view text,
                               const AngleNames& named) const {
-    if (ids_.contains(text)) return std::string(text);
-    if (auto found = named.find(text)) return *found;
+    if (project_.angle(text)) return std::string(text);
+    if (auto found = named.idOf(text)) return *found;
     throw UsageError(
         named.isRepeated(text)
             ? fmt::format("{}: several angles are named \"{}\". Give the angle's identifier, which "
@@ -112,7 +101,7 @@ SectionDraft FlagReader::section(std::string_view text) const {
 
 void FlagReader::readCameras(const SettingsFlags& flags) {
     if (flags.mainCamera)
-        chooseMainCamera(settings_, camera("--main-camera", *flags.mainCamera), video_);
+        chooseMainCamera(settings_, camera("--main-camera", *flags.mainCamera), project_);
     if (flags.otherCameras) {
         settings_.otherCameras.clear();
         for (const std::string_view name : split(*flags.otherCameras, ','))
@@ -147,15 +136,11 @@ void FlagReader::readPacing(const SettingsFlags& flags) {
 void FlagReader::readBookends(const SettingsFlags& flags) {
     if (flags.opening) {
         const AngleValue shot = angleValue("--opening", *flags.opening);
-        settings_.openingEnabled = true;
-        settings_.openingCamera = shot.angle;
-        settings_.openingSeconds = shot.value;
+        settings_.opening = {true, shot.angle, shot.value};
     }
     if (flags.closing) {
         const AngleValue shot = angleValue("--closing", *flags.closing);
-        settings_.closingEnabled = true;
-        settings_.closingCamera = shot.angle;
-        settings_.closingSeconds = shot.value;
+        settings_.closing = {true, shot.angle, shot.value};
     }
 }
 
@@ -166,9 +151,8 @@ void FlagReader::readSections(const SettingsFlags& flags) {
 
 } // namespace
 
-EditSettings withFlags(EditSettings settings, const SettingsFlags& flags,
-                       const ImportedProject& imported, const CutEngine& engine) {
-    FlagReader reader(settings, imported, engine);
+EditSettings withFlags(EditSettings settings, const SettingsFlags& flags, const Project& project) {
+    FlagReader reader(settings, project);
     reader.readCameras(flags);
     reader.readPacing(flags);
     reader.readBookends(flags);

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "engine/CutEngine.h"
 #include "engine/EditSettings.h"
-#include "engine/ImportedProject.h"
+#include "engine/Project.h"
 
 #include <optional>
 #include <string>
@@ -29,8 +28,7 @@ struct SettingsFlags {
 
 /// Settings with the flags in place. Throws `UsageError` for a flag that cannot be read, or that
 /// names no angle or several; numbers out of their ranges are left to the engine's own checks.
-EditSettings withFlags(EditSettings settings, const SettingsFlags& flags,
-                       const ImportedProject& imported, const CutEngine& engine);
+EditSettings withFlags(EditSettings settings, const SettingsFlags& flags, const Project& project);
 
 /// Throws `UsageError` when a shortest shot is longer than the longest.
 void requireOrderedRanges(const EditSettings& settings);

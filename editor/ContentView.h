@@ -9,8 +9,6 @@
 #include "engine/export/ExportFiles.h"
 #include "persistence/SavedEditSession.h"
 #include "persistence/SessionFile.h"
-#include "planning/EditorTexts.h"
-#include "planning/PresetSettings.h"
 #include "platform/FileCalls.h"
 #include "platform/Random.h"
 #include "platform/StateFolders.h"
@@ -49,6 +47,12 @@ struct ActionBar {
     std::optional<std::string> hint;
 
     bool operator==(const ActionBar&) const = default;
+};
+
+/// What tells a preset from others.
+struct PresetIdentity {
+    UUID id;
+    std::string name;
 };
 
 /// The editor: the state of the panel and every operation that changes it, without a toolkit.
@@ -97,39 +101,22 @@ class ContentView {
     void goForward();
     void showRevision(std::int64_t position);
     void exportEdit();
-    void saveSession();
 
     // Settings.
 
-    EditSettings currentSettings() const;
-    void applySettings(const EditSettings& settings);
+    /// When a change is saved: as it ends, or once at the end of this event-loop turn, for what is
+    /// typed.
+    enum class Saving { now, soon };
 
-    void chooseMainCamera(const std::string& camera);
-    void chooseAudio(const std::string& angle);
-    void setWait(const std::string& camera, double seconds);
-    void setIncluded(const std::string& camera, bool isIncluded);
-    void setFrequency(const std::string& camera, double weight);
-    void setShare(double percent);
-    void setMainMinimum(double seconds);
-    void setMainMaximum(double seconds);
-    void setOtherMinimum(double seconds);
-    void setOtherMaximum(double seconds);
-    void setDoubleMain(bool isDoubled);
-    void setOpeningEnabled(bool isEnabled);
-    void setOpeningCamera(const std::string& camera);
-    void setOpeningSeconds(double seconds);
-    void setClosingEnabled(bool isEnabled);
-    void setClosingCamera(const std::string& camera);
-    void setClosingSeconds(double seconds);
+    /// Changes the settings, as one change. Every control comes through here.
+    void edit(const std::function<void(EditSettings&)>& change, Saving saving = Saving::now);
 
-    // Fixed sections, by row. A row that does not exist changes nothing.
-
+    /// The same for one fixed section. A row that does not exist changes nothing.
+    void editSection(std::size_t row, const std::function<void(SectionDraft&)>& change,
+                     Saving saving = Saving::now);
+    /// Proposes one more fixed section behind the last one.
     void addSection();
     void removeSection(std::size_t row);
-    void setSectionName(std::size_t row, const std::string& name);
-    void setSectionCamera(std::size_t row, const std::string& camera);
-    void setSectionStart(std::size_t row, const std::string& timecode);
-    void setSectionEnd(std::size_t row, const std::string& timecode);
 
     // Presets.
 
@@ -142,66 +129,37 @@ class ContentView {
     void applyPreset();
     void deletePreset();
 
-    // Queries: what the panel shows of the fields.
+    // Queries: what the panel shows of the fields, as far as it is worth keeping.
 
-    std::vector<std::string> videoAngleIDs() const;
-    std::vector<std::string> selectedOtherCameras() const;
-    std::string angleLabel(const std::string& id) const;
-    /// Throws `FinalCutImportError` for the first timecode that cannot be read.
-    std::vector<FixedCameraSection> fixedCameraSections() const;
+    /// The loaded project; null before the first one.
+    const Project* project() const { return fields_.project.get(); }
     const std::optional<std::string>& coverageWarning() const;
+    /// Only with a project.
+    const CoverageContent& coverageContent() const;
     /// What would stop an export of the loaded project, whatever its edit: told from the import on.
     const std::optional<std::string>& importWarning() const { return importWarning_; }
     ActionBar actionBar() const;
-    /// Absent while no cuts are on show, like the usage rows.
-    std::optional<std::string> summaryLine() const;
-    std::vector<UsageRow> usageRows() const;
     /// A row of the cut list; an empty one where there is no cut. Cheap, so that a view asks for
     /// what it shows.
     CutRow cutRow(std::size_t row) const;
     /// The same in one line; empty where there is no cut.
     std::string cutLine(std::size_t row) const;
-    std::vector<CutLane> cutLanes() const;
-
-    // The content of the settings column. Only with a project; the presets always.
-
-    std::string projectLine() const;
     std::vector<PickerOption> presetOptions() const;
     std::optional<EditPreset> selectedPreset() const;
-    const CoverageContent& coverageContent() const;
-    std::vector<PickerOption> cameraOptions() const;
-    std::vector<PickerOption> audioOptions() const;
-    std::vector<CameraRow> cameraRows() const;
+
+    const std::string& locale() const { return environment_.locale; } // BCP 47
 
   private:
-    enum class Saving { now, soon };
-    enum class PresetTarget { fresh, chosen };
-
-    /// Counts a change as open.
-    class OpenChange {
-      public:
-        explicit OpenChange(int& count) : count_(count) { ++count_; }
-        OpenChange(const OpenChange&) = delete;
-        OpenChange& operator=(const OpenChange&) = delete;
-        ~OpenChange() { --count_; }
-
-      private:
-        int& count_;
-    };
-
     /// Runs an operation's body; what it throws becomes the error.
-    template <class Body>
-    void perform(Body body);
-    /// Changes fields: one change, judged when the outermost one ends.
-    template <class Body>
-    void change(Body body, Saving saving = Saving::now);
-    template <class Body>
-    void changeSection(std::size_t row, Body body, Saving saving);
+    void reportingFailures(const std::function<void()>& body);
+    /// Changes fields: one change, judged when `body` has ended. What it throws becomes the error.
+    /// `body` opens no other change.
+    void change(const std::function<void(EditorFields&)>& body, Saving saving = Saving::now);
     void endChange(Saving saving);
-    void settingsDidChange(const EditSettings& settings);
+    void settingsDidChange();
     void writeSession();
     void saveSoon();
-    void report(const std::exception& failure, std::string_view prefix = "");
+    void showFailure(const std::exception& failure, std::string_view prefix = "");
     static std::string textOf(const std::exception& failure);
 
     void projectDidChange();
@@ -212,8 +170,11 @@ class ContentView {
     void readPresetData();
     std::vector<EditPreset> storedPresets() const;
     void storePresets(const std::vector<EditPreset>& presets);
-    void storePreset(PresetTarget target);
-    ProjectAngles angles() const;
+    using IdentityChoice =
+        std::function<std::optional<PresetIdentity>(const std::vector<EditPreset>&)>;
+    /// Stores the settings as the preset that `choose` names, given the stored ones; nothing
+    /// happens when it names none, or when the settings make no preset.
+    void storePreset(const IdentityChoice& choose);
     const SelectedCoverage& coverage() const;
     const CutTexts& cutTexts() const;
 
@@ -223,7 +184,7 @@ class ContentView {
     EditorFields fields_;
     Observers observers_;
 
-    int openChanges_ = 0;
+    bool didRestore_ = false; // at the start, or an XML came before it
     bool saveIsWanted_ = false;
     bool saveIsScheduled_ = false;
     EditSettings judgedSettings_; // at the end of the last change

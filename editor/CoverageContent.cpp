@@ -1,7 +1,5 @@
 #include "editor/CoverageContent.h"
 
-#include "planning/EditorTexts.h"
-#include "planning/ProjectDefaults.h"
 #include "platform/Locale.h"
 #include "platform/Text.h"
 
@@ -13,20 +11,19 @@ namespace shotweaver {
 
 namespace {
 
-CoverageBar angleBar(const std::string& id, const EditSettings& settings,
-                     const ImportedProject& imported, const CutEngine& engine) {
+CoverageBar angleBar(const std::string& id, const EditSettings& settings, const Project& project) {
     const bool isUsed = isUsedByPlan(settings, id);
-    return {angleLabel(id, imported) + (isUsed ? "" : " (excluded)"),
+    return {project.label(id) + (isUsed ? "" : " (excluded)"),
             isUsed ? CoverageBar::Colour::used : CoverageBar::Colour::unused,
-            engine.coverage.at(id)};
+            project.engine.coverage.at(id)};
 }
 
-std::optional<CoverageBar> audioBar(const EditSettings& settings, const ImportedProject& imported,
-                                    const CutEngine& engine) {
+std::optional<CoverageBar> audioBar(const EditSettings& settings, const Project& project) {
     if (settings.audio.empty()) return std::nullopt;
-    const auto found = engine.audioCoverage.find(settings.audio);
-    return CoverageBar{"Audio: " + angleLabel(settings.audio, imported), CoverageBar::Colour::audio,
-                       found == engine.audioCoverage.end() ? Coverage{} : found->second};
+    const CoverageMap& sound = project.engine.audioCoverage;
+    const auto found = sound.find(settings.audio);
+    return CoverageBar{"Audio: " + project.label(settings.audio), CoverageBar::Colour::audio,
+                       found == sound.end() ? Coverage{} : found->second};
 }
 
 CoverageSummary summaryOf(const SelectedCoverage& report, const Coverage& gaps,
@@ -48,14 +45,14 @@ CoverageSummary summaryOf(const SelectedCoverage& report, const Coverage& gaps,
 } // namespace
 
 CoverageContent coverageContent(const SelectedCoverage& report, const EditSettings& settings,
-                                const ImportedProject& imported, const CutEngine& engine,
-                                const std::string& locale) {
+                                const Project& project, const std::string& locale) {
+    const CutEngine& engine = project.engine;
     CoverageContent content;
     content.axisStart = engine.timecode(0);
     content.axisEnd = engine.timecode(engine.length);
-    for (const std::string& id : videoAngleIDs(imported, engine))
-        content.angles.push_back(angleBar(id, settings, imported, engine));
-    content.audio = audioBar(settings, imported, engine);
+    for (const ImportedAngle& angle : project.videoAngles)
+        content.angles.push_back(angleBar(angle.id, settings, project));
+    content.audio = audioBar(settings, project);
     // With a message nothing is known of the gaps.
     content.gaps = {"Selected video gaps", CoverageBar::Colour::gap,
                     report.message ? Coverage{} : uncoveredRanges(report.covered, engine.length)};
@@ -65,8 +62,8 @@ CoverageContent coverageContent(const SelectedCoverage& report, const EditSettin
 
 bool isUsedByPlan(const EditSettings& settings, const std::string& camera) {
     return camera == settings.mainCamera || settings.otherCameras.contains(camera) ||
-           (settings.openingEnabled && camera == settings.openingCamera) ||
-           (settings.closingEnabled && camera == settings.closingCamera) ||
+           (settings.opening.isEnabled && camera == settings.opening.camera) ||
+           (settings.closing.isEnabled && camera == settings.closing.camera) ||
            std::any_of(settings.sections.begin(), settings.sections.end(),
                        [&](const SectionDraft& section) { return section.camera == camera; });
 }

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "engine/CutEngine.h"
 #include "engine/EditSettings.h"
 #include "engine/FrameRange.h"
-#include "engine/ImportedProject.h"
+#include "engine/Project.h"
 
 #include <optional>
 #include <string>
@@ -45,8 +44,7 @@ struct CoverageContent {
 
 /// `report` is the coverage of the planned selection; `locale` (a BCP 47 tag) writes seconds.
 CoverageContent coverageContent(const SelectedCoverage& report, const EditSettings& settings,
-                                const ImportedProject& imported, const CutEngine& engine,
-                                const std::string& locale);
+                                const Project& project, const std::string& locale);
 
 /// Every angle that the settings show somewhere: the main camera, the included additional ones,
 /// those of enabled bookends and of fixed sections.

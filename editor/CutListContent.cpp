@@ -1,26 +1,20 @@
 #include "editor/CutListContent.h"
 
-#include "planning/EditorTexts.h"
-#include "planning/ProjectDefaults.h"
-
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string_view>
 #include <unordered_map>
 
 namespace shotweaver {
 
-CutTexts::CutTexts(const ImportedProject& imported, std::shared_ptr<const CutEngine> engine,
-                   const std::string& locale)
-    : engine_(std::move(engine)), number_(locale) {
-    for (const ImportedAngle& angle : imported.angles)
-        labels_.emplace(angle.id, angleLabel(angle.id, imported));
-}
+CutTexts::CutTexts(std::shared_ptr<const Project> project, const std::string& locale)
+    : project_(std::move(project)), number_(locale) {}
 
 CutRow CutTexts::row(const Cut& cut) const {
-    const auto label = labels_.find(cut.angle);
-    return {label == labels_.end() ? cut.angle : label->second, engine_->timecode(cut.start),
-            number_.text(engine_->seconds(cut.duration))};
+    const CutEngine& engine = project_->engine;
+    return {project_->label(cut.angle), engine.timecode(cut.start),
+            number_.text(engine.seconds(cut.duration))};
 }
 
 std::string CutTexts::line(const Cut& cut) const {
@@ -28,14 +22,12 @@ std::string CutTexts::line(const Cut& cut) const {
     return fmt::format("{} · {} · {} seconds", texts.camera, texts.start, texts.duration);
 }
 
-std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const ImportedProject& imported,
-                              const CutEngine& engine) {
-    const std::vector<ImportedAngle> angles = videoAngles(imported, engine);
+std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const Project& project) {
     std::vector<CutLane> lanes;
     std::unordered_map<std::string_view, std::size_t> laneByAngle;
-    for (const ImportedAngle& angle : angles) {
+    for (const ImportedAngle& angle : project.videoAngles) {
         laneByAngle.emplace(angle.id, lanes.size());
-        lanes.push_back({angleLabel(angle.id, imported), {}, {}});
+        lanes.push_back({project.label(angle.id), {}, {}});
     }
     for (std::size_t row = 0; row < cuts.size(); ++row) {
         const Cut& cut = cuts[row];
@@ -46,6 +38,13 @@ std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const ImportedProjec
         lane.rows.push_back(row);
     }
     return lanes;
+}
+
+int usageTableHeight(std::size_t cameras) {
+    constexpr std::size_t rowHeight = 24;
+    constexpr std::size_t margins = 12;
+    constexpr std::size_t highest = 125;
+    return static_cast<int>(std::min((cameras + 1) * rowHeight + margins, highest));
 }
 
 } // namespace shotweaver

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "engine/CutEngine.h"
 #include "engine/EditSettings.h"
 #include "engine/FrameRange.h"
-#include "engine/ImportedProject.h"
+#include "engine/Project.h"
 #include "platform/Locale.h"
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,16 +25,14 @@ struct CutRow {
 class CutTexts {
   public:
     /// `locale` is a BCP 47 tag.
-    CutTexts(const ImportedProject& imported, std::shared_ptr<const CutEngine> engine,
-             const std::string& locale);
+    CutTexts(std::shared_ptr<const Project> project, const std::string& locale);
 
     CutRow row(const Cut& cut) const;
     /// A cut in one line: "Wide (A7) · 01:00:10:00 · 12.5 seconds".
     std::string line(const Cut& cut) const;
 
   private:
-    std::map<std::string, std::string, std::less<>> labels_; // by angle
-    std::shared_ptr<const CutEngine> engine_;
+    std::shared_ptr<const Project> project_;
     DecimalFormat number_;
 };
 
@@ -50,7 +46,9 @@ struct CutLane {
 };
 
 /// One lane for each video angle, in angle order, also for those that the cuts never show.
-std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const ImportedProject& imported,
-                              const CutEngine& engine);
+std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const Project& project);
+
+/// Points that the usage table's frame is high for so many cameras; what does not fit scrolls.
+int usageTableHeight(std::size_t cameras);
 
 } // namespace shotweaver

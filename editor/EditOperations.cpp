@@ -1,5 +1,4 @@
 #include "editor/ContentView.h"
-#include "editor/ContentViewChange.h"
 #include "editor/ItemAccessGrant.h"
 #include "engine/export/SettingsRecord.h"
 #include "planning/EditPlan.h"
@@ -10,16 +9,15 @@
 namespace shotweaver {
 
 void ContentView::generateEdit() {
-    perform([&] {
-        if (!fields_.engine) return;
-        EditSettings settings = currentSettings();
-        std::vector<Cut> cuts = generateCutList(settings, *fields_.imported, *fields_.engine,
+    reportingFailures([&] {
+        if (!fields_.project) return;
+        std::vector<Cut> cuts = generateCutList(fields_.settings, *fields_.project,
                                                 environment_.random, environment_.makeUUID);
-        EditRevision revision{environment_.makeUUID(), environment_.now(), std::move(settings),
+        EditRevision revision{environment_.makeUUID(), environment_.now(), fields_.settings,
                               std::move(cuts)};
         change([&](EditorFields& fields) {
-            fields.cuts = revision.cuts;
             fields.history.append(std::move(revision));
+            fields.showsCurrentEdit = true;
             fields.status.clear();
             saveIsWanted_ = true;
         });
@@ -28,7 +26,7 @@ void ContentView::generateEdit() {
 
 /// The first step back after a change of the settings brings the current edit back.
 void ContentView::goBack() {
-    showRevision(fields_.cuts.empty() ? fields_.history.index : fields_.history.index - 1);
+    showRevision(fields_.showsCurrentEdit ? fields_.history.index - 1 : fields_.history.index);
 }
 
 void ContentView::goForward() {
@@ -36,32 +34,28 @@ void ContentView::goForward() {
 }
 
 void ContentView::showRevision(std::int64_t position) {
-    perform([&] {
-        const EditRevision* const revision = fields_.history.revision(position);
-        if (!revision) return;
-        change([&](EditorFields& fields) {
-            fields.history.index = position;
-            applySettings(revision->settings);
-            fields.cuts = revision->cuts;
-            fields.chosenPreset.clear();
-            fields.presetNotice.clear();
-            saveIsWanted_ = true;
-        });
+    const EditRevision* const revision = fields_.history.revision(position);
+    if (!revision) return;
+    change([&](EditorFields& fields) {
+        fields.history.index = position;
+        fields.settings = revision->settings;
+        fields.showsCurrentEdit = true;
+        fields.chosenPreset.clear();
+        fields.presetNotice.clear();
+        saveIsWanted_ = true;
     });
 }
 
 void ContentView::exportEdit() {
-    perform([&] {
-        const EditRevision* const revision = fields_.history.current();
-        if (!fields_.engine || !revision || currentSettings() != revision->settings ||
-            fields_.cuts.empty())
-            return;
+    reportingFailures([&] {
+        const EditRevision* const revision = fields_.shownEdit();
+        if (!fields_.project || !revision || fields_.settings != revision->settings) return;
         // All of it before the dialog, during which another project may arrive.
-        const std::string xml = fields_.engine->exportDocument(
+        const Project& project = *fields_.project;
+        const std::string xml = project.engine.exportDocument(
             revision->cuts, revision->settings.audio, environment_.makeUUID);
-        const std::string record =
-            settingsRecordText(*fields_.imported, *fields_.engine, *revision);
-        const std::string projectName = fields_.imported->name;
+        const std::string record = settingsRecordText(project, *revision);
+        const std::string projectName = project.summary.name;
 
         const auto folder = environment_.host.chooseItem(
             {"Choose a folder for the XML and settings record. The XML will then open in Final Cut "
@@ -74,7 +68,7 @@ void ContentView::exportEdit() {
 }
 
 void ContentView::handOver(const ExportedFiles& files) {
-    // Told before: a Final Cut Pro that is not found reports back at once.
+    // Set first: when Final Cut Pro is missing, the completion runs before this returns.
     change([&](EditorFields& fields) {
         fields.status = fmt::format("Saved {} and {}. Opening Final Cut Pro…", fileName(files.xml),
                                     fileName(files.record));

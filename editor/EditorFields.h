@@ -1,13 +1,11 @@
 #pragma once
 
-#include "engine/CutEngine.h"
 #include "engine/EditSettings.h"
-#include "engine/ImportedProject.h"
+#include "engine/Project.h"
 #include "persistence/EditHistory.h"
 
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -15,43 +13,34 @@ namespace shotweaver {
 
 /// Everything that the panel shows and binds to. `ContentView` owns and changes it.
 struct EditorFields {
-    bool showingHelp = false;
-    bool showingAbout = false;
-    std::optional<std::string> sourceXML; // the loaded project's document, byte for byte
+    EditSettings settings;                  // as the controls show them
+    std::shared_ptr<const Project> project; // null before the first one
+    std::optional<std::string> sourceXML;   // the project's document, byte for byte
     EditHistory history;
-    bool didRestore = false; // the restore at the start has run, or an XML came before it
-    std::optional<EditSettings> restoredSettings; // written by a restore, not yet judged
-    std::optional<std::string> sessionSaveError;
-    AngleNumbers returnTimes; // seconds
-    std::vector<SectionDraft> fixedSections;
-    double aShare = EditSettings().mainShare;        // of the main camera, percent
-    double averageShot = EditSettings().averageShot; // seconds, like the ranges
-    double mainMinimum = EditSettings().mainMinimum;
-    double mainMaximum = EditSettings().mainMaximum;
-    double otherMinimum = EditSettings().otherMinimum;
-    double otherMaximum = EditSettings().otherMaximum;
-    std::optional<ImportedProject> imported;
-    std::shared_ptr<const CutEngine> engine; // null without a project
-    std::vector<Cut> cuts;                   // on show
-    std::string cameraA;                     // the main camera
-    std::set<std::string, std::less<>> otherCameras;
-    AngleNumbers frequencies;
-    std::string audioAngle;
-    bool doubleMain = false;
-    bool openingEnabled = false;
-    bool closingEnabled = false;
-    std::string openingCamera;
-    std::string closingCamera;
-    double openingSeconds = EditSettings().openingSeconds;
-    double closingSeconds = EditSettings().closingSeconds;
+    bool showsCurrentEdit = false; // whether the current revision's cuts are on show
+
     std::optional<std::string> error; // the alert's text
     std::string status;
+    std::optional<std::string> sessionSaveError;
     bool dropTargeted = false;
+    bool showingHelp = false;
+    bool showingAbout = false;
+
     std::string presetData;   // the presets as stored
     std::string chosenPreset; // identifier, empty for none
     bool showSavePreset = false;
     std::string presetName; // typed in the save sheet
     std::string presetNotice;
+
+    /// The revision on show; null while none is.
+    const EditRevision* shownEdit() const { return showsCurrentEdit ? history.current() : nullptr; }
+
+    /// The cuts on show: those of the current revision, or none.
+    const std::vector<Cut>& cuts() const {
+        static const std::vector<Cut> none;
+        const EditRevision* const edit = shownEdit();
+        return edit ? edit->cuts : none;
+    }
 };
 
 } // namespace shotweaver

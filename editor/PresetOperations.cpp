@@ -1,13 +1,13 @@
 #include "editor/ContentView.h"
-#include "editor/ContentViewChange.h"
 #include "engine/AngleNames.h"
 #include "engine/FinalCutImportError.h"
-#include "planning/ProjectDefaults.h"
+#include "planning/PresetSettings.h"
 #include "platform/Locale.h"
 #include "platform/PlatformError.h"
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace shotweaver {
 
@@ -28,12 +28,31 @@ bool hasNameOfAnother(const std::vector<EditPreset>& presets, std::string_view n
     });
 }
 
-void sortByName(std::vector<EditPreset>& presets, const std::string& locale) {
+/// The settings as a preset of a list; nothing without a name, and when their cameras do not
+/// resolve. Throws `FinalCutImportError` for another preset's name.
+std::optional<EditPreset> newPreset(const std::vector<EditPreset>& presets,
+                                    const PresetIdentity& identity, const EditSettings& settings,
+                                    const Project* project) {
+    const std::string name(trimmed(identity.name));
+    if (name.empty()) return std::nullopt;
+    if (hasNameOfAnother(presets, name, identity.id))
+        throw FinalCutImportError::invalid(
+            "A preset with that name already exists. Choose it and use Update, or save with "
+            "another name.");
+    return project ? presetOf(settings, *project, identity.id, name) : std::nullopt;
+}
+
+/// A list with a preset in place of the one with its identifier, in the order of the names.
+std::vector<EditPreset> withPreset(std::vector<EditPreset> presets, EditPreset preset,
+                                   const std::string& locale) {
+    std::erase_if(presets, [&](const EditPreset& each) { return each.id == preset.id; });
+    presets.push_back(std::move(preset));
     const NameCollator collator(locale);
     std::stable_sort(presets.begin(), presets.end(),
                      [&](const EditPreset& first, const EditPreset& second) {
                          return collator.compare(first.name, second.name) < 0;
                      });
+    return presets;
 }
 
 } // namespace
@@ -58,12 +77,6 @@ void ContentView::storePresets(const std::vector<EditPreset>& presets) {
     std::string bytes = encodePresets(presets);
     defaults_.setData(presetsEntry, bytes);
     fields_.presetData = std::move(bytes);
-}
-
-ProjectAngles ContentView::angles() const {
-    if (!fields_.engine) return {};
-    return {videoAngles(*fields_.imported, *fields_.engine),
-            audioAngles(*fields_.imported, *fields_.engine)};
 }
 
 std::vector<PickerOption> ContentView::presetOptions() const {
@@ -104,43 +117,35 @@ void ContentView::setPresetName(const std::string& name) {
 }
 
 void ContentView::savePreset() {
-    storePreset(PresetTarget::fresh);
+    storePreset([&](const std::vector<EditPreset>&) {
+        return PresetIdentity{environment_.makeUUID(), fields_.presetName};
+    });
 }
 
 void ContentView::updatePreset() {
-    storePreset(PresetTarget::chosen);
+    storePreset([&](const std::vector<EditPreset>& presets) -> std::optional<PresetIdentity> {
+        const EditPreset* const chosen = presetWithID(presets, fields_.chosenPreset);
+        if (!chosen) return std::nullopt;
+        return PresetIdentity{chosen->id, chosen->name};
+    });
 }
 
-void ContentView::storePreset(PresetTarget target) {
+void ContentView::storePreset(const IdentityChoice& choose) {
     change([&](EditorFields& fields) {
-        try {
-            readPresetData();
-            std::vector<EditPreset> presets = storedPresets();
-            const EditPreset* const chosen = target == PresetTarget::chosen
-                                                 ? presetWithID(presets, fields.chosenPreset)
-                                                 : nullptr;
-            if (target == PresetTarget::chosen && !chosen) return;
-            const std::string name(trimmed(chosen ? chosen->name : fields.presetName));
-            if (name.empty()) return;
-            const UUID id = chosen ? chosen->id : environment_.makeUUID();
-            if (hasNameOfAnother(presets, name, id))
-                throw FinalCutImportError::invalid(
-                    "A preset with that name already exists. Choose it and use Update, or save "
-                    "with another name.");
-            auto preset = presetOf(currentSettings(), angles(), id, name);
-            if (!preset) return;
-
-            std::erase_if(presets, [&](const EditPreset& each) { return each.id == id; });
-            presets.push_back(std::move(*preset));
-            sortByName(presets, environment_.locale);
-            storePresets(presets);
-            fields.chosenPreset = id.text();
-            fields.presetNotice = "Saved " + name + ".";
-            fields.showSavePreset = false;
-        } catch (const std::exception& failure) {
-            fields.showSavePreset = false;
-            report(failure);
+        // A failure closes the sheet.
+        const bool wasNaming = std::exchange(fields.showSavePreset, false);
+        readPresetData();
+        std::vector<EditPreset> presets = storedPresets();
+        const auto identity = choose(presets);
+        const auto preset =
+            identity ? newPreset(presets, *identity, fields.settings, project()) : std::nullopt;
+        if (!preset) {
+            fields.showSavePreset = wasNaming;
+            return;
         }
+        storePresets(withPreset(std::move(presets), *preset, environment_.locale));
+        fields.chosenPreset = preset->id.text();
+        fields.presetNotice = "Saved " + preset->name + ".";
     });
 }
 
@@ -149,10 +154,10 @@ void ContentView::applyPreset() {
         readPresetData();
         const auto preset = selectedPreset();
         if (!preset) return;
-        AppliedPreset applied = appliedPreset(*preset, currentSettings(), angles());
-        applySettings(applied.settings);
+        AppliedPreset applied = appliedPreset(*preset, fields.settings, project());
+        fields.settings = std::move(applied.settings);
         fields.presetNotice = std::move(applied.notice);
-        fields.cuts.clear();
+        fields.showsCurrentEdit = false;
         fields.status.clear();
         saveIsWanted_ = true;
     });
@@ -161,20 +166,15 @@ void ContentView::applyPreset() {
 void ContentView::deletePreset() {
     if (fields_.chosenPreset.empty()) return;
     change([&](EditorFields& fields) {
-        try {
-            readPresetData();
-            std::vector<EditPreset> presets = storedPresets();
-            const EditPreset* const chosen = presetWithID(presets, fields.chosenPreset);
-            if (!chosen) return;
-            const std::string name = chosen->name;
-            std::erase_if(presets, [id = chosen->id](const auto& each) { return each.id == id; });
-            storePresets(presets);
-            fields.chosenPreset.clear();
-            fields.presetNotice =
-                "Deleted " + name + ". Your current editing settings are unchanged.";
-        } catch (const std::exception& failure) {
-            report(failure);
-        }
+        readPresetData();
+        std::vector<EditPreset> presets = storedPresets();
+        const EditPreset* const chosen = presetWithID(presets, fields.chosenPreset);
+        if (!chosen) return;
+        const std::string name = chosen->name;
+        std::erase_if(presets, [id = chosen->id](const auto& each) { return each.id == id; });
+        storePresets(presets);
+        fields.chosenPreset.clear();
+        fields.presetNotice = "Deleted " + name + ". Your current editing settings are unchanged.";
     });
 }
 

@@ -1,5 +1,4 @@
 #include "editor/ContentView.h"
-#include "editor/ContentViewChange.h"
 #include "editor/ItemAccessGrant.h"
 #include "planning/ProjectDefaults.h"
 #include "planning/ProjectFile.h"
@@ -12,7 +11,7 @@
 namespace shotweaver {
 
 void ContentView::appear() {
-    if (fields_.didRestore) return;
+    if (didRestore_) return;
     preemptRestore();
     restoreSession();
     try {
@@ -23,25 +22,18 @@ void ContentView::appear() {
 }
 
 void ContentView::preemptRestore() {
-    change([](EditorFields& fields) { fields.didRestore = true; });
+    didRestore_ = true;
 }
 
 namespace {
 
-struct LoadedProject {
-    ImportedProject imported;
-    std::shared_ptr<const CutEngine> engine;
-};
-
-LoadedProject loadProject(const std::string& xml) {
-    ProjectImport import = readProject(xml);
-    ImportedProject imported = import.summary;
-    return {std::move(imported), std::make_shared<const CutEngine>(std::move(import))};
+std::shared_ptr<const Project> loadProject(std::string_view xml) {
+    return std::make_shared<const Project>(xml);
 }
 
 struct LoadedSession {
     SavedEditSession session;
-    LoadedProject project;
+    std::shared_ptr<const Project> project;
 };
 
 /// Reads a stored session. Its project, which takes as long as the rest, is loaded beside it.
@@ -56,7 +48,7 @@ LoadedSession loadSession(const std::string& bytes) {
         loaded.session = readSession(bytes);
         loaded.project = loadProject(loaded.session.sourceXML);
     }
-    validateSession(loaded.session, *loaded.project.engine);
+    validateSession(loaded.session, loaded.project->engine);
     return loaded;
 }
 
@@ -66,42 +58,41 @@ void ContentView::restoreSession() {
     try {
         const auto bytes = sessionFile_.read();
         if (!bytes) return;
-        auto [session, project] = loadSession(*bytes);
-        change([&session = session, &project = project, this](EditorFields& fields) {
-            fields.sourceXML = std::move(session.sourceXML);
-            fields.engine = std::move(project.engine);
-            fields.imported = std::move(project.imported);
-            fields.history = std::move(session.history);
-            fields.restoredSettings = session.settings;
-            applySettings(session.settings);
+        LoadedSession loaded = loadSession(*bytes);
+        change([&](EditorFields& fields) {
+            fields.sourceXML = std::move(loaded.session.sourceXML);
+            fields.project = std::move(loaded.project);
+            fields.history = std::move(loaded.session.history);
+            fields.settings = std::move(loaded.session.settings);
             const EditRevision* const current = fields.history.current();
-            fields.cuts.clear();
-            if (current && current->settings == session.settings) fields.cuts = current->cuts;
+            fields.showsCurrentEdit = current && current->settings == fields.settings;
             fields.status =
                 "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
                 "Final Cut project has changed.";
+            // Judged here: at the change's end it would take the status away again.
+            saveIsWanted_ = saveIsWanted_ || fields.settings != judgedSettings_;
+            judgedSettings_ = fields.settings;
             projectDidChange();
         });
     } catch (const std::exception& failure) {
-        report(failure, "The previous session could not be restored. Its saved file has been kept. "
-                        "You can import an XML to start a new session. ");
+        showFailure(failure,
+                    "The previous session could not be restored. Its saved file has been kept. You "
+                    "can import an XML to start a new session. ");
     }
 }
 
 void ContentView::importProject(std::string data) {
-    perform([&] {
-        LoadedProject project = loadProject(data);
-        const EditSettings settings =
-            importedSettings(project.imported, *project.engine, currentSettings());
+    reportingFailures([&] {
+        std::shared_ptr<const Project> project = loadProject(data);
+        EditSettings settings = importedSettings(*project, fields_.settings);
         change([&](EditorFields& fields) {
             fields.sourceXML = std::move(data);
             fields.history = {};
             fields.chosenPreset.clear();
             fields.presetNotice.clear();
-            fields.imported = std::move(project.imported);
-            fields.engine = std::move(project.engine);
-            applySettings(settings);
-            fields.cuts.clear();
+            fields.project = std::move(project);
+            fields.settings = std::move(settings);
+            fields.showsCurrentEdit = false;
             fields.status.clear();
             projectDidChange();
             saveIsWanted_ = true;
@@ -115,7 +106,7 @@ void ContentView::projectDidChange() {
     forgetCoverage();
     cutTexts_.reset();
     importWarning_.reset();
-    const std::vector<std::string> obstacles = fields_.engine->exportObstacles();
+    const std::vector<std::string> obstacles = fields_.project->engine.exportObstacles();
     if (obstacles.empty()) return;
     importWarning_ = obstacles.front();
     if (obstacles.size() > 1)
@@ -123,14 +114,14 @@ void ContentView::projectDidChange() {
 }
 
 void ContentView::readProjectFile(const std::string& path) {
-    perform([&] {
+    reportingFailures([&] {
         const ItemAccessGrant access(environment_.host, path);
         importProject(readAll(*openProjectFile(environment_.files, path)));
     });
 }
 
 void ContentView::chooseProjectFile() {
-    perform([&] {
+    reportingFailures([&] {
         const auto path = environment_.host.chooseItem({chooseProjectText, "", true, true, false});
         if (path) readProjectFile(*path);
     });

@@ -2,8 +2,6 @@
 
 #include "editor/PanelTexts.h"
 #include "planning/EditPlan.h"
-#include "planning/EditorTexts.h"
-#include "planning/ProjectDefaults.h"
 #include "platform/Locale.h"
 
 #include <fmt/format.h>
@@ -43,27 +41,27 @@ std::string choiceShare(const CameraRow& row, double sum) {
 
 } // namespace
 
-std::string projectLine(const ImportedProject& imported, const std::string& locale) {
+std::string projectLine(const Project& project, const std::string& locale) {
     const DecimalFormat number(locale);
-    return fmt::format("{} · {} seconds · {} fps", imported.name, number.text(imported.duration),
-                       number.text(imported.framesPerSecond));
+    return fmt::format("{} · {} seconds · {} fps", project.summary.name,
+                       number.text(project.summary.duration),
+                       number.text(project.summary.framesPerSecond));
 }
 
-std::vector<PickerOption> cameraOptions(const ImportedProject& imported, const CutEngine& engine) {
+std::vector<PickerOption> cameraOptions(const Project& project) {
     std::vector<PickerOption> options;
-    for (const std::string& id : videoAngleIDs(imported, engine))
-        options.push_back({id, angleLabel(id, imported)});
+    for (const ImportedAngle& angle : project.videoAngles)
+        options.push_back({angle.id, project.label(angle.id)});
     return options;
 }
 
-std::vector<PickerOption> audioOptions(const EditSettings& settings,
-                                       const ImportedProject& imported, const CutEngine& engine) {
+std::vector<PickerOption> audioOptions(const EditSettings& settings, const Project& project) {
+    const CutEngine& engine = project.engine;
     std::vector<PickerOption> options;
     if (settings.audio.empty()) options.push_back({"", "Choose audio"});
-    for (const ImportedAngle& angle : audioAngles(imported, engine)) {
+    for (const ImportedAngle& angle : project.audioAngles) {
         const bool isWhole = engine.audioCoverage.at(angle.id) == Coverage{{0, engine.length}};
-        options.push_back(
-            {angle.id, angleLabel(angle.id, imported) + (isWhole ? "" : " (has gaps)")});
+        options.push_back({angle.id, project.label(angle.id) + (isWhole ? "" : " (has gaps)")});
     }
     return options;
 }
@@ -75,17 +73,17 @@ std::vector<PickerOption> presetOptions(const std::vector<EditPreset>& presets) 
     return options;
 }
 
-std::vector<CameraRow> cameraRows(const EditSettings& settings, const ImportedProject& imported,
-                                  const CutEngine& engine) {
-    const std::vector<std::string> others = selectedOtherCameras(settings, imported, engine);
+std::vector<CameraRow> cameraRows(const EditSettings& settings, const Project& project) {
+    const std::vector<std::string> others = selectedOtherCameras(settings, project);
     const bool hasChoice = others.size() >= 2;
     const double sum = sumOfFrequencies(settings, others);
     std::vector<CameraRow> rows;
-    for (const std::string& id : videoAngleIDs(imported, engine)) {
+    for (const ImportedAngle& angle : project.videoAngles) {
+        const std::string& id = angle.id;
         if (id == settings.mainCamera) continue;
         CameraRow row;
         row.id = id;
-        row.label = angleLabel(id, imported);
+        row.label = project.label(id);
         row.isIncluded = settings.otherCameras.contains(id);
         row.frequency = frequencyOf(settings, id);
         row.frequencyLabel = "Frequency: " + wholeNumber(row.frequency);

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "engine/CutEngine.h"
 #include "engine/EditSettings.h"
-#include "engine/ImportedProject.h"
-#include "planning/PresetSettings.h"
+#include "engine/Project.h"
+#include "persistence/EditPreset.h"
 
 #include <cstddef>
 #include <string>
@@ -22,15 +21,14 @@ struct PickerOption {
 };
 
 /// Name, duration and frame rate of the project, the numbers in the locale's style.
-std::string projectLine(const ImportedProject& imported, const std::string& locale);
+std::string projectLine(const Project& project, const std::string& locale);
 
 /// The video angles.
-std::vector<PickerOption> cameraOptions(const ImportedProject& imported, const CutEngine& engine);
+std::vector<PickerOption> cameraOptions(const Project& project);
 
 /// The audio angles, marked when they do not cover the whole project; "Choose audio" before them
 /// while none is chosen.
-std::vector<PickerOption> audioOptions(const EditSettings& settings,
-                                       const ImportedProject& imported, const CutEngine& engine);
+std::vector<PickerOption> audioOptions(const EditSettings& settings, const Project& project);
 
 /// "Choose a preset" and the presets in their order.
 std::vector<PickerOption> presetOptions(const std::vector<EditPreset>& presets);
@@ -53,8 +51,7 @@ struct CameraRow {
 };
 
 /// One row for each video angle but the main camera.
-std::vector<CameraRow> cameraRows(const EditSettings& settings, const ImportedProject& imported,
-                                  const CutEngine& engine);
+std::vector<CameraRow> cameraRows(const EditSettings& settings, const Project& project);
 
 /// The wait before returning to the main camera, seconds.
 double mainWait(const EditSettings& settings);

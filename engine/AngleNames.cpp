@@ -15,7 +15,7 @@ AngleNames::AngleNames(const std::vector<ImportedAngle>& angles) {
     }
 }
 
-std::optional<std::string> AngleNames::find(std::string_view name) const {
+std::optional<std::string> AngleNames::idOf(std::string_view name) const {
     const auto entry = ids_.find(normalizedName(name));
     return entry == ids_.end() ? std::nullopt : entry->second;
 }

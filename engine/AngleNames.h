@@ -22,7 +22,7 @@ class AngleNames {
 
     /// The identifier of the one angle with that name once both are normalised; nothing when no
     /// angle or more than one has it.
-    std::optional<std::string> find(std::string_view name) const;
+    std::optional<std::string> idOf(std::string_view name) const;
 
     /// Whether more than one angle has that name.
     bool isRepeated(std::string_view name) const;

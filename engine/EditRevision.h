@@ -7,7 +7,9 @@
 
 namespace shotweaver {
 
-/// One generated edit with the settings it was made with.
+/// One generated edit with the settings it was made with. A revision never changes: what has been
+/// saved of it is not encoded again. What is decided later about its cuts stands beside the
+/// history.
 struct EditRevision {
     UUID id;
     double created = 0; // seconds since 2001-01-01 00:00:00 UTC

@@ -25,12 +25,22 @@ double numberFor(const AngleNumbers& numbers, std::string_view angle, double fal
     return found == numbers.end() ? fallback : found->second;
 }
 
+void setMinimum(double& minimum, double& maximum, double seconds) {
+    minimum = seconds;
+    maximum = std::max(maximum, seconds);
+}
+
+void setMaximum(double& minimum, double& maximum, double seconds) {
+    maximum = seconds;
+    minimum = std::min(minimum, seconds);
+}
+
 void EditSettings::validate() const {
     const bool isValid = isWithin(mainShare, 10, 90) && isWithin(averageShot, 4, 20) &&
                          isWithin(mainMinimum, 1, 120) && isWithin(mainMaximum, mainMinimum, 120) &&
                          isWithin(otherMinimum, 1, 120) &&
                          isWithin(otherMaximum, otherMinimum, 120) &&
-                         isWithin(openingSeconds, 1, 120) && isWithin(closingSeconds, 1, 120) &&
+                         isWithin(opening.seconds, 1, 120) && isWithin(closing.seconds, 1, 120) &&
                          areWithin(frequencies, 1, 10) && areWithin(returnTimes, 0, 600);
     if (!isValid)
         throw FinalCutImportError::invalid(

@@ -31,6 +31,15 @@ struct SectionDraft {
     bool operator==(const SectionDraft&) const = default;
 };
 
+/// An opening or closing shot as it is set up.
+struct Bookend {
+    bool isEnabled = false;
+    std::string camera;  // angle identifier
+    double seconds = 15; // 1 to 120
+
+    bool operator==(const Bookend&) const = default;
+};
+
 /// Every user setting of one edit, with a fresh editor's initial values. Cameras are angle
 /// identifiers.
 struct EditSettings {
@@ -46,12 +55,8 @@ struct EditSettings {
     AngleNumbers returnTimes; // seconds, 0 to 600; a missing entry counts as 0
     std::string audio;
     bool doubleMain = false;
-    bool openingEnabled = false;
-    std::string openingCamera;
-    double openingSeconds = 15; // 1 to 120
-    bool closingEnabled = false;
-    std::string closingCamera;
-    double closingSeconds = 15; // 1 to 120
+    Bookend opening;
+    Bookend closing;
     std::vector<SectionDraft> sections;
 
     /// Throws `FinalCutImportError` with the one sentence for stored settings when a number is out
@@ -60,6 +65,10 @@ struct EditSettings {
 
     bool operator==(const EditSettings&) const = default;
 };
+
+/// Each sets one end of a shot length range, seconds, and moves the other where it would be passed.
+void setMinimum(double& minimum, double& maximum, double seconds);
+void setMaximum(double& minimum, double& maximum, double seconds);
 
 /// A requested opening or closing shot.
 struct BookendShot {

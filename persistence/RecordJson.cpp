@@ -27,12 +27,12 @@ void visitFields(Record& settings, Visit visit) {
     visit("returnTimes", settings.returnTimes);
     visit("audio", settings.audio);
     visit("doubleMain", settings.doubleMain);
-    visit("openingEnabled", settings.openingEnabled);
-    visit("openingCamera", settings.openingCamera);
-    visit("openingSeconds", settings.openingSeconds);
-    visit("closingEnabled", settings.closingEnabled);
-    visit("closingCamera", settings.closingCamera);
-    visit("closingSeconds", settings.closingSeconds);
+    visit("openingEnabled", settings.opening.isEnabled);
+    visit("openingCamera", settings.opening.camera);
+    visit("openingSeconds", settings.opening.seconds);
+    visit("closingEnabled", settings.closing.isEnabled);
+    visit("closingCamera", settings.closing.camera);
+    visit("closingSeconds", settings.closing.seconds);
     visit("sections", settings.sections);
 }
 

@@ -33,8 +33,8 @@ bool camerasMatch(const EditSettings& settings, const CutEngine& engine) {
            (settings.audio.empty() || engine.audioCoverage.contains(settings.audio)) &&
            std::all_of(settings.sections.begin(), settings.sections.end(),
                        [&](const SectionDraft& section) { return isCamera(section.camera); }) &&
-           (!settings.openingEnabled || isCamera(settings.openingCamera)) &&
-           (!settings.closingEnabled || isCamera(settings.closingCamera));
+           (!settings.opening.isEnabled || isCamera(settings.opening.camera)) &&
+           (!settings.closing.isEnabled || isCamera(settings.closing.camera));
 }
 
 void checkSettings(const EditSettings& settings, const CutEngine& engine) {

@@ -1,7 +1,6 @@
 #include "planning/EditPlan.h"
 
 #include "engine/FinalCutImportError.h"
-#include "planning/ProjectDefaults.h"
 #include "platform/Locale.h"
 
 #include <fmt/format.h>
@@ -10,16 +9,9 @@ namespace shotweaver {
 
 namespace {
 
-std::optional<BookendShot> bookend(bool isEnabled, const std::string& camera, double seconds) {
-    return isEnabled ? std::optional(BookendShot{camera, seconds}) : std::nullopt;
-}
-
-std::optional<BookendShot> openingOf(const EditSettings& settings) {
-    return bookend(settings.openingEnabled, settings.openingCamera, settings.openingSeconds);
-}
-
-std::optional<BookendShot> closingOf(const EditSettings& settings) {
-    return bookend(settings.closingEnabled, settings.closingCamera, settings.closingSeconds);
+std::optional<BookendShot> requestedShot(const Bookend& shot) {
+    if (!shot.isEnabled) return std::nullopt;
+    return BookendShot{shot.camera, shot.seconds};
 }
 
 /// The panel keeps its ranges in order; settings that arrive whole may hold anything.
@@ -38,70 +30,68 @@ void requireOrderedRanges(const EditSettings& settings) {
 } // namespace
 
 std::vector<std::string> selectedOtherCameras(const EditSettings& settings,
-                                              const ImportedProject& imported,
-                                              const CutEngine& engine) {
+                                              const Project& project) {
     std::vector<std::string> selected;
-    for (std::string& id : videoAngleIDs(imported, engine)) {
-        if (id != settings.mainCamera && settings.otherCameras.contains(id))
-            selected.push_back(std::move(id));
+    for (const ImportedAngle& angle : project.videoAngles) {
+        if (angle.id != settings.mainCamera && settings.otherCameras.contains(angle.id))
+            selected.push_back(angle.id);
     }
     return selected;
 }
 
 std::vector<FixedCameraSection> fixedCameraSections(const EditSettings& settings,
-                                                    const CutEngine& engine) {
+                                                    const Project& project) {
     std::vector<FixedCameraSection> sections;
     for (const SectionDraft& draft : settings.sections) {
-        const std::int64_t start = engine.frameForTimecode(draft.start);
-        const std::int64_t end = engine.frameForTimecode(draft.end);
+        const std::int64_t start = project.engine.frameForTimecode(draft.start);
+        const std::int64_t end = project.engine.frameForTimecode(draft.end);
         sections.push_back({draft.camera, start, end});
     }
     return sections;
 }
 
-GenerationInputs generationInputs(const EditSettings& settings, const ImportedProject& imported,
-                                  const CutEngine& engine) {
+GenerationInputs generationInputs(const EditSettings& settings, const Project& project) {
     GenerationInputs inputs;
     inputs.mainCamera = settings.mainCamera;
-    inputs.otherCameras = selectedOtherCameras(settings, imported, engine);
+    inputs.otherCameras = selectedOtherCameras(settings, project);
     inputs.mainShare = settings.mainShare / 100;
     inputs.averageShot = settings.averageShot;
     inputs.doubleMain = settings.doubleMain;
     inputs.mainRange = SecondsRange{settings.mainMinimum, settings.mainMaximum};
     inputs.otherRange = SecondsRange{settings.otherMinimum, settings.otherMaximum};
-    inputs.opening = openingOf(settings);
-    inputs.closing = closingOf(settings);
+    inputs.opening = requestedShot(settings.opening);
+    inputs.closing = requestedShot(settings.closing);
     inputs.frequencies = settings.frequencies;
-    inputs.sections = fixedCameraSections(settings, engine);
+    inputs.sections = fixedCameraSections(settings, project);
     inputs.returnTimes = settings.returnTimes;
     return inputs;
 }
 
-std::vector<Cut> generateCutList(const EditSettings& settings, const ImportedProject& imported,
-                                 const CutEngine& engine, RandomSource& random,
-                                 const UUIDMaker& makeUUID) {
+std::vector<Cut> generateCutList(const EditSettings& settings, const Project& project,
+                                 RandomSource& random, const UUIDMaker& makeUUID) {
     requireOrderedRanges(settings);
-    engine.checkAudioCoverage(settings.audio);
-    return engine.generateCuts(generationInputs(settings, imported, engine), random, makeUUID);
+    project.engine.checkAudioCoverage(settings.audio);
+    return project.engine.generateCuts(generationInputs(settings, project), random, makeUUID);
 }
 
-SelectedCoverage coverageReport(const EditSettings& settings, const ImportedProject& imported,
-                                const CutEngine& engine) {
+SelectedCoverage coverageReport(const EditSettings& settings, const Project& project) {
     std::vector<std::string> cameras{settings.mainCamera};
-    const std::vector<std::string> others = selectedOtherCameras(settings, imported, engine);
+    const std::vector<std::string> others = selectedOtherCameras(settings, project);
     cameras.insert(cameras.end(), others.begin(), others.end());
     try {
-        return engine.selectedCoverage(cameras, openingOf(settings), closingOf(settings),
-                                       fixedCameraSections(settings, engine));
+        return project.engine.selectedCoverage(cameras, requestedShot(settings.opening),
+                                               requestedShot(settings.closing),
+                                               fixedCameraSections(settings, project));
     } catch (const FinalCutImportError& error) {
         return {{}, error.what()};
     }
 }
 
 std::optional<std::string> coverageWarning(const SelectedCoverage& report,
-                                           const EditSettings& settings, const CutEngine& engine,
+                                           const EditSettings& settings, const Project& project,
                                            const std::string& locale) {
     if (report.message) return report.message;
+    const CutEngine& engine = project.engine;
 
     const std::vector<FrameRange> gaps = uncoveredRanges(report.covered, engine.length);
     if (!gaps.empty()) {

@@ -1,6 +1,7 @@
 #include "planning/PresetSettings.h"
 
 #include "engine/AngleNames.h"
+#include "planning/EditPlan.h"
 
 #include <fmt/format.h>
 
@@ -11,12 +12,6 @@
 namespace shotweaver {
 
 namespace {
-
-const ImportedAngle* angleWithID(const std::vector<ImportedAngle>& angles, std::string_view id) {
-    const auto found = std::find_if(angles.begin(), angles.end(),
-                                    [&](const ImportedAngle& angle) { return angle.id == id; });
-    return found == angles.end() ? nullptr : &*found;
-}
 
 /// A row (name, number) for each angle that has a number.
 template <class Row>
@@ -29,11 +24,9 @@ std::vector<Row> namedRows(const std::vector<ImportedAngle>& angles, const Angle
     return rows;
 }
 
-std::optional<PresetBookend> namedBookend(const std::vector<ImportedAngle>& angles, bool isEnabled,
-                                          std::string_view camera, double seconds) {
-    const ImportedAngle* const angle = isEnabled ? angleWithID(angles, camera) : nullptr;
-    if (!angle) return std::nullopt;
-    return PresetBookend{angle->name, seconds};
+std::optional<PresetBookend> namedBookend(const Bookend& shot, const Project& project) {
+    if (!shot.isEnabled || !project.isVideoAngle(shot.camera)) return std::nullopt;
+    return PresetBookend{project.name(shot.camera), shot.seconds};
 }
 
 /// Ranges that an older preset lacks lie around the mean length that its share and average give.
@@ -76,12 +69,12 @@ void applyRows(const std::optional<std::vector<Row>>& rows, double Row::*number,
 /// False, with the settings as they were, unless every name stands for a different angle.
 bool applyCameras(const EditPreset& preset, const AngleNames& video,
                   const std::vector<ImportedAngle>& audioAngles, EditSettings& settings) {
-    const auto main = video.find(preset.mainAngleName);
-    const auto audio = AngleNames(audioAngles).find(preset.audioAngleName);
+    const auto main = video.idOf(preset.mainAngleName);
+    const auto audio = AngleNames(audioAngles).idOf(preset.audioAngleName);
     if (!main || !audio || preset.otherAngleNames.empty()) return false;
     std::set<std::string, std::less<>> others;
     for (const std::string& name : preset.otherAngleNames) {
-        const auto other = video.find(name);
+        const auto other = video.idOf(name);
         if (!other || other == main || !others.insert(*other).second) return false;
     }
     settings.mainCamera = *main;
@@ -90,52 +83,40 @@ bool applyCameras(const EditPreset& preset, const AngleNames& video,
     return true;
 }
 
-/// The fields of an opening or closing shot in the settings.
-struct BookendFields {
-    bool& isEnabled;
-    std::string& camera;
-    double& seconds;
-};
-
-/// False when the shot's camera was not found. The shot is off then, as without one.
-bool applyBookend(const std::optional<PresetBookend>& shot, const AngleNames& video,
-                  BookendFields fields) {
-    fields.isEnabled = false;
-    if (!shot) return true;
-    const auto camera = video.find(shot->angleName);
+/// False when the preset's camera was not found. The shot is off then, as without one.
+bool applyBookend(const std::optional<PresetBookend>& preset, const AngleNames& video,
+                  Bookend& shot) {
+    shot.isEnabled = false;
+    if (!preset) return true;
+    const auto camera = video.idOf(preset->angleName);
     if (!camera) return false;
-    fields.camera = *camera;
-    fields.seconds = shot->seconds;
-    fields.isEnabled = true;
+    shot = {true, *camera, preset->seconds};
     return true;
 }
 
 } // namespace
 
-std::optional<EditPreset> presetOf(const EditSettings& settings, const ProjectAngles& angles,
-                                   UUID id, std::string name) {
-    const ImportedAngle* const main = angleWithID(angles.video, settings.mainCamera);
-    const ImportedAngle* const audio = angleWithID(angles.audio, settings.audio);
+std::optional<EditPreset> presetOf(const EditSettings& settings, const Project& project, UUID id,
+                                   std::string name) {
+    const std::vector<std::string> others = selectedOtherCameras(settings, project);
+    if (!project.isVideoAngle(settings.mainCamera) || !project.isAudioAngle(settings.audio) ||
+        others.empty())
+        return std::nullopt;
     EditPreset preset;
-    for (const ImportedAngle& angle : angles.video) {
-        if (angle.id != settings.mainCamera && settings.otherCameras.contains(angle.id))
-            preset.otherAngleNames.push_back(angle.name);
-    }
-    if (!main || !audio || preset.otherAngleNames.empty()) return std::nullopt;
+    for (const std::string& camera : others)
+        preset.otherAngleNames.push_back(project.name(camera));
 
     preset.id = id;
     preset.name = std::move(name);
     preset.mainShare = settings.mainShare;
     preset.averageShot = settings.averageShot;
     preset.doubleMain = settings.doubleMain;
-    preset.mainAngleName = main->name;
-    preset.audioAngleName = audio->name;
-    preset.returnTimes = namedRows<PresetReturnTime>(angles.video, settings.returnTimes);
-    preset.frequencies = namedRows<PresetFrequency>(angles.video, settings.frequencies);
-    preset.opening = namedBookend(angles.video, settings.openingEnabled, settings.openingCamera,
-                                  settings.openingSeconds);
-    preset.closing = namedBookend(angles.video, settings.closingEnabled, settings.closingCamera,
-                                  settings.closingSeconds);
+    preset.mainAngleName = project.name(settings.mainCamera);
+    preset.audioAngleName = project.name(settings.audio);
+    preset.returnTimes = namedRows<PresetReturnTime>(project.videoAngles, settings.returnTimes);
+    preset.frequencies = namedRows<PresetFrequency>(project.videoAngles, settings.frequencies);
+    preset.opening = namedBookend(settings.opening, project);
+    preset.closing = namedBookend(settings.closing, project);
     preset.mainMinimum = settings.mainMinimum;
     preset.mainMaximum = settings.mainMaximum;
     preset.otherMinimum = settings.otherMinimum;
@@ -144,8 +125,9 @@ std::optional<EditPreset> presetOf(const EditSettings& settings, const ProjectAn
 }
 
 AppliedPreset appliedPreset(const EditPreset& preset, EditSettings settings,
-                            const ProjectAngles& angles) {
-    const NamedAngles video{angles.video};
+                            const Project* project) {
+    static const std::vector<ImportedAngle> none;
+    const NamedAngles video{project ? project->videoAngles : none};
     settings.mainShare = preset.mainShare;
     settings.averageShot = preset.averageShot;
     applyRanges(preset, settings);
@@ -155,17 +137,13 @@ AppliedPreset appliedPreset(const EditPreset& preset, EditSettings settings,
     applyRows(preset.returnTimes, &PresetReturnTime::seconds, defaultReturnTime, video,
               settings.returnTimes);
     std::string notice =
-        applyCameras(preset, video.names, angles.audio, settings)
+        applyCameras(preset, video.names, project ? project->audioAngles : none, settings)
             ? fmt::format("Applied {}, including matching camera and audio angles.", preset.name)
             : fmt::format("Applied {}'s pacing and balance. Some angle names are missing or "
                           "repeated, so the current camera and audio selections were kept.",
                           preset.name);
-    const bool hasOpening =
-        applyBookend(preset.opening, video.names,
-                     {settings.openingEnabled, settings.openingCamera, settings.openingSeconds});
-    const bool hasClosing =
-        applyBookend(preset.closing, video.names,
-                     {settings.closingEnabled, settings.closingCamera, settings.closingSeconds});
+    const bool hasOpening = applyBookend(preset.opening, video.names, settings.opening);
+    const bool hasClosing = applyBookend(preset.closing, video.names, settings.closing);
     if (!hasOpening || !hasClosing)
         notice += " An opening or closing camera could not be matched, so that option was turned "
                   "off.";

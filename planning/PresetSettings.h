@@ -1,26 +1,19 @@
 #pragma once
 
 #include "engine/EditSettings.h"
-#include "engine/ImportedProject.h"
+#include "engine/Project.h"
 #include "persistence/EditPreset.h"
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace shotweaver {
-
-/// The angles that a preset's names are matched to, each list in angle order.
-struct ProjectAngles {
-    std::vector<ImportedAngle> video;
-    std::vector<ImportedAngle> audio;
-};
 
 /// The settings as a preset. Nothing when the cameras do not resolve: the main camera and the audio
 /// angle must be among the angles, with at least one included additional camera. An opening or
 /// closing shot whose camera is not a video angle is left out.
-std::optional<EditPreset> presetOf(const EditSettings& settings, const ProjectAngles& angles,
-                                   UUID id, std::string name);
+std::optional<EditPreset> presetOf(const EditSettings& settings, const Project& project, UUID id,
+                                   std::string name);
 
 /// Settings after a preset was applied, with the notice that tells what was matched.
 struct AppliedPreset {
@@ -30,8 +23,8 @@ struct AppliedPreset {
 
 /// Pacing and balance are always taken over; the cameras and the audio angle only when every name
 /// matches exactly one angle; frequencies, waits, opening and closing one by one. Fixed sections
-/// stay.
+/// stay. Without a project (null) no name matches.
 AppliedPreset appliedPreset(const EditPreset& preset, EditSettings settings,
-                            const ProjectAngles& angles);
+                            const Project* project);
 
 } // namespace shotweaver

@@ -3,29 +3,18 @@
 #include "engine/FinalCutImportError.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace shotweaver {
 
 namespace {
 
-std::vector<ImportedAngle> anglesWithFootage(const ImportedProject& imported,
-                                             const CoverageMap& coverage) {
-    std::vector<ImportedAngle> angles;
-    std::copy_if(imported.angles.begin(), imported.angles.end(), std::back_inserter(angles),
-                 [&](const ImportedAngle& angle) {
-                     const auto found = coverage.find(angle.id);
-                     return found != coverage.end() && !found->second.empty();
-                 });
-    return angles;
-}
-
-std::string defaultAudio(const ImportedProject& imported, const CutEngine& engine) {
-    const std::vector<ImportedAngle> candidates = audioAngles(imported, engine);
+std::string defaultAudio(const Project& project) {
+    const std::vector<ImportedAngle>& candidates = project.audioAngles;
     if (candidates.empty()) return "";
     const auto first = [&](auto condition) {
         return std::find_if(candidates.begin(), candidates.end(), condition);
     };
+    const CutEngine& engine = project.engine;
     auto chosen = first([&](const ImportedAngle& angle) { return angle.id == engine.audioID; });
     if (chosen == candidates.end())
         chosen = first([&](const ImportedAngle& angle) {
@@ -36,46 +25,31 @@ std::string defaultAudio(const ImportedProject& imported, const CutEngine& engin
 
 } // namespace
 
-std::vector<ImportedAngle> videoAngles(const ImportedProject& imported, const CutEngine& engine) {
-    return anglesWithFootage(imported, engine.coverage);
-}
-
-std::vector<ImportedAngle> audioAngles(const ImportedProject& imported, const CutEngine& engine) {
-    return anglesWithFootage(imported, engine.audioCoverage);
-}
-
-std::vector<std::string> videoAngleIDs(const ImportedProject& imported, const CutEngine& engine) {
-    std::vector<std::string> ids;
-    for (const ImportedAngle& angle : videoAngles(imported, engine))
-        ids.push_back(angle.id);
-    return ids;
-}
-
-EditSettings importedSettings(const ImportedProject& imported, const CutEngine& engine,
-                              EditSettings previous) {
-    const std::vector<std::string> cameras = videoAngleIDs(imported, engine);
+EditSettings importedSettings(const Project& project, EditSettings previous) {
+    const std::vector<ImportedAngle>& cameras = project.videoAngles;
     if (cameras.size() < 2)
         throw FinalCutImportError::invalid("Include at least two video angles in your multicam.");
 
     EditSettings settings = std::move(previous);
     settings.returnTimes.clear();
     settings.sections.clear();
-    settings.openingEnabled = false;
-    settings.closingEnabled = false;
-    settings.openingCamera = cameras.front();
-    settings.closingCamera = cameras.front();
-    settings.mainCamera = cameras.front();
-    settings.otherCameras = {cameras.begin() + 1, cameras.end()};
+    settings.mainCamera = cameras.front().id;
+    for (Bookend* const shot : {&settings.opening, &settings.closing}) {
+        shot->isEnabled = false;
+        shot->camera = settings.mainCamera;
+    }
+    settings.otherCameras.clear();
     settings.frequencies.clear();
-    for (const std::string& camera : cameras)
-        settings.frequencies[camera] = defaultFrequency;
-    settings.audio = defaultAudio(imported, engine);
+    for (const ImportedAngle& camera : cameras) {
+        if (camera.id != settings.mainCamera) settings.otherCameras.insert(camera.id);
+        settings.frequencies[camera.id] = defaultFrequency;
+    }
+    settings.audio = defaultAudio(project);
     return settings;
 }
 
-void chooseMainCamera(EditSettings& settings, const std::string& camera,
-                      const std::vector<std::string>& videoAngles) {
-    if (std::find(videoAngles.begin(), videoAngles.end(), settings.mainCamera) != videoAngles.end())
+void chooseMainCamera(EditSettings& settings, const std::string& camera, const Project& project) {
+    if (project.isVideoAngle(settings.mainCamera))
         settings.otherCameras.insert(settings.mainCamera);
     settings.otherCameras.erase(camera);
     settings.mainCamera = camera;

@@ -113,13 +113,13 @@ std::vector<Scene> scenes(const std::string& example) {
         {"warning-and-error",
          [load](Studio& studio) {
              load(studio);
-             for (const std::string& camera : studio.editor.selectedOtherCameras())
-                 studio.editor.setIncluded(camera, camera == studio.editor.videoAngleIDs()[1]);
-             studio.editor.chooseMainCamera(studio.editor.videoAngleIDs()[1]);
-             studio.editor.setIncluded(studio.editor.videoAngleIDs()[0], false);
-             studio.editor.setIncluded(studio.editor.videoAngleIDs()[2], true);
+             const std::vector<ImportedAngle>& cameras = studio.editor.project()->videoAngles;
+             studio.editor.edit([&](EditSettings& settings) {
+                 settings.mainCamera = cameras[1].id;
+                 settings.otherCameras = {cameras[2].id};
+             });
              studio.editor.addSection();
-             studio.editor.setSectionStart(0, "1:2:3");
+             studio.editor.editSection(0, [](SectionDraft& section) { section.start = "1:2:3"; });
              studio.editor.generateEdit();
          }},
         {"save-preset",

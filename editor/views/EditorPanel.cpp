@@ -172,7 +172,7 @@ void EditorPanel::importProject() {
 
 void EditorPanel::refresh() {
     const EditorFields& fields = editor_.fields();
-    const bool hasProject = fields.imported.has_value();
+    const bool hasProject = fields.project != nullptr;
     noProject_->setVisible(!hasProject);
     // Before the columns appear: rows that come to a visible panel are laid out more often.
     if (hasProject) {

@@ -6,7 +6,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <iterator>
 
 namespace shotweaver {
@@ -15,9 +14,9 @@ namespace {
 
 class RecordWriter {
   public:
-    RecordWriter(const ImportedProject& imported, const CutEngine& engine,
-                 const EditRevision& revision)
-        : imported_(imported), engine_(engine), revision_(revision), settings_(revision.settings) {}
+    RecordWriter(const Project& project, const EditRevision& revision)
+        : project_(project), engine_(project.engine), revision_(revision),
+          settings_(revision.settings) {}
 
     std::string write() {
         writeHead();
@@ -43,28 +42,18 @@ class RecordWriter {
         text_ += '\n';
     }
 
-    std::string angleDisplayName(std::string_view id) const {
-        const auto found = std::find_if(imported_.angles.begin(), imported_.angles.end(),
-                                        [&](const ImportedAngle& angle) { return angle.id == id; });
-        return found == imported_.angles.end() ? std::string(id) : found->name;
-    }
-
-    bool hasVideo(const ImportedAngle& angle) const {
-        const auto found = engine_.coverage.find(angle.id);
-        return found != engine_.coverage.end() && !found->second.empty();
-    }
-
     std::string roleOf(std::string_view angle) const {
         if (angle == settings_.mainCamera) return "main";
         return settings_.otherCameras.contains(angle) ? "included" : "excluded from random cuts";
     }
 
-    std::string bookend(bool isEnabled, std::string_view camera, double seconds) const {
-        if (!isEnabled) return "Off";
-        return fmt::format("{}, {} seconds", angleDisplayName(camera), shortestDecimal(seconds));
+    std::string bookendText(const Bookend& shot) const {
+        if (!shot.isEnabled) return "Off";
+        return fmt::format("{}, {} seconds", project_.name(shot.camera),
+                           shortestDecimal(shot.seconds));
     }
 
-    const ImportedProject& imported_;
+    const Project& project_;
     const CutEngine& engine_;
     const EditRevision& revision_;
     const EditSettings& settings_;
@@ -73,7 +62,7 @@ class RecordWriter {
 
 void RecordWriter::writeHead() {
     line("Shotweaver export settings");
-    line("Project: {}", imported_.name);
+    line("Project: {}", project_.summary.name);
     line("Edit ID: {}", revision_.id.text());
     line("Generated: {}", iso8601(revision_.created));
     line("Frame duration: {}/{} seconds", engine_.frameNumerator, engine_.frameDenominator);
@@ -82,21 +71,20 @@ void RecordWriter::writeHead() {
 }
 
 void RecordWriter::writeSettings() {
-    line("Main camera: {}", angleDisplayName(settings_.mainCamera));
+    line("Main camera: {}", project_.name(settings_.mainCamera));
     line("Target main screen time: {}%", shortestDecimal(settings_.mainShare));
     line("Main shot range: {} to {} seconds", shortestDecimal(settings_.mainMinimum),
          shortestDecimal(settings_.mainMaximum));
     line("Other shot range: {} to {} seconds", shortestDecimal(settings_.otherMinimum),
          shortestDecimal(settings_.otherMaximum));
     line("Randomly double main holds: {}", settings_.doubleMain ? "On (25% chance)" : "Off");
-    line("Continuous audio: {}", angleDisplayName(settings_.audio));
+    line("Continuous audio: {}", project_.name(settings_.audio));
     line("");
 }
 
 void RecordWriter::writeCameras() {
     line("Camera settings:");
-    for (const ImportedAngle& angle : imported_.angles) {
-        if (!hasVideo(angle)) continue;
+    for (const ImportedAngle& angle : project_.videoAngles) {
         line("{}: {}, frequency {}, minimum return {} seconds after previous hold ends", angle.name,
              roleOf(angle.id),
              shortestDecimal(numberFor(settings_.frequencies, angle.id, defaultFrequency)),
@@ -106,16 +94,14 @@ void RecordWriter::writeCameras() {
 }
 
 void RecordWriter::writeFixedParts() {
-    line("Opening: {}",
-         bookend(settings_.openingEnabled, settings_.openingCamera, settings_.openingSeconds));
-    line("Closing: {}",
-         bookend(settings_.closingEnabled, settings_.closingCamera, settings_.closingSeconds));
+    line("Opening: {}", bookendText(settings_.opening));
+    line("Closing: {}", bookendText(settings_.closing));
     line("Fixed shots override minimum return times.");
     line("");
     line("Fixed sections:");
     for (const SectionDraft& section : settings_.sections)
         line("{}: {} to {}, {}", section.name, section.start, section.end,
-             angleDisplayName(section.camera));
+             project_.name(section.camera));
     if (settings_.sections.empty()) line("None");
     line("");
 }
@@ -123,8 +109,7 @@ void RecordWriter::writeFixedParts() {
 void RecordWriter::writeUsage() {
     const CameraUsageMap usage = cameraUsage(revision_.cuts);
     line("Actual camera usage:");
-    for (const ImportedAngle& angle : imported_.angles) {
-        if (!hasVideo(angle)) continue;
+    for (const ImportedAngle& angle : project_.videoAngles) {
         const CameraUsage used = usageOf(usage, angle.id);
         const double share =
             static_cast<double>(used.frames) / static_cast<double>(engine_.length) * 100;
@@ -137,15 +122,14 @@ void RecordWriter::writeUsage() {
 void RecordWriter::writeCuts() {
     line("Cut list (start timecode | camera | duration in seconds):");
     for (const Cut& cut : revision_.cuts)
-        line("{} | {} | {}", engine_.timecode(cut.start), angleDisplayName(cut.angle),
+        line("{} | {} | {}", engine_.timecode(cut.start), project_.name(cut.angle),
              shortestDecimal(engine_.seconds(cut.duration)));
 }
 
 } // namespace
 
-std::string settingsRecordText(const ImportedProject& imported, const CutEngine& engine,
-                               const EditRevision& revision) {
-    return RecordWriter(imported, engine, revision).write();
+std::string settingsRecordText(const Project& project, const EditRevision& revision) {
+    return RecordWriter(project, revision).write();
 }
 
 } // namespace shotweaver

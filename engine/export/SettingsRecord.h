@@ -1,8 +1,7 @@
 #pragma once
 
-#include "engine/CutEngine.h"
 #include "engine/EditRevision.h"
-#include "engine/ImportedProject.h"
+#include "engine/Project.h"
 
 #include <string>
 
@@ -10,7 +9,6 @@ namespace shotweaver {
 
 /// The plain-text record of an edit: project, settings, actual usage and cut list in readable
 /// lines. UTF-8, every line ended by a line feed.
-std::string settingsRecordText(const ImportedProject& imported, const CutEngine& engine,
-                               const EditRevision& revision);
+std::string settingsRecordText(const Project& project, const EditRevision& revision);
 
 } // namespace shotweaver

@@ -76,9 +76,8 @@ EditRevision revisionAfter(const Arguments& flags) {
 
 /// The settings after an import with those of `text` in their place.
 EditSettings settingsWith(const std::string& text) {
-    return readSettingsOver(
-        JsonReader(parseJson(text)),
-        importedSettings(inspectProject(projectXml()), CutEngine(projectXml()), {}));
+    return readSettingsOver(JsonReader(parseJson(text)),
+                            importedSettings(Project(projectXml()), {}));
 }
 
 TEST(CommandLine, wrongUsageIsNamedAndFollowedByTheUsage) {

@@ -1,5 +1,6 @@
 #include "host/InboxSubscription.h"
 #include "persistence/SavedEditSession.h"
+#include "planning/EditPlan.h"
 #include "platform/FileURL.h"
 #include "tests/support/EditorBench.h"
 
@@ -26,7 +27,7 @@ struct Seen {
 
 Seen seen(const EditorBench& bench, ContentView& editor) {
     const EditorFields& fields = bench.fields();
-    return {fields.cuts.size(), editor.actionBar().position.value_or(""), fields.status,
+    return {fields.cuts().size(), editor.actionBar().position.value_or(""), fields.status,
             fields.error.value_or("")};
 }
 
@@ -56,21 +57,21 @@ TEST(ContentView, aLongSession) {
                   {"Choose a .fcpxml file or .fcpxmld bundle.", "", true, true, false}}));
     EXPECT_EQ(bench.host.events,
               (std::vector<std::string>{"start Concert.FCPXML", "stop Concert.FCPXML"}));
-    EXPECT_EQ(fields().cameraA, "W");
-    EXPECT_EQ(fields().audioAngle, "R");
+    EXPECT_EQ(fields().settings.mainCamera, "W");
+    EXPECT_EQ(fields().settings.audio, "R");
     EXPECT_EQ(saved(bench).sourceXML, concert().xml());
     EXPECT_EQ(saved(bench).history.index, -1);
 
     // Three edits, two steps back, and a new one from there.
     for (int edit = 0; edit < 3; ++edit)
         editor().generateEdit();
-    const std::vector<Cut> third = fields().cuts;
+    const std::vector<Cut> third = fields().cuts();
     EXPECT_EQ(editor().actionBar().position, "Edit 3 of 3");
     EXPECT_EQ(editor().actionBar().generateLabel, "Shuffle rough edit");
     editor().goForward(); // nothing there
     editor().goBack();
     editor().goBack();
-    const std::vector<Cut> first = fields().cuts;
+    const std::vector<Cut> first = fields().cuts();
     EXPECT_NE(first, third);
     EXPECT_EQ(saved(bench).history.index, 0);
     editor().goBack(); // nothing there
@@ -80,9 +81,9 @@ TEST(ContentView, aLongSession) {
     EXPECT_EQ(saved(bench).history, fields().history);
 
     // A change clears the preview, also when it is changed back; Back brings it back.
-    editor().setShare(60);
-    editor().setShare(70);
-    EXPECT_EQ(fields().cuts.size(), 0U);
+    set(editor(), &EditSettings::mainShare, 60);
+    set(editor(), &EditSettings::mainShare, 70);
+    EXPECT_EQ(fields().cuts().size(), 0U);
     editor().exportEdit();
     EXPECT_EQ(bench.host.panels.size(), 1U);
     editor().goBack();
@@ -94,18 +95,20 @@ TEST(ContentView, aLongSession) {
     editor().savePreset();
     EXPECT_EQ(fields().presetNotice, "Saved Saturday.");
     EXPECT_FALSE(fields().showSavePreset);
-    EXPECT_FALSE(fields().cuts.empty());
-    editor().chooseMainCamera("B");
-    editor().setMainMinimum(30);
-    editor().setWait("P", 20);
-    EXPECT_EQ(fields().mainMaximum, 30);
-    EXPECT_EQ(editor().selectedOtherCameras(), (std::vector<std::string>{"W", "P"}));
+    EXPECT_FALSE(fields().cuts().empty());
+    chooseMain(editor(), "B");
+    editor().edit(
+        [](EditSettings& settings) { setMinimum(settings.mainMinimum, settings.mainMaximum, 30); });
+    editor().edit([](EditSettings& settings) { settings.returnTimes["P"] = 20; });
+    EXPECT_EQ(fields().settings.mainMaximum, 30);
+    EXPECT_EQ(selectedOtherCameras(fields().settings, *fields().project),
+              (std::vector<std::string>{"W", "P"}));
 
     // A fixed section where its camera has none of it: told, and nothing is lost.
     editor().addSection();
-    editor().setSectionCamera(0, "P");
-    editor().setSectionStart(0, "01:00:19:00");
-    editor().setSectionEnd(0, "01:00:30:00");
+    editor().editSection(0, [](SectionDraft& section) { section.camera = "P"; });
+    type(editor(), 0, &SectionDraft::start, "01:00:19:00");
+    type(editor(), 0, &SectionDraft::end, "01:00:30:00");
     bench.host.endTurn();
     const std::string missing =
         "The camera chosen for a fixed section has missing footage between 01:00:19:00 and "
@@ -113,7 +116,7 @@ TEST(ContentView, aLongSession) {
     EXPECT_EQ(editor().coverageWarning(), missing);
     editor().generateEdit();
     EXPECT_EQ(seen(bench, editor()), (Seen{0, "", "", missing}));
-    editor().setSectionCamera(0, "W");
+    editor().editSection(0, [](SectionDraft& section) { section.camera = "W"; });
     editor().generateEdit();
     EXPECT_EQ(fields().error, missing); // until it is read
     editor().dismissError();
@@ -123,10 +126,10 @@ TEST(ContentView, aLongSession) {
     editor().applyPreset();
     EXPECT_EQ(fields().presetNotice,
               "Applied Saturday, including matching camera and audio angles.");
-    EXPECT_EQ(fields().cameraA, "W");
-    EXPECT_EQ(fields().mainMinimum, 10);
-    EXPECT_EQ(fields().fixedSections.size(), 1U);
-    EXPECT_TRUE(fields().cuts.empty());
+    EXPECT_EQ(fields().settings.mainCamera, "W");
+    EXPECT_EQ(fields().settings.mainMinimum, 10);
+    EXPECT_EQ(fields().settings.sections.size(), 1U);
+    EXPECT_TRUE(fields().cuts().empty());
     editor().generateEdit();
 
     // Export: without a Final Cut Pro to open, then with one.
@@ -153,12 +156,12 @@ TEST(ContentView, aLongSession) {
 
     // The next launch has it all.
     const EditHistory history = fields().history;
-    const EditSettings settings = editor().currentSettings();
+    const EditSettings settings = editor().fields().settings;
     bench.restart();
     editor().appear();
     EXPECT_EQ(fields().history, history);
-    EXPECT_EQ(editor().currentSettings(), settings);
-    EXPECT_EQ(fields().cuts, history.items.back().cuts);
+    EXPECT_EQ(editor().fields().settings, settings);
+    EXPECT_EQ(fields().cuts(), history.items.back().cuts);
     EXPECT_EQ(fields().status,
               "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
               "Final Cut project has changed.");
@@ -169,14 +172,14 @@ TEST(ContentView, aLongSession) {
     EXPECT_EQ(editor().actionBar().position, "Edit 3 of 4");
 
     // Changed settings are restored as they were left, without a preview.
-    editor().setDoubleMain(true);
+    set(editor(), &EditSettings::doubleMain, true);
     bench.restart();
     editor().appear();
-    EXPECT_TRUE(fields().doubleMain);
+    EXPECT_TRUE(fields().settings.doubleMain);
     EXPECT_EQ(seen(bench, editor()).cuts, 0U);
     editor().goBack();
     EXPECT_EQ(editor().actionBar().position, "Edit 3 of 4");
-    EXPECT_FALSE(fields().doubleMain);
+    EXPECT_FALSE(fields().settings.doubleMain);
 }
 
 /// A bench with the concert loaded and two edits.
@@ -198,7 +201,7 @@ TEST(ContentView, oneActionIsOneChangeAndOneSave) {
     ContentView& editor = loaded.editor();
     editor.setPresetName("A");
     editor.savePreset();
-    editor.setShare(50);
+    set(editor, &EditSettings::mainShare, 50);
     editor.generateEdit();
     const auto changesAndSaves = [&](const std::function<void()>& action) {
         loaded.bench.changes = 0;
@@ -209,23 +212,25 @@ TEST(ContentView, oneActionIsOneChangeAndOneSave) {
     const std::pair once(1, 1);
     EXPECT_EQ(changesAndSaves([&] { editor.applyPreset(); }), once);
     EXPECT_EQ(changesAndSaves([&] { editor.goBack(); }), once);
-    EXPECT_EQ(changesAndSaves([&] { editor.chooseMainCamera("B"); }), once);
+    EXPECT_EQ(changesAndSaves([&] { chooseMain(editor, "B"); }), once);
     EXPECT_EQ(changesAndSaves([&] { editor.generateEdit(); }), once);
     EXPECT_EQ(changesAndSaves([&] { editor.importProject(concert().xml()); }), once);
-    EXPECT_EQ(changesAndSaves([&] { editor.setShare(editor.fields().aShare); }), (std::pair(1, 0)));
+    EXPECT_EQ(changesAndSaves([&] {
+                  set(editor, &EditSettings::mainShare, editor.fields().settings.mainShare);
+              }),
+              (std::pair(1, 0)));
     EXPECT_EQ(changesAndSaves([&] { editor.goForward(); }), (std::pair(0, 0)));
     editor.addSection();
     EXPECT_EQ(changesAndSaves([&] {
                   for (const char* name : {"P", "Pr", "Pra"})
-                      editor.setSectionName(0, name);
+                      type(editor, 0, &SectionDraft::name, name);
               }),
               (std::pair(3, 0)));
     EXPECT_EQ(changesAndSaves([&] { loaded.bench.host.endTurn(); }), once);
-    editor.setSectionName(0, "Prayer"); // the program ends before the turn does
+    type(editor, 0, &SectionDraft::name, "Prayer"); // the program ends before the turn does
     loaded.bench.restart();
     EXPECT_EQ(changesAndSaves([&] { loaded.editor().restoreSession(); }), once);
-    EXPECT_EQ(loaded.fields().fixedSections.at(0).name, "Prayer");
-    EXPECT_EQ(loaded.fields().restoredSettings, std::nullopt);
+    EXPECT_EQ(loaded.fields().settings.sections.at(0).name, "Prayer");
 }
 
 TEST(ContentView, onlyAChangeOfSettingsClearsTheStatus) {
@@ -236,8 +241,8 @@ TEST(ContentView, onlyAChangeOfSettingsClearsTheStatus) {
     EXPECT_FALSE(sent.empty());
     loaded.editor().goBack(); // with the same settings
     EXPECT_EQ(loaded.fields().status, sent);
-    EXPECT_FALSE(loaded.fields().cuts.empty());
-    loaded.editor().setDoubleMain(true);
+    EXPECT_FALSE(loaded.fields().cuts().empty());
+    set(loaded.editor(), &EditSettings::doubleMain, true);
     EXPECT_EQ(loaded.fields().status, "");
 }
 
@@ -262,12 +267,12 @@ TEST(ContentView, whatIsShownIsThatOfTheLatestExport) {
 TEST(ContentView, importsKeepPacingAndResetTheRest) {
     Loaded loaded;
     ContentView& editor = loaded.editor();
-    editor.setShare(40);
-    editor.setOtherMinimum(6);
-    editor.setDoubleMain(true);
-    editor.setOpeningEnabled(true);
-    editor.setOpeningSeconds(3);
-    editor.setWait("B", 100);
+    set(editor, &EditSettings::mainShare, 40);
+    set(editor, &EditSettings::otherMinimum, 6);
+    set(editor, &EditSettings::doubleMain, true);
+    editor.edit([](EditSettings& settings) { settings.opening.isEnabled = true; });
+    editor.edit([](EditSettings& settings) { settings.opening.seconds = 3; });
+    editor.edit([](EditSettings& settings) { settings.returnTimes["B"] = 100; });
     editor.addSection();
     editor.setPresetName("A");
     editor.savePreset();
@@ -276,17 +281,17 @@ TEST(ContentView, importsKeepPacingAndResetTheRest) {
     other.angles.erase(other.angles.begin());
     editor.importProject(other.xml());
     const EditorFields& fields = loaded.fields();
-    EXPECT_EQ(fields.aShare, 40);
-    EXPECT_EQ(fields.otherMinimum, 6);
-    EXPECT_TRUE(fields.doubleMain);
-    EXPECT_FALSE(fields.openingEnabled);
-    EXPECT_EQ(fields.openingSeconds, 3);
-    EXPECT_EQ(fields.openingCamera, "P");
-    EXPECT_EQ(fields.returnTimes, AngleNumbers{});
-    EXPECT_EQ(fields.frequencies, (AngleNumbers{{"P", 5}, {"B", 5}}));
+    EXPECT_EQ(fields.settings.mainShare, 40);
+    EXPECT_EQ(fields.settings.otherMinimum, 6);
+    EXPECT_TRUE(fields.settings.doubleMain);
+    EXPECT_FALSE(fields.settings.opening.isEnabled);
+    EXPECT_EQ(fields.settings.opening.seconds, 3);
+    EXPECT_EQ(fields.settings.opening.camera, "P");
+    EXPECT_EQ(fields.settings.returnTimes, AngleNumbers{});
+    EXPECT_EQ(fields.settings.frequencies, (AngleNumbers{{"P", 5}, {"B", 5}}));
     EXPECT_EQ(fields.history, EditHistory{});
     EXPECT_EQ(fields.chosenPreset + fields.presetNotice, "");
-    EXPECT_EQ(fields.fixedSections.size(), 0U);
+    EXPECT_EQ(fields.settings.sections.size(), 0U);
     EXPECT_EQ(fields.error, "unread");
 
     // What is refused changes nothing.
@@ -297,7 +302,7 @@ TEST(ContentView, importsKeepPacingAndResetTheRest) {
     editor.importProject("<fcpxml/>");
     EXPECT_EQ(fields.error, "Export one project from Final Cut Pro, rather than a whole event or "
                             "library.");
-    EXPECT_EQ(editor.videoAngleIDs(), (std::vector<std::string>{"P", "B"}));
+    EXPECT_EQ(fields.project->videoAngles.size(), 2U);
     EXPECT_EQ(loaded.bench.session(), session);
 }
 
@@ -333,7 +338,7 @@ TEST(ContentView, filesThatAreDroppedOrArriveByURL) {
         bench.restart();
         EXPECT_EQ(bench.editor().handleDroppedURLs(row.urls), row.isAccepted);
         EXPECT_EQ(bench.fields().error.value_or(""), row.error);
-        EXPECT_EQ(bench.fields().imported.has_value(), row.isLoaded) << row.error;
+        EXPECT_EQ(bench.fields().project != nullptr, row.isLoaded) << row.error;
     }
 }
 
@@ -373,7 +378,7 @@ TEST(ContentView, exportsWhatWasOnShowWhenTheDialogOpened) {
     loaded.editor().exportEdit();
     EXPECT_NE(loaded.bench.folder.read("Concert Shotweaver.settings.txt").find("Edit ID: " + id),
               std::string::npos);
-    EXPECT_EQ(loaded.fields().imported->name, "Other");
+    EXPECT_EQ(loaded.fields().project->summary.name, "Other");
     const OpenCompletion completion = loaded.bench.host.completion;
     loaded.bench.restart();
     completion(std::nullopt); // the editor that asked is gone
@@ -395,9 +400,9 @@ TEST(ContentView, exportsWhatWasOnShowWhenTheDialogOpened) {
 
 TEST(ContentView, rangesThatArriveReversedAreRefused) {
     Loaded loaded;
-    EditSettings settings = loaded.editor().currentSettings();
+    EditSettings settings = loaded.editor().fields().settings;
     settings.otherMinimum = 9;
-    loaded.editor().applySettings(settings);
+    apply(loaded.editor(), settings);
     loaded.editor().generateEdit();
     EXPECT_EQ(loaded.fields().error,
               "The minimum shot length of the other cameras is above its maximum. Set the minimum "
@@ -409,27 +414,27 @@ TEST(ContentView, sectionsAreProposedBehindTheLastOne) {
     Loaded loaded;
     ContentView& editor = loaded.editor();
     const auto last = [&] {
-        const SectionDraft& section = loaded.fields().fixedSections.back();
+        const SectionDraft& section = loaded.fields().settings.sections.back();
         return section.camera + " " + section.start + " " + section.end;
     };
     editor.addSection();
     EXPECT_EQ(last(), "W 01:00:00:00 01:00:30:00");
-    editor.setOpeningEnabled(true);
-    editor.setOpeningSeconds(40.02); // 1000.5 frames
-    editor.setClosingEnabled(true);
-    editor.setClosingSeconds(10);
+    editor.edit([](EditSettings& settings) { settings.opening.isEnabled = true; });
+    editor.edit([](EditSettings& settings) { settings.opening.seconds = 40.02; }); // 1000.5 frames
+    editor.edit([](EditSettings& settings) { settings.closing.isEnabled = true; });
+    editor.edit([](EditSettings& settings) { settings.closing.seconds = 10; });
     editor.addSection();
     EXPECT_EQ(last(), "W 01:00:40:01 01:00:50:00");
     editor.addSection();
     EXPECT_EQ(loaded.fields().error,
               "There is no room for another section after the existing sections and opening or "
               "closing shots.");
-    editor.setSectionEnd(1, "later");
+    type(editor, 1, &SectionDraft::end, "later");
     editor.addSection();
     EXPECT_EQ(last(), "W 01:00:40:01 01:00:50:00");
     editor.removeSection(0);
     editor.removeSection(7);
-    EXPECT_EQ(loaded.fields().fixedSections.size(), 2U);
+    EXPECT_EQ(loaded.fields().settings.sections.size(), 2U);
 }
 
 } // namespace

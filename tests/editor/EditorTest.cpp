@@ -1,6 +1,6 @@
 #include "persistence/RecordJson.h"
 #include "planning/EditPlan.h"
-#include "planning/EditorTexts.h"
+#include "planning/EditTexts.h"
 #include "planning/ProjectDefaults.h"
 #include "planning/ProjectFile.h"
 #include "tests/support/ProjectBuilder.h"
@@ -22,16 +22,14 @@ EditSettings with(const char* changes, EditSettings settings = {}) {
 struct Loaded {
     explicit Loaded(const std::vector<AngleSpec>& angles, const std::string& sources = "",
                     const char* previous = "{}") {
-        ProjectBuilder project;
-        project.timelineStart = 90000;
-        project.angles = angles;
-        project.clipContent = sources;
-        imported = inspectProject(project.xml());
-        engine.emplace(project.xml());
-        settings = importedSettings(imported, *engine, with(previous));
+        ProjectBuilder builder;
+        builder.timelineStart = 90000;
+        builder.angles = angles;
+        builder.clipContent = sources;
+        project = std::make_unique<Project>(builder.xml());
+        settings = importedSettings(*project, with(previous));
     }
-    ImportedProject imported;
-    std::optional<CutEngine> engine;
+    std::unique_ptr<Project> project;
     EditSettings settings;
 };
 
@@ -77,7 +75,7 @@ TEST(EditPlan, settingsBecomeInputsOnceSoundIsChecked) {
         "closingCamera": "W", "closingSeconds": 12, "audio": "R"})",
                                  loaded.settings);
     settings.sections = {{UUID(), "", "gone", " 01:00:20:00 ", "00:59:59;24"}};
-    const GenerationInputs made = generationInputs(settings, loaded.imported, *loaded.engine);
+    const GenerationInputs made = generationInputs(settings, *loaded.project);
     EXPECT_EQ(made.otherCameras, (std::vector<std::string>{"W", "B"}));
     EXPECT_EQ(made.mainShare, 0.55);
     EXPECT_EQ(made.mainRange, (SecondsRange{2, 3}));
@@ -91,7 +89,7 @@ TEST(EditPlan, settingsBecomeInputsOnceSoundIsChecked) {
     settings.sections[0].end = "soon";
     const auto generate = [&] {
         ScriptedRandom random({});
-        generateCutList(settings, loaded.imported, *loaded.engine, random, countingUUIDs());
+        generateCutList(settings, *loaded.project, random, countingUUIDs());
     };
     EXPECT_EQ(failureOf(generate), "This audio angle does not cover the whole project. Choose a "
                                    "continuous audio angle.");
@@ -121,15 +119,17 @@ TEST(EditPlan, theFirstCoverageProblemIsTold) {
     const Loaded loaded(gapped);
     for (const auto& [changes, warning] : rows) {
         const EditSettings settings = with(changes, loaded.settings);
-        const SelectedCoverage report = coverageReport(settings, loaded.imported, *loaded.engine);
-        EXPECT_EQ(coverageWarning(report, settings, *loaded.engine, "de"), warning);
+        const SelectedCoverage report = coverageReport(settings, *loaded.project);
+        EXPECT_EQ(coverageWarning(report, settings, *loaded.project, "de"), warning);
     }
 }
 
-TEST(EditorTexts, anglesAreLabelledByNameAndCameras) {
-    ImportedProject imported = Loaded(gapped).imported;
-    imported.angles[0].cameras = "HC-X1500, XA50";
-    EXPECT_EQ(angleLabel("W", imported), "Wide (HC-X1500, XA50)");
+TEST(Project, anglesAreLabelledByNameAndCameras) {
+    const Loaded loaded(gapped);
+    loaded.project->summary.angles[0].cameras = "HC-X1500, XA50";
+    EXPECT_EQ(loaded.project->label("W"), "Wide (HC-X1500, XA50)");
+    EXPECT_EQ(loaded.project->label("P"), "Pulpit");
+    EXPECT_EQ(loaded.project->label("gone"), "gone");
 }
 
 TEST(ProjectFile, filesAndBundlesAreReadByTheirExtension) {

@@ -1,4 +1,5 @@
 #include "persistence/RecordJson.h"
+#include "planning/EditTexts.h"
 #include "tests/support/EditorBench.h"
 
 #include <gtest/gtest.h>
@@ -10,30 +11,31 @@ namespace {
 struct Panel : EditorBench {
     explicit Panel(const ProjectBuilder& project = concert()) {
         editor().importProject(project.xml());
-        settings = editor().currentSettings();
+        settings = editor().fields().settings;
     }
     /// Applies what the import left with changes (JSON).
     void apply(const char* changed) {
-        editor().applySettings(readSettingsOver(JsonReader(parseJson(changed)), settings));
+        test::apply(editor(), readSettingsOver(JsonReader(parseJson(changed)), settings));
     }
     EditSettings settings;
 };
 
 TEST(SettingsContent, labelsCutNumbersAndRangesStayInOrder) {
-    const std::tuple<void (ContentView::*)(double), double, const char*> rows[] = {
-        {&ContentView::setMainMinimum, 30.9, "Minimum: 30 sec Maximum: 30 sec 4 sec 8 sec"},
-        {&ContentView::setMainMaximum, 12, "Minimum: 12 sec Maximum: 12 sec 4 sec 8 sec"},
-        {&ContentView::setMainMaximum, 120, "Minimum: 12 sec Maximum: 120 sec 4 sec 8 sec"},
-        {&ContentView::setMainMinimum, 15, "Minimum: 15 sec Maximum: 120 sec 4 sec 8 sec"},
-        {&ContentView::setOtherMinimum, 5, "Minimum: 15 sec Maximum: 120 sec 5 sec 8 sec"},
-        {&ContentView::setOtherMinimum, 9, "Minimum: 15 sec Maximum: 120 sec 9 sec 9 sec"},
-        {&ContentView::setOtherMaximum, 3, "Minimum: 15 sec Maximum: 120 sec 3 sec 3 sec"},
-        {&ContentView::setOtherMaximum, 7, "Minimum: 15 sec Maximum: 120 sec 3 sec 7 sec"},
+    using Set = void (*)(double& minimum, double& maximum, double seconds);
+    const std::tuple<Set, bool, double, const char*> rows[] = {
+        {setMinimum, true, 30.9, "Minimum: 30 sec Maximum: 30 sec 4 sec 8 sec"},
+        {setMaximum, true, 12, "Minimum: 12 sec Maximum: 12 sec 4 sec 8 sec"},
+        {setMaximum, true, 120, "Minimum: 12 sec Maximum: 120 sec 4 sec 8 sec"},
+        {setMinimum, true, 15, "Minimum: 15 sec Maximum: 120 sec 4 sec 8 sec"},
+        {setMinimum, false, 5, "Minimum: 15 sec Maximum: 120 sec 5 sec 8 sec"},
+        {setMinimum, false, 9, "Minimum: 15 sec Maximum: 120 sec 9 sec 9 sec"},
+        {setMaximum, false, 3, "Minimum: 15 sec Maximum: 120 sec 3 sec 3 sec"},
+        {setMaximum, false, 7, "Minimum: 15 sec Maximum: 120 sec 3 sec 7 sec"},
     };
-    EditorBench bench;
-    for (const auto& [set, seconds, labels] : rows) {
-        (bench.editor().*set)(seconds);
-        const EditSettings now = bench.editor().currentSettings();
+    EditSettings now;
+    for (const auto& [set, isMain, seconds, labels] : rows) {
+        set(isMain ? now.mainMinimum : now.otherMinimum,
+            isMain ? now.mainMaximum : now.otherMaximum, seconds);
         EXPECT_EQ(minimumLabel(now.mainMinimum) + " " + maximumLabel(now.mainMaximum) + " " +
                       secondsLabel(now.otherMinimum) + " " + secondsLabel(now.otherMaximum),
                   labels);
@@ -55,16 +57,16 @@ TEST(SettingsContent, frequenciesCountAmongTheIncludedCameras) {
     for (const auto& [changed, expected] : rows) {
         panel.apply(changed);
         std::string shown;
-        for (const CameraRow& row : panel.editor().cameraRows())
+        for (const CameraRow& row : cameraRows(panel.fields().settings, *panel.editor().project()))
             shown += row.choiceShare.substr(0, row.choiceShare.find(' ')) +
                      (row.isFrequencyEnabled ? " on, " : " off, ");
         EXPECT_EQ(shown, expected);
     }
-    EXPECT_EQ(panel.editor().cameraRows().at(0).frequencyHelp,
+    EXPECT_EQ(cameraRows(panel.fields().settings, *panel.editor().project()).at(0).frequencyHelp,
               "Frequency needs at least 3 included cameras: the main camera and 2 others. With 2 "
               "cameras, use the main camera balance.");
     panel.apply(R"({"frequencies": {"P": 9.9}, "returnTimes": {"P": 30.9}})");
-    EXPECT_EQ(panel.editor().cameraRows().at(0),
+    EXPECT_EQ(cameraRows(panel.fields().settings, *panel.editor().project()).at(0),
               (CameraRow{"P", "Pulpit", true, 9.9, "Frequency: 9", "Frequency for Pulpit",
                          "50% of additional camera choices", true,
                          "Higher numbers choose this camera more often between main camera shots. "
@@ -81,25 +83,23 @@ TEST(EditorTexts, theProjectItsAnglesAndCuts) {
     Panel panel(project);
     ContentView& editor = panel.editor();
     std::vector<PickerOption> angles{{"W", "Wide"}, {"B", "Band"}};
-    EXPECT_EQ(editor.cameraOptions(), angles);
+    EXPECT_EQ(cameraOptions(*editor.project()), angles);
     angles[1].label = "Band (has gaps)";
-    EXPECT_EQ(editor.audioOptions(), angles);
-    editor.chooseAudio("");
-    EXPECT_EQ(editor.audioOptions().at(0), (PickerOption{"", "Choose audio"}));
-    EXPECT_EQ(editor.projectLine(), "Concert · 1,201.2 seconds · 29.97 fps");
-    const ImportedProject& imported = *panel.fields().imported;
-    EXPECT_EQ(projectLine(imported, "de"), "Concert · 1.201,2 seconds · 29,97 fps");
+    EXPECT_EQ(audioOptions(editor.fields().settings, *editor.project()), angles);
+    set(editor, &EditSettings::audio, "");
+    EXPECT_EQ(audioOptions(editor.fields().settings, *editor.project()).at(0),
+              (PickerOption{"", "Choose audio"}));
+    EXPECT_EQ(projectLine(*editor.project(), "und"), "Concert · 1,201.2 seconds · 29.97 fps");
+    const Project& loaded = *panel.editor().project();
+    EXPECT_EQ(projectLine(loaded, "de"), "Concert · 1.201,2 seconds · 29,97 fps");
 
     const std::vector<Cut> cuts{{{}, "W", 0, 4000}, {{}, "W", 4000, 500}, {{}, "X", 4500, 31500}};
-    const auto& engine = panel.fields().engine;
-    const CutTexts texts(imported, engine, "de");
+    const CutTexts texts(panel.fields().project, "de");
     EXPECT_EQ(texts.row(cuts[1]), (CutRow{"Wide", "00:52:13:10", "16,683"}));
     EXPECT_EQ(texts.row(cuts[2]), (CutRow{"X", "00:52:30:00", "1.051,05"}));
-    EXPECT_EQ(usageRows(cuts, imported, *engine),
-              (std::vector<UsageRow>{{"Wide", "150.15 sec", "12.5%", "1"},
-                                     {"Band", "0.00 sec", "0.0%", "0"}}));
-    EXPECT_EQ(summaryLine(cuts, panel.settings, imported, *engine),
-              "3 cuts · Main camera: 13% · Audio: Wide");
+    EXPECT_EQ(usageRows(cuts, loaded), (std::vector<UsageRow>{{"Wide", "150.15 sec", "12.5%", "1"},
+                                                              {"Band", "0.00 sec", "0.0%", "0"}}));
+    EXPECT_EQ(summaryLine(cuts, panel.settings, loaded), "3 cuts · Main camera: 13% · Audio: Wide");
     EXPECT_EQ(usageTableHeight(3), 108);
     EXPECT_EQ(usageTableHeight(4), 125);
 }
@@ -136,7 +136,7 @@ TEST(CoverageContent, whatThePlanUsesAndWhatItLacks) {
         std::string shown;
         for (const CoverageBar& bar : content.angles)
             shown += bar.label + (bar.colour == CoverageBar::Colour::used ? "/" : " gray/");
-        shown += accessibleRanges(content.gaps.ranges, *panel.fields().engine) + "/";
+        shown += accessibleRanges(content.gaps.ranges, panel.editor().project()->engine) + "/";
         shown += content.summary.text;
         for (const std::string& line : content.summary.gaps)
             shown += "/" + line;
@@ -147,7 +147,7 @@ TEST(CoverageContent, whatThePlanUsesAndWhatItLacks) {
     EXPECT_EQ(content.angles.at(1).ranges, (Coverage{{0, 500}, {613, 900}}));
     EXPECT_EQ(content.audio,
               (CoverageBar{"Audio: Recorder", CoverageBar::Colour::audio, {{0, 1500}}}));
-    panel.editor().chooseAudio("");
+    set(panel.editor(), &EditSettings::audio, "");
     EXPECT_EQ(panel.editor().coverageContent().audio, std::nullopt);
 }
 
@@ -165,7 +165,7 @@ TEST(ContentView, theActionBarOffersWhatCanBeDone) {
     EXPECT_EQ(editor.actionBar(), (ActionBar{again, true, true, false, true, "Edit 2 of 2", {}}));
     editor.goBack();
     EXPECT_EQ(editor.actionBar(), (ActionBar{again, true, false, true, true, "Edit 1 of 2", {}}));
-    editor.setDoubleMain(true);
+    set(editor, &EditSettings::doubleMain, true);
     EXPECT_EQ(editor.actionBar(), (ActionBar{make, true, true, true, false, {}, {}}));
     panel.apply(R"({"audio": ""})");
     EXPECT_EQ(editor.actionBar(), (ActionBar{make, false, true, true, false, {}, {}}));

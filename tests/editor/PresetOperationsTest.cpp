@@ -36,7 +36,7 @@ struct Stage : EditorBench {
         editor().setPresetName("A");
     }
     void apply(const char* changed) {
-        editor().applySettings(with(changed, editor().currentSettings()));
+        test::apply(editor(), with(changed, editor().fields().settings));
     }
     /// All that an operation on presets may change but for the error; at its end the open sheet.
     std::string state() {
@@ -88,7 +88,7 @@ TEST(Presets, updateAndDeleteTheChosenOneOnly) {
     stage.editor().deletePreset();
     const char* const deleted = "]Deleted Old. Your current editing settings are unchanged.";
     EXPECT_EQ(stage.state(), "Choose a preset, New, " + others + deleted + session);
-    EXPECT_FALSE(stage.fields().cuts.empty());
+    EXPECT_FALSE(stage.fields().cuts().empty());
 }
 
 TEST(Presets, applyWhatMatches) {
@@ -131,20 +131,20 @@ TEST(Presets, applyWhatMatches) {
         Stage stage(replaced(old, from, to));
         stage.apply(R"({"audio": "B", "frequencies": {"B": 9}, "returnTimes": {"P": 60}})");
         stage.editor().addSection();
-        stage.editor().setSectionStart(0, "01:00:10:00");
+        type(stage.editor(), 0, &SectionDraft::start, "01:00:10:00");
         const EditSettings pacing = with(R"({"mainShare": 60, "averageShot": 8, "doubleMain": true,
             "mainMinimum": 7, "mainMaximum": 12, "otherMinimum": 4, "otherMaximum": 8,
             "frequencies": {"W": 5, "P": 5, "B": 5, "C": 5, "D": 5},
             "returnTimes": {"W": 0, "P": 0, "B": 0, "C": 0, "D": 0}})",
-                                         stage.editor().currentSettings());
+                                         stage.editor().fields().settings);
         stage.apply(R"({"openingEnabled": true, "closingEnabled": true})");
         stage.editor().applyPreset();
         stage.editor().generateEdit();
-        EXPECT_FALSE(stage.fields().cuts.empty()) << to;
+        EXPECT_FALSE(stage.fields().cuts().empty()) << to;
         stage.editor().applyPreset(); // clears the cuts even with their own settings
         EXPECT_EQ(readSession(stage.session().value()).settings, with(changed, pacing)) << to;
         EXPECT_EQ(stage.fields().presetNotice, notice) << to;
-        EXPECT_TRUE(stage.fields().cuts.empty());
+        EXPECT_TRUE(stage.fields().cuts().empty());
     }
 }
 

@@ -1,5 +1,6 @@
 #include "tests/support/EditorBench.h"
 
+#include "planning/ProjectDefaults.h"
 #include "platform/Files.h"
 
 #include <utility>
@@ -44,6 +45,28 @@ void EditorBench::restart() {
 std::optional<std::string> EditorBench::session() const {
     if (!fileExists(systemFileCalls(), sessionPath())) return std::nullopt;
     return readFile(systemFileCalls(), sessionPath());
+}
+
+void include(ContentView& editor, const std::string& camera, bool isIncluded) {
+    editor.edit([&](EditSettings& settings) {
+        settings.otherCameras.erase(camera);
+        if (isIncluded) settings.otherCameras.insert(camera);
+    });
+}
+
+void chooseMain(ContentView& editor, const std::string& camera) {
+    editor.edit(
+        [&](EditSettings& settings) { chooseMainCamera(settings, camera, *editor.project()); });
+}
+
+void apply(ContentView& editor, const EditSettings& settings) {
+    editor.edit([&](EditSettings& held) { held = settings; });
+}
+
+void type(ContentView& editor, std::size_t row, std::string SectionDraft::*field,
+          const std::string& text) {
+    editor.editSection(
+        row, [&](SectionDraft& section) { section.*field = text; }, ContentView::Saving::soon);
 }
 
 ProjectBuilder concert() {

@@ -64,6 +64,25 @@ class EditorBench {
     Observers::Subscription subscription_;
 };
 
+/// What a control of one setting does. `setting` is a pointer to member, or a function that gives
+/// the setting's place.
+template <class Setting, class Value>
+void set(ContentView& editor, Setting setting, const Value& value) {
+    editor.edit([&](EditSettings& settings) { std::invoke(setting, settings) = value; });
+}
+
+/// Includes a camera, or leaves it out.
+void include(ContentView& editor, const std::string& camera, bool isIncluded);
+
+void chooseMain(ContentView& editor, const std::string& camera);
+
+/// All settings at once, as a preset or a revision brings them.
+void apply(ContentView& editor, const EditSettings& settings);
+
+/// Types into a field of a fixed section's row.
+void type(ContentView& editor, std::size_t row, std::string SectionDraft::*field,
+          const std::string& text);
+
 /// 60 seconds at 25 frames a second from 01:00:00:00 on: three cameras, "Wide" and "Band" whole,
 /// "Pulpit" with a gap from frame 500 to 600, and a recorder without picture.
 ProjectBuilder concert();

@@ -31,15 +31,20 @@ CutTableModel::CutTableModel(const ContentView& editor, QObject* parent)
 
 void CutTableModel::refresh() {
     const EditorFields& fields = editor_.fields();
-    if (cuts_ == fields.cuts && engine_ == fields.engine) return;
+    const EditRevision* const edit = fields.shownEdit();
+    const std::int64_t position = edit ? fields.history.index : -1;
+    const UUID id = edit ? edit->id : UUID();
+    if (project_ == fields.project && position_ == position && edit_ == id) return;
     beginResetModel();
-    cuts_ = fields.cuts;
-    engine_ = fields.engine;
+    project_ = fields.project;
+    position_ = position;
+    edit_ = id;
+    rows_ = static_cast<int>(fields.cuts().size());
     endResetModel();
 }
 
 int CutTableModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(cuts_.size());
+    return parent.isValid() ? 0 : rows_;
 }
 
 int CutTableModel::columnCount(const QModelIndex& parent) const {

@@ -5,8 +5,8 @@
 #include <QAbstractTableModel>
 #include <QFont>
 
+#include <cstdint>
 #include <memory>
-#include <vector>
 
 namespace shotweaver {
 
@@ -20,7 +20,7 @@ class CutTableModel : public QAbstractTableModel {
     /// `editor` must outlive the model.
     explicit CutTableModel(const ContentView& editor, QObject* parent = nullptr);
 
-    /// Takes over the editor's cuts; nothing happens when they are the ones on show.
+    /// Shows the editor's cuts; nothing happens when they are the ones on show.
     void refresh();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -32,9 +32,11 @@ class CutTableModel : public QAbstractTableModel {
   private:
     const ContentView& editor_;
     QFont equalDigits_;
-    // What the rows stand for.
-    std::vector<Cut> cuts_;
-    std::shared_ptr<const CutEngine> engine_;
+    // What the rows stand for. A revision never changes, so its place and identifier tell it.
+    std::shared_ptr<const Project> project_;
+    std::int64_t position_ = -1; // in the history; -1 for no cuts
+    UUID edit_;
+    int rows_ = 0;
 };
 
 } // namespace shotweaver

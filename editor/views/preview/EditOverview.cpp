@@ -72,9 +72,10 @@ void EditOverview::selectionDidChange() {
 }
 
 void EditOverview::refresh() {
-    std::vector<CutLane> lanes = editor_.cutLanes();
-    const auto& engine = editor_.fields().engine;
-    const std::int64_t length = engine ? engine->length : 1;
+    const Project* const project = editor_.project();
+    if (!project) return;
+    std::vector<CutLane> lanes = cutLanes(editor_.fields().cuts(), *project);
+    const std::int64_t length = project->engine.length;
     if (lanes == lanes_ && length == length_) return;
     lanes_ = std::move(lanes);
     length_ = length;

@@ -5,6 +5,7 @@
 #include "editor/views/preview/CutTable.h"
 #include "editor/views/preview/EditOverview.h"
 #include "editor/views/preview/UsageTable.h"
+#include "planning/EditTexts.h"
 #include "widgets/Controls.h"
 #include "widgets/Style.h"
 
@@ -54,8 +55,11 @@ void PreviewColumn::layOut() {
 void PreviewColumn::refresh() {
     showLine(*warning_, editor_.coverageWarning());
     actions_->refresh();
-    showLine(*summary_, editor_.summaryLine());
-    const bool hasCuts = !editor_.fields().cuts.empty();
+    const EditRevision* const edit = editor_.fields().shownEdit();
+    const bool hasCuts = edit != nullptr;
+    showLine(*summary_,
+             hasCuts ? std::optional(summaryLine(edit->cuts, edit->settings, *editor_.project()))
+                     : std::nullopt);
     cuts_->refresh();
     cuts_->setVisible(hasCuts);
     overview_->refresh();

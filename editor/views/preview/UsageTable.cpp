@@ -54,7 +54,9 @@ void UsageTable::setUpTable() {
 }
 
 void UsageTable::refresh() {
-    std::vector<UsageRow> rows = editor_.usageRows();
+    const EditRevision* const edit = editor_.fields().shownEdit();
+    std::vector<UsageRow> rows;
+    if (edit) rows = usageRows(edit->cuts, *editor_.project());
     if (rows == rows_) return;
     rows_ = std::move(rows);
     table_->setFixedHeight(style::scaled(usageTableHeight(rows_.size())));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/ContentView.h"
+#include "planning/EditTexts.h"
 
 #include <QWidget>
 

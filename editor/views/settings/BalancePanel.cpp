@@ -1,6 +1,7 @@
 #include "editor/views/settings/BalancePanel.h"
 
 #include "editor/PanelTexts.h"
+#include "editor/views/settings/Binding.h"
 #include "editor/views/settings/ControlRanges.h"
 #include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
@@ -10,29 +11,21 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include <functional>
-
 namespace shotweaver {
 
 BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
     : QGroupBox(tr("Camera balance and pacing"), parent), editor_(editor),
       target_(style::wrappingLabel(style::TextStyle::body)),
       share_(new ValueSlider(shareRange, tr("Main camera's share of screen time"))),
-      mainMinimum_(makeStepper(QStringLiteral("mainMinimum"), tr("Main camera"),
-                               &ContentView::setMainMinimum)),
-      mainMaximum_(makeStepper(QStringLiteral("mainMaximum"), tr("Main camera"),
-                               &ContentView::setMainMaximum)),
-      otherMinimum_(makeStepper(QStringLiteral("otherMinimum"), tr("Other cameras"),
-                                &ContentView::setOtherMinimum)),
-      otherMaximum_(makeStepper(QStringLiteral("otherMaximum"), tr("Other cameras"),
-                                &ContentView::setOtherMaximum)),
+      mainMinimum_(makeStepper(QStringLiteral("mainMinimum"), tr("Main camera"))),
+      mainMaximum_(makeStepper(QStringLiteral("mainMaximum"), tr("Main camera"))),
+      otherMinimum_(makeStepper(QStringLiteral("otherMinimum"), tr("Other cameras"))),
+      otherMaximum_(makeStepper(QStringLiteral("otherMaximum"), tr("Other cameras"))),
       doubleMain_(new Toggle(tr("Randomly double main camera holds"))) {
     target_->setObjectName(QStringLiteral("balance"));
     share_->setObjectName(QStringLiteral("share"));
     doubleMain_->setObjectName(QStringLiteral("doubleMain"));
-    connect(share_, &ValueSlider::moved, this, [this](double share) { editor_.setShare(share); });
-    connect(doubleMain_, &Toggle::switched, this,
-            [this](bool isOn) { editor_.setDoubleMain(isOn); });
+    bind();
 
     QVBoxLayout* const layout = panelLayout(this);
     layout->addWidget(target_);
@@ -45,12 +38,28 @@ BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
     refresh();
 }
 
-Stepper* BalancePanel::makeStepper(const QString& name, const QString& owner, SetSeconds set) {
+Stepper* BalancePanel::makeStepper(const QString& name, const QString& owner) {
     auto* const stepper = new Stepper(shotLengthRange, owner);
     stepper->setObjectName(name);
-    connect(stepper, &Stepper::stepped, this,
-            [this, set](double value) { std::invoke(set, editor_, value); });
     return stepper;
+}
+
+void BalancePanel::bind() {
+    using shotweaver::bind;
+    bind(share_, editor_, &EditSettings::mainShare);
+    bind(doubleMain_, editor_, &EditSettings::doubleMain);
+    bind(mainMinimum_, editor_, [](EditSettings& settings, double seconds) {
+        setMinimum(settings.mainMinimum, settings.mainMaximum, seconds);
+    });
+    bind(mainMaximum_, editor_, [](EditSettings& settings, double seconds) {
+        setMaximum(settings.mainMinimum, settings.mainMaximum, seconds);
+    });
+    bind(otherMinimum_, editor_, [](EditSettings& settings, double seconds) {
+        setMinimum(settings.otherMinimum, settings.otherMaximum, seconds);
+    });
+    bind(otherMaximum_, editor_, [](EditSettings& settings, double seconds) {
+        setMaximum(settings.otherMinimum, settings.otherMaximum, seconds);
+    });
 }
 
 QLayout* BalancePanel::rangeRow(const QString& title, Stepper* minimum, Stepper* maximum) {
@@ -65,14 +74,14 @@ QLayout* BalancePanel::rangeRow(const QString& title, Stepper* minimum, Stepper*
 }
 
 void BalancePanel::refresh() {
-    const EditorFields& fields = editor_.fields();
-    showText(*target_, balanceText(fields.aShare));
-    share_->show(fields.aShare);
-    mainMinimum_->show(fields.mainMinimum, minimumLabel(fields.mainMinimum));
-    mainMaximum_->show(fields.mainMaximum, maximumLabel(fields.mainMaximum));
-    otherMinimum_->show(fields.otherMinimum, minimumLabel(fields.otherMinimum));
-    otherMaximum_->show(fields.otherMaximum, maximumLabel(fields.otherMaximum));
-    doubleMain_->show(fields.doubleMain);
+    const EditSettings& settings = editor_.fields().settings;
+    showText(*target_, balanceText(settings.mainShare));
+    share_->show(settings.mainShare);
+    mainMinimum_->show(settings.mainMinimum, minimumLabel(settings.mainMinimum));
+    mainMaximum_->show(settings.mainMaximum, maximumLabel(settings.mainMaximum));
+    otherMinimum_->show(settings.otherMinimum, minimumLabel(settings.otherMinimum));
+    otherMaximum_->show(settings.otherMaximum, maximumLabel(settings.otherMaximum));
+    doubleMain_->show(settings.doubleMain);
 }
 
 } // namespace shotweaver

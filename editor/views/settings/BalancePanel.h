@@ -25,9 +25,8 @@ class BalancePanel : public QGroupBox {
     void refresh();
 
   private:
-    using SetSeconds = void (ContentView::*)(double);
-
-    Stepper* makeStepper(const QString& name, const QString& owner, SetSeconds set);
+    static Stepper* makeStepper(const QString& name, const QString& owner);
+    void bind();
     static QLayout* rangeRow(const QString& title, Stepper* minimum, Stepper* maximum);
 
     ContentView& editor_;

@@ -1,6 +1,7 @@
 #include "editor/views/settings/BookendsPanel.h"
 
 #include "editor/PanelTexts.h"
+#include "editor/views/settings/Binding.h"
 #include "editor/views/settings/ControlRanges.h"
 #include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
@@ -23,12 +24,8 @@ constexpr int stepperWidth = 140;
 
 BookendsPanel::BookendsPanel(ContentView& editor, QWidget* parent)
     : QGroupBox(tr("Opening and closing shots"), parent), editor_(editor),
-      opening_(makeRow(QStringLiteral("opening"), tr("Opening"),
-                       {&ContentView::setOpeningEnabled, &ContentView::setOpeningCamera,
-                        &ContentView::setOpeningSeconds})),
-      closing_(makeRow(QStringLiteral("closing"), tr("Closing"),
-                       {&ContentView::setClosingEnabled, &ContentView::setClosingCamera,
-                        &ContentView::setClosingSeconds})) {
+      opening_(makeRow(QStringLiteral("opening"), tr("Opening"), &EditSettings::opening)),
+      closing_(makeRow(QStringLiteral("closing"), tr("Closing"), &EditSettings::closing)) {
     QVBoxLayout* const layout = panelLayout(this);
     layout->addLayout(layOut(opening_));
     layout->addLayout(layOut(closing_));
@@ -37,20 +34,19 @@ BookendsPanel::BookendsPanel(ContentView& editor, QWidget* parent)
 }
 
 BookendsPanel::Row BookendsPanel::makeRow(const QString& prefix, const QString& title,
-                                          const Operations& operations) {
+                                          Bookend EditSettings::*shot) {
     const Row row{new Toggle(title), new Picker(tr("Camera")), new Stepper(shotLengthRange, title)};
     row.enabled->setObjectName(prefix + QStringLiteral("Enabled"));
     row.camera->setObjectName(prefix + QStringLiteral("Camera"));
     row.camera->setAccessibleDescription(title);
     row.seconds->setObjectName(prefix + QStringLiteral("Seconds"));
-    connect(row.enabled, &Toggle::switched, this,
-            [this, operations](bool isOn) { std::invoke(operations.setEnabled, editor_, isOn); });
-    connect(row.camera, &Picker::chosen, this, [this, operations](const std::string& id) {
-        std::invoke(operations.setCamera, editor_, id);
+    bind(row.enabled, editor_,
+         [shot](EditSettings& settings) -> bool& { return std::invoke(shot, settings).isEnabled; });
+    bind(row.camera, editor_, [shot](EditSettings& settings) -> std::string& {
+        return std::invoke(shot, settings).camera;
     });
-    connect(row.seconds, &Stepper::stepped, this, [this, operations](double seconds) {
-        std::invoke(operations.setSeconds, editor_, seconds);
-    });
+    bind(row.seconds, editor_,
+         [shot](EditSettings& settings) -> double& { return std::invoke(shot, settings).seconds; });
     return row;
 }
 
@@ -65,20 +61,21 @@ QHBoxLayout* BookendsPanel::layOut(const Row& row) {
     return layout;
 }
 
-void BookendsPanel::show(const Row& row, bool isEnabled, const std::vector<PickerOption>& cameras,
-                         const std::string& camera, double seconds) {
-    row.enabled->show(isEnabled);
-    row.camera->show(cameras, camera);
-    row.camera->setEnabled(isEnabled);
-    row.seconds->show(seconds, secondsLabel(seconds));
-    row.seconds->setEnabled(isEnabled);
+void BookendsPanel::show(const Row& row, const Bookend& shot,
+                         const std::vector<PickerOption>& cameras) {
+    row.enabled->show(shot.isEnabled);
+    row.camera->show(cameras, shot.camera);
+    row.camera->setEnabled(shot.isEnabled);
+    row.seconds->show(shot.seconds, secondsLabel(shot.seconds));
+    row.seconds->setEnabled(shot.isEnabled);
 }
 
 void BookendsPanel::refresh() {
-    const EditorFields& fields = editor_.fields();
-    const std::vector<PickerOption> cameras = editor_.cameraOptions();
-    show(opening_, fields.openingEnabled, cameras, fields.openingCamera, fields.openingSeconds);
-    show(closing_, fields.closingEnabled, cameras, fields.closingCamera, fields.closingSeconds);
+    if (!editor_.project()) return;
+    const EditSettings& settings = editor_.fields().settings;
+    const std::vector<PickerOption> cameras = cameraOptions(*editor_.project());
+    show(opening_, settings.opening, cameras);
+    show(closing_, settings.closing, cameras);
 }
 
 } // namespace shotweaver

@@ -30,17 +30,10 @@ class BookendsPanel : public QGroupBox {
         Picker* camera;
         Stepper* seconds;
     };
-    /// What they do.
-    struct Operations {
-        void (ContentView::*setEnabled)(bool);
-        void (ContentView::*setCamera)(const std::string&);
-        void (ContentView::*setSeconds)(double);
-    };
 
-    Row makeRow(const QString& prefix, const QString& title, const Operations& operations);
+    Row makeRow(const QString& prefix, const QString& title, Bookend EditSettings::*shot);
     static QHBoxLayout* layOut(const Row& row);
-    static void show(const Row& row, bool isEnabled, const std::vector<PickerOption>& cameras,
-                     const std::string& camera, double seconds);
+    static void show(const Row& row, const Bookend& shot, const std::vector<PickerOption>& cameras);
 
     ContentView& editor_;
     Row opening_;

@@ -1,5 +1,6 @@
 #include "editor/views/settings/CameraRowView.h"
 
+#include "editor/views/settings/Binding.h"
 #include "editor/views/settings/ControlRanges.h"
 #include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
@@ -20,19 +21,23 @@ constexpr int frequencyWidth = 280;
 } // namespace
 
 CameraRowView::CameraRowView(ContentView& editor, const std::string& id, QWidget* parent)
-    : QWidget(parent), editor_(editor), id_(id), included_(new Toggle),
+    : QWidget(parent), id_(id), included_(new Toggle),
       frequency_(new ValueSlider(frequencyRange, QString())),
       frequencyHelp_(style::wrappingLabel(style::TextStyle::caption, style::help())),
       wait_(new Stepper(waitRange)) {
     included_->setObjectName(QStringLiteral("include-") + toQt(id));
     frequency_->setObjectName(QStringLiteral("frequency-") + toQt(id));
     wait_->setObjectName(QStringLiteral("wait-") + toQt(id));
-    connect(included_, &Toggle::switched, this,
-            [this](bool isOn) { editor_.setIncluded(id_, isOn); });
-    connect(frequency_, &ValueSlider::moved, this,
-            [this](double weight) { editor_.setFrequency(id_, weight); });
-    connect(wait_, &Stepper::stepped, this,
-            [this](double seconds) { editor_.setWait(id_, seconds); });
+    bind(included_, editor, [id](EditSettings& settings, bool isIncluded) {
+        if (isIncluded)
+            settings.otherCameras.insert(id);
+        else
+            settings.otherCameras.erase(id);
+    });
+    bind(frequency_, editor,
+         [id](EditSettings& settings) -> double& { return settings.frequencies[id]; });
+    bind(wait_, editor,
+         [id](EditSettings& settings) -> double& { return settings.returnTimes[id]; });
 
     frequencyHelp_->setFixedWidth(style::scaled(frequencyWidth));
     QVBoxLayout* const frequency = columnLayout();

@@ -33,7 +33,6 @@ class CameraRowView : public QWidget {
   private:
     QWidget* makeFrequency();
 
-    ContentView& editor_;
     std::string id_;
     Toggle* included_;
     QWidget* frequencyBlock_ = nullptr;

@@ -1,8 +1,10 @@
 #include "editor/views/settings/CamerasPanel.h"
 
 #include "editor/PanelTexts.h"
+#include "editor/views/settings/Binding.h"
 #include "editor/views/settings/CameraRowView.h"
 #include "editor/views/settings/ControlRanges.h"
+#include "planning/ProjectDefaults.h"
 #include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/Style.h"
@@ -47,20 +49,24 @@ CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
 }
 
 void CamerasPanel::bind() {
-    connect(mainCamera_, &Picker::chosen, this,
-            [this](const std::string& id) { editor_.chooseMainCamera(id); });
-    connect(audio_, &Picker::chosen, this,
-            [this](const std::string& id) { editor_.chooseAudio(id); });
-    connect(mainWait_, &Stepper::stepped, this,
-            [this](double seconds) { editor_.setWait(editor_.fields().cameraA, seconds); });
+    using shotweaver::bind;
+    bind(mainCamera_, editor_, [this](EditSettings& settings, const std::string& id) {
+        chooseMainCamera(settings, id, *editor_.project());
+    });
+    bind(audio_, editor_, &EditSettings::audio);
+    bind(mainWait_, editor_, [](EditSettings& settings) -> double& {
+        return settings.returnTimes[settings.mainCamera];
+    });
 }
 
 void CamerasPanel::refresh() {
-    const EditSettings settings = editor_.currentSettings();
-    mainCamera_->show(editor_.cameraOptions(), settings.mainCamera);
-    audio_->show(editor_.audioOptions(), settings.audio);
+    const Project* const project = editor_.project();
+    if (!project) return;
+    const EditSettings& settings = editor_.fields().settings;
+    mainCamera_->show(cameraOptions(*project), settings.mainCamera);
+    audio_->show(audioOptions(settings, *project), settings.audio);
     mainWait_->show(mainWait(settings), mainWaitLabel(settings));
-    const std::vector<CameraRow> rows = editor_.cameraRows();
+    const std::vector<CameraRow> rows = cameraRows(settings, *project);
     if (!hasRowsOf(rows)) rebuildRows(rows);
     for (std::size_t row = 0; row < rows.size(); ++row)
         rows_[row]->show(rows[row]);

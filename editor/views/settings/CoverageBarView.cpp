@@ -50,28 +50,28 @@ CoverageBarView::CoverageBarView(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void CoverageBarView::show(const CoverageBar& bar, const std::shared_ptr<const CutEngine>& engine) {
-    if (bar == bar_ && engine == engine_) return;
+void CoverageBarView::show(const CoverageBar& bar, const std::shared_ptr<const Project>& project) {
+    if (bar == bar_ && project == project_) return;
     bar_ = bar;
-    engine_ = engine;
+    project_ = project;
     update();
 }
 
 std::string CoverageBarView::rangesText() const {
-    return engine_ ? accessibleRanges(bar_.ranges, *engine_) : "";
+    return project_ ? accessibleRanges(bar_.ranges, project_->engine) : "";
 }
 
 std::optional<std::string> CoverageBarView::textAt(double x) const {
-    if (!engine_) return std::nullopt;
+    if (!project_) return std::nullopt;
     const auto range = rangeAt(axis(), bar_.ranges, x);
-    return range ? std::optional(rangeText(bar_.ranges[*range], *engine_)) : std::nullopt;
+    return range ? std::optional(rangeText(bar_.ranges[*range], project_->engine)) : std::nullopt;
 }
 
 BarAxis CoverageBarView::axis() const {
     BarAxis axis;
     // One point is left for a range at the very end.
     axis.area = QRectF(rect()).adjusted(0, 0, -axis.point, 0);
-    if (engine_) axis.length = engine_->length;
+    if (project_) axis.length = project_->engine.length;
     return axis;
 }
 

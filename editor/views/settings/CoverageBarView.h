@@ -19,7 +19,7 @@ class CoverageBarView : public QWidget {
   public:
     explicit CoverageBarView(QWidget* parent = nullptr);
 
-    void show(const CoverageBar& bar, const std::shared_ptr<const CutEngine>& engine);
+    void show(const CoverageBar& bar, const std::shared_ptr<const Project>& project);
 
     const CoverageBar& bar() const { return bar_; }
     /// All ranges in words: worked out when asked, for there may be thousands.
@@ -35,7 +35,7 @@ class CoverageBarView : public QWidget {
     BarAxis axis() const;
 
     CoverageBar bar_;
-    std::shared_ptr<const CutEngine> engine_; // null before the first bar
+    std::shared_ptr<const Project> project_; // null before the first bar
 };
 
 } // namespace shotweaver

@@ -42,14 +42,14 @@ CoverageRow::CoverageRow(const QString& name, QWidget* parent)
     row->addWidget(bar_);
 }
 
-void CoverageRow::show(const CoverageBar& bar, const std::shared_ptr<const CutEngine>& engine) {
+void CoverageRow::show(const CoverageBar& bar, const std::shared_ptr<const Project>& project) {
     // From the middle: the ends say what the row is.
     showText(*label_, label_->fontMetrics()
                           .elidedText(toQt(bar.label), Qt::ElideMiddle, label_->width())
                           .toStdString());
     label_->setToolTip(plainToolTip(bar.label));
     label_->setAccessibleName(toQt(bar.label));
-    bar_->show(bar, engine);
+    bar_->show(bar, project);
 }
 
 CoveragePanel::CoveragePanel(ContentView& editor, QWidget* parent)
@@ -116,13 +116,13 @@ QWidget* CoveragePanel::makeGapList() {
 
 void CoveragePanel::refresh() {
     const CoverageContent& content = editor_.coverageContent();
-    const auto& engine = editor_.fields().engine;
+    const auto& project = editor_.fields().project;
     showText(*axisStart_, content.axisStart);
     showText(*axisEnd_, content.axisEnd);
     refreshAngles(content.angles);
     audio_->setVisible(content.audio.has_value());
-    if (content.audio) audio_->show(*content.audio, engine);
-    gaps_->show(content.gaps, engine);
+    if (content.audio) audio_->show(*content.audio, project);
+    gaps_->show(content.gaps, project);
     refreshSummary(content.summary);
 }
 
@@ -137,7 +137,7 @@ void CoveragePanel::refreshAngles(const std::vector<CoverageBar>& bars) {
         angles_.back()->setVisible(true);
     }
     for (std::size_t row = 0; row < bars.size(); ++row)
-        angles_[row]->show(bars[row], editor_.fields().engine);
+        angles_[row]->show(bars[row], editor_.fields().project);
 }
 
 void CoveragePanel::refreshSummary(const CoverageSummary& summary) {

@@ -60,7 +60,7 @@ class CoverageRow : public QWidget {
   public:
     explicit CoverageRow(const QString& name, QWidget* parent = nullptr);
 
-    void show(const CoverageBar& bar, const std::shared_ptr<const CutEngine>& engine);
+    void show(const CoverageBar& bar, const std::shared_ptr<const Project>& project);
 
   private:
     QLabel* label_;

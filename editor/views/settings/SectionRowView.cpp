@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <functional>
 #include <initializer_list>
 
 namespace shotweaver {
@@ -68,15 +69,21 @@ QLayout* SectionRowView::makeTimes() {
 }
 
 void SectionRowView::bind() {
-    connect(name_, &TextField::typed, this,
-            [this](const std::string& text) { editor_.setSectionName(row_, text); });
-    connect(camera_, &Picker::chosen, this,
-            [this](const std::string& id) { editor_.setSectionCamera(row_, id); });
+    bindText(name_, &SectionDraft::name);
+    bindText(start_, &SectionDraft::start);
+    bindText(end_, &SectionDraft::end);
+    connect(camera_, &Picker::chosen, this, [this](const std::string& id) {
+        editor_.editSection(row_, [&](SectionDraft& section) { section.camera = id; });
+    });
     connect(remove_, &QPushButton::clicked, this, [this] { editor_.removeSection(row_); });
-    connect(start_, &TextField::typed, this,
-            [this](const std::string& text) { editor_.setSectionStart(row_, text); });
-    connect(end_, &TextField::typed, this,
-            [this](const std::string& text) { editor_.setSectionEnd(row_, text); });
+}
+
+void SectionRowView::bindText(TextField* field, std::string SectionDraft::*text) {
+    connect(field, &TextField::typed, this, [this, text](const std::string& typed) {
+        editor_.editSection(
+            row_, [&](SectionDraft& section) { std::invoke(text, section) = typed; },
+            ContentView::Saving::soon);
+    });
 }
 
 void SectionRowView::show(const SectionDraft& section, const std::vector<PickerOption>& cameras) {

@@ -37,6 +37,7 @@ class SectionRowView : public QWidget {
     QLayout* makeCamera();
     QLayout* makeTimes();
     void bind();
+    void bindText(TextField* field, std::string SectionDraft::*text);
 
     ContentView& editor_;
     std::size_t row_;

@@ -28,11 +28,12 @@ SectionsPanel::SectionsPanel(ContentView& editor, QWidget* parent)
 }
 
 void SectionsPanel::refresh() {
-    const std::vector<SectionDraft>& sections = editor_.fields().fixedSections;
+    if (!editor_.project()) return;
+    const std::vector<SectionDraft>& sections = editor_.fields().settings.sections;
     while (rows_.size() > sections.size())
         removeLastRow();
     if (rows_.size() < sections.size()) appendRows(sections.size() - rows_.size());
-    const std::vector<PickerOption> cameras = editor_.cameraOptions();
+    const std::vector<PickerOption> cameras = cameraOptions(*editor_.project());
     for (std::size_t row = 0; row < sections.size(); ++row)
         rows_[row]->show(sections[row], cameras);
 }

@@ -40,7 +40,8 @@ SettingsColumn::SettingsColumn(ContentView& editor, QWidget* parent)
 }
 
 void SettingsColumn::refresh() {
-    showText(*projectLine_, editor_.projectLine());
+    const Project* const project = editor_.project();
+    if (project) showText(*projectLine_, projectLine(*project, editor_.locale()));
     presets_->refresh();
     coverage_->refresh();
     cameras_->refresh();

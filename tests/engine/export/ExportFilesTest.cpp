@@ -93,12 +93,12 @@ TEST(SettingsRecord, statesProjectSettingsUsageAndCuts) {
     edit.settings.frequencies = {{"p1", 7.5}, {"s1", 9}};
     edit.settings.returnTimes = {{"w1", 12}, {"c1", 0.1}};
     edit.settings.audio = "s1";
-    edit.settings.openingEnabled = edit.settings.doubleMain = true;
-    edit.settings.openingCamera = "p1";
+    edit.settings.opening.isEnabled = edit.settings.doubleMain = true;
+    edit.settings.opening.camera = "p1";
     edit.settings.sections = {{{}, "Solo", "c1", " 1:1:30:3 ", ""}};
     edit.cuts = {{{}, "p1", 0, 300}, {{}, "w1", 300, 899}, {{}, "gone", 1199, 601}};
-    const ImportedProject imported = inspectProject(project.xml());
-    EXPECT_EQ(settingsRecordText(imported, project.engine(), edit), R"(Shotweaver export settings
+    const Project loaded(project.xml());
+    EXPECT_EQ(settingsRecordText(loaded, edit), R"(Shotweaver export settings
 Project: Ärger & Freude
 Edit ID: 00000000-0000-0000-0000-000000000000
 Generated: 2025-03-09T14:05:00Z
@@ -135,7 +135,7 @@ Cut list (start timecode | camera | duration in seconds):
 00:01:40;01 | gone | 20.053366666666665
 )");
 
-    const std::string plain = settingsRecordText(imported, project.engine(), EditRevision());
+    const std::string plain = settingsRecordText(loaded, EditRevision());
     for (const char* part : {"holds: Off\n", "Opening: Off\n", "Fixed sections:\nNone\n\n"})
         EXPECT_NE(plain.find(part), std::string::npos) << part;
 }

@@ -14,15 +14,21 @@ using test::failureOf;
 
 TEST(EditSettings, validatesEveryNumber) {
     using S = EditSettings;
-    const std::tuple<double S::*, double, double> rows[] = {
-        {&S::mainShare, 10, 90},      {&S::averageShot, 4, 20},    {&S::mainMinimum, 1, 25},
-        {&S::mainMaximum, 10, 120},   {&S::otherMinimum, 1, 8},    {&S::otherMaximum, 4, 120},
-        {&S::openingSeconds, 1, 120}, {&S::closingSeconds, 1, 120}};
+    using Field = double& (*)(S & settings);
+    const std::tuple<Field, double, double> rows[] = {
+        {[](S& s) -> double& { return s.mainShare; }, 10, 90},
+        {[](S& s) -> double& { return s.averageShot; }, 4, 20},
+        {[](S& s) -> double& { return s.mainMinimum; }, 1, 25},
+        {[](S& s) -> double& { return s.mainMaximum; }, 10, 120},
+        {[](S& s) -> double& { return s.otherMinimum; }, 1, 8},
+        {[](S& s) -> double& { return s.otherMaximum; }, 4, 120},
+        {[](S& s) -> double& { return s.opening.seconds; }, 1, 120},
+        {[](S& s) -> double& { return s.closing.seconds; }, 1, 120}};
     for (const auto& [field, lower, upper] : rows) {
         for (const double x :
              {lower, upper, std::nextafter(lower, -1), std::nextafter(upper, 999), std::nan("")}) {
             EditSettings settings;
-            settings.*field = x;
+            field(settings) = x;
             const bool isValid = failureOf([&] { settings.validate(); }).empty();
             EXPECT_EQ(isValid, x >= lower && x <= upper) << lower << " to " << upper << ": " << x;
         }

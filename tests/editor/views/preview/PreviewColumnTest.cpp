@@ -3,6 +3,7 @@
 #include "editor/views/BarDrawing.h"
 #include "editor/views/preview/CutTable.h"
 #include "editor/views/preview/EditOverview.h"
+#include "planning/EditTexts.h"
 #include "tests/support/EditorBench.h"
 
 #include <gtest/gtest.h>
@@ -67,19 +68,20 @@ TEST(PreviewColumn, showsWhatThereIsAndWhatCanBeDone) {
     const std::string none =
         " | [Export to Final Cut…] | Generate an edit to preview the cuts here.";
     EXPECT_EQ(preview.seen(), "Generate rough edit | [Back] | [Forward]" + none);
-    editor.setIncluded("P", false);
-    editor.setIncluded("B", false);
+    include(editor, "P", false);
+    include(editor, "B", false);
     EXPECT_EQ(preview.seen(),
               "[Generate rough edit] | [Back] | [Forward] | Include another camera." + none);
-    editor.setIncluded("B", true);
+    include(editor, "B", true);
     editor.generateEdit();
     editor.generateEdit();
     editor.goBack();
     EXPECT_EQ(preview.seen(),
               "Shuffle rough edit | [Back] | Forward | Edit 1 of 2 | Export to Final Cut… | " +
-                  editor.summaryLine().value() + " | overview | cutTable | usageTable");
+                  summaryLine(editor.fields().cuts(), editor.fields().settings, *editor.project()) +
+                  " | overview | cutTable | usageTable");
     editor.addSection();
-    editor.setSectionStart(0, "later");
+    type(editor, 0, &SectionDraft::start, "later");
     EXPECT_EQ(preview.seen(),
               editor.coverageWarning().value() + " | Generate rough edit | Back | Forward" + none);
 }
@@ -133,7 +135,7 @@ TEST(PreviewColumn, overviewAndListShareTheSelection) {
     Preview preview(project);
     preview.editor.generateEdit();
     EditOverview& overview = preview.overview;
-    const std::vector<Cut>& cuts = preview.bench.fields().cuts;
+    const std::vector<Cut>& cuts = preview.bench.fields().cuts();
     const auto placeOf = [&](std::size_t row) { return overview.rowRect(row).center(); };
     // Narrow cuts may share a point, but only with their own camera's.
     for (std::size_t row = 0; row < cuts.size(); ++row)

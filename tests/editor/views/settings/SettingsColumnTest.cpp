@@ -54,7 +54,7 @@ struct Column {
                 interface->text(QAccessible::Value))
             .toStdString();
     }
-    EditSettings settings() { return editor.currentSettings(); }
+    EditSettings settings() { return editor.fields().settings; }
 
     EditorBench bench;
     ContentView& editor = bench.editor();
@@ -81,12 +81,12 @@ TEST(SettingsColumn, aControlChangesItsFieldAndNoOther) {
         {"otherMinimum", Qt::Key_Down, [](auto& s) { s.otherMinimum = 3; }},
         {"otherMaximum", Qt::Key_Up, [](auto& s) { s.otherMaximum = 9; }},
         {"doubleMain", Qt::Key_Space, [](auto& s) { s.doubleMain = true; }},
-        {"openingEnabled", Qt::Key_Space, [](auto& s) { s.openingEnabled = true; }},
-        {"openingCamera", Qt::Key_Down, [](auto& s) { s.openingCamera = "P"; }},
-        {"openingSeconds", Qt::Key_Up, [](auto& s) { s.openingSeconds = 16; }},
-        {"closingEnabled", Qt::Key_Space, [](auto& s) { s.closingEnabled = true; }},
-        {"closingCamera", Qt::Key_End, [](auto& s) { s.closingCamera = "B"; }},
-        {"closingSeconds", Qt::Key_Down, [](auto& s) { s.closingSeconds = 14; }},
+        {"openingEnabled", Qt::Key_Space, [](auto& s) { s.opening.isEnabled = true; }},
+        {"openingCamera", Qt::Key_Down, [](auto& s) { s.opening.camera = "P"; }},
+        {"openingSeconds", Qt::Key_Up, [](auto& s) { s.opening.seconds = 16; }},
+        {"closingEnabled", Qt::Key_Space, [](auto& s) { s.closing.isEnabled = true; }},
+        {"closingCamera", Qt::Key_End, [](auto& s) { s.closing.camera = "B"; }},
+        {"closingSeconds", Qt::Key_Down, [](auto& s) { s.closing.seconds = 14; }},
         {"sectionCamera-0", Qt::Key_Down, [](auto& s) { s.sections[0].camera = "P"; }},
         {"removeSection-0", Qt::Key_Space, [](auto& s) { s.sections.clear(); }},
     };
@@ -109,7 +109,7 @@ TEST(SettingsColumn, aFieldShowsAndNothingIsWrittenBack) {
     settings.returnTimes["W"] = 125;
     settings.frequencies["B"] = 10;
     settings.mainMinimum = 1.5;
-    test.editor.applySettings(settings);
+    apply(test.editor, settings);
     const std::pair<const char*, const char*> table[] = {
         {"projectLine", "Concert · 60 seconds · 25 fps: "},
         {"mainCamera", "Wide: Wide"},
@@ -147,10 +147,10 @@ TEST(SettingsColumn, controlsAreEnabledAsTheSettingsSay) {
         return letters;
     };
     EXPECT_EQ(enabled({"frequency-P", "wait-P", "frequency-B", "wait-B"}), "yyyy");
-    test.editor.setIncluded("B", false);
+    include(test.editor, "B", false);
     EXPECT_EQ(enabled({"frequency-P", "wait-P", "frequency-B", "wait-B"}), "nynn");
     EXPECT_EQ(enabled({"openingCamera", "openingSeconds", "closingCamera"}), "nnn");
-    test.editor.setOpeningEnabled(true);
+    test.editor.edit([](EditSettings& settings) { settings.opening.isEnabled = true; });
     EXPECT_EQ(enabled({"openingCamera", "openingSeconds", "closingCamera"}), "yyn");
     EXPECT_EQ(enabled({"applyPreset", "updatePreset", "deletePreset", "savePreset"}), "nnny");
 }
@@ -158,7 +158,7 @@ TEST(SettingsColumn, controlsAreEnabledAsTheSettingsSay) {
 TEST(SettingsColumn, rowsKeepFocusAndCursor) {
     Column test;
     test.find("include-P")->setFocus();
-    test.editor.chooseMainCamera("B");
+    chooseMain(test.editor, "B");
     EXPECT_TRUE(test.find("include-P")->hasFocus());
     QApplication::processEvents(); // the new row before it appears
     keyClick(test.find("include-P"), Qt::Key_Backtab);
@@ -188,7 +188,7 @@ TEST(SettingsColumn, rowsThatComeTogetherStandAndAreReachedInOrder) {
     EditSettings settings = test.settings();
     settings.sections = {{secureUUIDs()(), "a", "W", "1", "2"},
                          {secureUUIDs()(), "b", "W", "", ""}};
-    test.editor.applySettings(settings);
+    apply(test.editor, settings);
     QApplication::processEvents();
     const auto reached = [&](const char* first, int count) {
         test.find(first)->setFocus();
@@ -275,9 +275,9 @@ TEST(SettingsColumn, coverageIsTold) {
     EXPECT_EQ(toolTipAt(0.9), "01:00:24:00 to 01:01:00:00");
     EXPECT_EQ(pulpit->textAt(0.37 * pulpit->width()), std::nullopt);
 
-    test.editor.chooseMainCamera("P");
+    chooseMain(test.editor, "P");
     for (const char* const other : {"W", "B"})
-        test.editor.setIncluded(other, false);
+        include(test.editor, other, false);
     EXPECT_EQ(test.find<CoverageBarView>("coverage-0")->bar().label, "Wide (excluded)");
     auto* const list = test.find<QListView>("uncoveredSectionList");
     EXPECT_EQ(test.spoken("uncoveredSections"), "1 uncovered video section(s): ");
@@ -285,9 +285,9 @@ TEST(SettingsColumn, coverageIsTold) {
     keyClick(test.find("uncoveredSections"), Qt::Key_Space);
     EXPECT_EQ(list->model()->index(0, 0).data().toString().toStdString(),
               "01:00:20:00 to 01:00:24:00 · 4 seconds");
-    test.editor.setIncluded("W", true);
+    include(test.editor, "W", true);
     EXPECT_TRUE(list->isHidden());
-    test.editor.setIncluded("W", false);
+    include(test.editor, "W", false);
     EXPECT_FALSE(list->isHidden());
 }
 
@@ -318,7 +318,7 @@ TEST(SettingsColumn, aVeryLongNameIsShownByItsBeginning) {
     test.editor.addSection();
     keyClick(test.find("sectionCamera-0"), Qt::Key_Down); // both names look alike
     EXPECT_EQ(test.settings().sections[0].camera, "P");
-    test.editor.setSectionName(0, name);
+    type(test.editor, 0, &SectionDraft::name, name);
     EXPECT_EQ(test.find<QLineEdit>("sectionName-0")->text().toStdString(), name);
 
     const QString clef = QString::fromUtf8("\U0001D11E"); // two code units
