@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <exception>
 #include <map>
@@ -22,6 +23,25 @@
 namespace shotweaver {
 
 namespace {
+
+// Where the parser is. Expat 2.9 has these in 64 bits and deprecates the narrower ones.
+#if XML_MAJOR_VERSION > 2 || (XML_MAJOR_VERSION == 2 && XML_MINOR_VERSION >= 9)
+constexpr auto currentLine = XML_GetCurrentLineNumber64;
+constexpr auto currentColumn = XML_GetCurrentColumnNumber64;
+constexpr auto currentByteIndex = XML_GetCurrentByteIndex64;
+constexpr auto currentByteCount = XML_GetCurrentByteCount64;
+constexpr auto currentInput = XML_GetInputContext64;
+using InputOffset = std::int64_t;
+using InputSize = std::uint64_t;
+#else
+constexpr auto currentLine = XML_GetCurrentLineNumber;
+constexpr auto currentColumn = XML_GetCurrentColumnNumber;
+constexpr auto currentByteIndex = XML_GetCurrentByteIndex;
+constexpr auto currentByteCount = XML_GetCurrentByteCount;
+constexpr auto currentInput = XML_GetInputContext;
+using InputOffset = int;
+using InputSize = int;
+#endif
 
 constexpr int blockSize = 1 << 18;
 
@@ -265,9 +285,8 @@ void XmlIntake::findEncoding(std::string_view block) {
 void XmlIntake::failParsing() {
     XML_Parser parser = parser_.get();
     throw PlatformError(fmt::format("The XML could not be read: {} at line {}, column {}.",
-                                    XML_ErrorString(XML_GetErrorCode(parser)),
-                                    XML_GetCurrentLineNumber(parser),
-                                    XML_GetCurrentColumnNumber(parser) + 1));
+                                    XML_ErrorString(XML_GetErrorCode(parser)), currentLine(parser),
+                                    currentColumn(parser) + 1));
 }
 
 pugi::xml_node XmlIntake::append(pugi::xml_node_type type) {
@@ -380,14 +399,14 @@ std::string XmlIntake::nextLiteral() const {
 }
 
 XmlIntake::InputContext XmlIntake::inputContext() const {
-    int event = 0;
-    int size = 0;
-    const char* const bytes = XML_GetInputContext(parser_.get(), &event, &size);
-    if (bytes == nullptr) return {};
-    const int length = std::min(XML_GetCurrentByteCount(parser_.get()), size - event);
-    return {{bytes, static_cast<std::size_t>(size)},
-            static_cast<std::size_t>(event),
-            static_cast<std::size_t>(length)};
+    InputOffset event = 0;
+    InputSize size = 0;
+    const char* const input = currentInput(parser_.get(), &event, &size);
+    if (input == nullptr) return {};
+    const std::string_view bytes(input, static_cast<std::size_t>(size));
+    const auto start = static_cast<std::size_t>(event);
+    const auto length = static_cast<std::size_t>(currentByteCount(parser_.get()));
+    return {bytes, start, std::min(length, bytes.size() - start)};
 }
 
 std::string XmlIntake::inUTF8(std::string_view raw) const {
@@ -435,7 +454,7 @@ void XmlIntake::countDefaults(const char** attributes) {
     const int specified = XML_GetSpecifiedAttributeCount(parser_.get());
     for (const char** each = attributes + specified; *each != nullptr; ++each)
         defaultBytes_ += std::strlen(*each) + attributeOverhead;
-    const auto read = static_cast<double>(XML_GetCurrentByteIndex(parser_.get()));
+    const auto read = static_cast<double>(currentByteIndex(parser_.get()));
     if (defaultBytes_ > amplificationThreshold &&
         static_cast<double>(defaultBytes_) > read * static_cast<double>(maximumAmplification))
         refuseDocumentType();
