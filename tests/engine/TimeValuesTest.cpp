@@ -101,7 +101,8 @@ TEST(Timecode, countsDropFrameLabelsBothWays) {
             ASSERT_EQ(engine.timecode(frame), text) << frame;
             ASSERT_EQ(engine.frameForTimecode(text), frame++) << text;
         }
-        EXPECT_EQ(failureOf([&] { engine.frameForTimecode(fmt::format("0:9:0:{}", dropped - 1)); }),
+        const std::string skipped = fmt::format("0:9:0:{}", dropped - 1);
+        EXPECT_EQ(failureOf([&] { engine.frameForTimecode(skipped); }),
                   "That frame label is skipped in drop-frame timecode.");
     }
 }

@@ -47,7 +47,7 @@ struct Edit {
         if (word == "opening") in.opening = BookendShot{angle, x};
         if (word == "closing") in.closing = BookendShot{angle, x};
         if (word == "section") in.sections.push_back({angle, clip.offset, std::llround(y)});
-        if (word == "clip") project.angles[angle[0] - 'A'].clips.push_back(clip);
+        if (word == "clip") project.angles[std::size_t(angle[0] - 'A')].clips.push_back(clip);
         if (word == "also") in.otherCameras.push_back(angle);
         if (word == "alone") in.otherCameras.clear();
         if (word == "wait") in.returnTimes[angle] = x;
