@@ -131,11 +131,13 @@ class Grammar {
 
     CLI::App& app() { return app_; }
 
-    CommandResult run(ByteSource& in, const Environment& environment) const {
-        if (inspect_->parsed()) return runInspect(inspectOptions_, in);
-        if (generate_->parsed()) return runGenerate(generateOptions_, in, environment);
-        if (export_->parsed()) return runExport(exportOptions_, in, environment);
-        return runPresets(presetsOptions_, environment);
+    CommandResult run(const CommandStreams& streams) const {
+        if (inspect_->parsed()) return runInspect(inspectOptions_, streams.in);
+        if (generate_->parsed())
+            return runGenerate(generateOptions_, streams.in, streams.environment,
+                               *streams.workspace);
+        if (export_->parsed()) return runExport(exportOptions_, streams.in, *streams.workspace);
+        return runPresets(presetsOptions_, streams.environment);
     }
 
     bool hasVerb() const { return !app_.get_subcommands().empty(); }
@@ -299,7 +301,7 @@ int parseAndRun(Grammar& grammar, const std::vector<std::string>& arguments,
                 : fmt::format("There is no verb \"{}\": inspect, generate, export or presets.",
                               arguments.front()));
     }
-    return report(grammar.run(streams.in, streams.environment), streams);
+    return report(grammar.run(streams), streams);
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "host/SystemWorkspace.h"
 #include "platform/ByteSource.h"
 #include "platform/Environment.h"
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,7 +16,8 @@ struct CommandStreams {
     ByteSource& in;
     std::ostream& out;
     std::ostream& err;
-    Environment environment = systemEnvironment(); // tells where presets and applications are
+    Environment environment = systemEnvironment();                       // tells where presets are
+    std::shared_ptr<Workspace> workspace = systemWorkspace(environment); // opens an export
 };
 
 /// Runs one command. `arguments` come without the program's name. Gives the exit status: 0 for

@@ -22,26 +22,24 @@ EditRevision readRevisionArgument(const std::string& path, ByteSource& in) {
 } // namespace
 
 void exportRevision(const EditRevision& revision, const Project& project,
-                    const ExportFolder& output, const Environment& environment,
-                    CommandResult& result) {
+                    const ExportFolder& output, Workspace& workspace, CommandResult& result) {
     const std::string xml =
         project.engine.exportDocument(revision.cuts, revision.settings.audio, secureUUIDs());
     const std::string record = settingsRecordText(project, revision);
     const ExportedFiles files =
         writeExportFiles(systemFileCalls(), output.path, xml, record, project.summary.name);
     result.files = fmt::format("{}\n{}\n", files.xml, files.record);
-    if (output.open) result.failure = handOff(files.xml, environment);
+    if (output.open) result.failure = handOff(files.xml, workspace);
 }
 
-CommandResult runExport(const ExportOptions& options, ByteSource& in,
-                        const Environment& environment) {
+CommandResult runExport(const ExportOptions& options, ByteSource& in, Workspace& workspace) {
     if (options.project == standardInput && options.revision == standardInput)
         throw UsageError("Only one of PROJECT and REVISION can be \"-\", the standard input.");
     const Project project(importProjectArgument(options.project, in));
     const EditRevision revision = readRevisionArgument(options.revision, in);
 
     CommandResult result;
-    exportRevision(revision, project, options.output, environment, result);
+    exportRevision(revision, project, options.output, workspace, result);
     return result;
 }
 

@@ -3,8 +3,8 @@
 #include "cli/Command.h"
 #include "engine/EditRevision.h"
 #include "engine/Project.h"
+#include "host/Workspace.h"
 #include "platform/ByteSource.h"
-#include "platform/Environment.h"
 
 #include <string>
 
@@ -23,14 +23,12 @@ struct ExportOptions {
 };
 
 /// Exports the cuts of a stored revision.
-CommandResult runExport(const ExportOptions& options, ByteSource& in,
-                        const Environment& environment);
+CommandResult runExport(const ExportOptions& options, ByteSource& in, Workspace& workspace);
 
 /// Writes a revision's export and settings record into a folder and puts their paths into the
 /// result, a line each, the XML first; then hands the XML over where that was asked for, whose
 /// failure is the result's.
 void exportRevision(const EditRevision& revision, const Project& project,
-                    const ExportFolder& output, const Environment& environment,
-                    CommandResult& result);
+                    const ExportFolder& output, Workspace& workspace, CommandResult& result);
 
 } // namespace shotweaver

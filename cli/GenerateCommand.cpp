@@ -84,7 +84,7 @@ std::string plainText(const EditRevision& revision, const Project& project) {
 } // namespace
 
 CommandResult runGenerate(const GenerateOptions& options, ByteSource& in,
-                          const Environment& environment) {
+                          const Environment& environment, Workspace& workspace) {
     if (options.open && !options.output)
         throw UsageError("--open hands over what --output exports: give --output DIR as well.");
     const std::unique_ptr<RandomSource> random = randomSource(options.seed);
@@ -119,7 +119,7 @@ CommandResult runGenerate(const GenerateOptions& options, ByteSource& in,
 
     result.isJson = options.json;
     if (options.output)
-        exportRevision(revision, project, {*options.output, options.open}, environment, result);
+        exportRevision(revision, project, {*options.output, options.open}, workspace, result);
     if (result.failure) return result;
     result.output = options.json ? revisionText(revision) + "\n" : plainText(revision, project);
     if (options.output && !options.json) result.output += "\n";

@@ -2,6 +2,7 @@
 
 #include "cli/Command.h"
 #include "cli/SettingsFlags.h"
+#include "host/Workspace.h"
 #include "platform/ByteSource.h"
 #include "platform/Environment.h"
 
@@ -21,8 +22,9 @@ struct GenerateOptions {
     bool json = false;
 };
 
-/// Makes a rough edit, and exports it when an output folder is given.
+/// Makes a rough edit, and exports it when an output folder is given. The environment tells where
+/// presets are, the workspace opens the export.
 CommandResult runGenerate(const GenerateOptions& options, ByteSource& in,
-                          const Environment& environment);
+                          const Environment& environment, Workspace& workspace);
 
 } // namespace shotweaver

@@ -1,11 +1,11 @@
 #include "cli/HandOff.h"
 
 #include "host/FinalCutIntegration.h"
-#include "host/SystemWorkspace.h"
 
 #include <condition_variable>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <queue>
 #include <utility>
@@ -47,21 +47,21 @@ class CallQueue {
 
 } // namespace
 
-std::optional<std::string> handOff(const std::string& xmlPath, const Environment& environment) {
-    CallQueue calls;
+std::optional<std::string> handOff(const std::string& xmlPath, Workspace& workspace) {
+    // Shared: the thread that has reported may not be out of it when this returns.
+    const auto calls = std::make_shared<CallQueue>();
     UserAccess access;
     bool isDone = false;
     std::optional<HostError> failure;
-    const std::unique_ptr<Workspace> workspace = systemWorkspace(environment);
     openInFinalCut(
-        std::filesystem::absolute(xmlPath).string(), *workspace, access,
-        [&](std::function<void()> call) { calls.add(std::move(call)); },
+        std::filesystem::absolute(xmlPath).string(), workspace, access,
+        [calls](std::function<void()> call) { calls->add(std::move(call)); },
         [&](const std::optional<HostError>& error) {
             isDone = true;
             failure = error;
         });
     while (!isDone)
-        calls.runNext();
+        calls->runNext();
     return failure ? std::optional(failure->description) : std::nullopt;
 }
 

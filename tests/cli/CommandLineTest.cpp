@@ -1,15 +1,17 @@
 #include "cli/CommandLine.h"
 
+#include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"
 #include "planning/ProjectDefaults.h"
+#include "platform/UserDefaults.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <filesystem>
-#include <fstream>
+#include <future>
+#include <memory>
 #include <sstream>
 
 namespace shotweaver::test {
@@ -20,16 +22,35 @@ using Arguments = std::vector<std::string>;
 /// Exit status, standard output and standard error.
 using Outcome = std::tuple<int, std::string, std::string>;
 
+/// A system that has Final Cut Pro or not, and what is opened with it. Reports on another thread.
+struct FakeWorkspace final : Workspace {
+    std::optional<std::string> urlForApplication(const std::string&) override {
+        return application;
+    }
+    void open(const std::vector<std::string>& files, const std::string&, const OpenConfiguration&,
+              OpenCompletion completion) override {
+        opened.insert(opened.end(), files.begin(), files.end());
+        reporting = std::async(std::launch::async, std::move(completion), error);
+    }
+    std::optional<std::string> application;
+    std::optional<HostError> error;
+    std::vector<std::string> opened;
+    std::future<void> reporting;
+};
+
+const Environment emptyEnvironment = [](const char*) { return std::nullopt; };
+
 /// Runs a command; on a full disk the standard output takes nothing.
 Outcome run(const Arguments& arguments, const std::string& input = {}, bool isDiskFull = false,
-            const Environment& environment = systemEnvironment()) {
+            const Environment& environment = emptyEnvironment,
+            const std::shared_ptr<Workspace>& workspace = std::make_shared<FakeWorkspace>()) {
     class Full : public std::streambuf {
     } full;
     std::stringbuf text(std::ios::out);
     MemorySource in(input);
     std::ostream out(isDiskFull ? static_cast<std::streambuf*>(&full) : &text);
     std::ostringstream err;
-    const int status = runCommandLine(arguments, {in, out, err, environment});
+    const int status = runCommandLine(arguments, {in, out, err, environment, workspace});
     return {status, text.str(), err.str()};
 }
 
@@ -252,18 +273,12 @@ TEST(GenerateCommand, wrongValuesAreNamedAndRefusalsFollowAWarning) {
                      "shotweaver: This audio angle does not cover the whole project. " + audio}));
 }
 
-/// A user with an empty home and the programs of the system.
-Environment userAt(const TestFolder& home) {
-    return [path = home.path()](const std::string& name) -> std::optional<std::string> {
-        if (name == "HOME" || name == "XDG_DATA_DIRS") return path;
-        if (name == "PATH") return "/usr/bin:/bin";
-        return std::nullopt;
-    };
-}
-
 TEST(PresetsCommand, presetsAreListedAndApplied) {
     const TestFolder home;
-    const Environment user = userAt(home);
+    const Environment user = [&](const std::string& name) {
+        return name == "HOME" ? std::optional(home.path()) : std::nullopt;
+    };
+    UserDefaults defaults(systemFileCalls(), stateFolders(user).userDefaults);
     const auto runAt = [&](const Arguments& arguments) {
         return run(arguments, projectXml(), false, user);
     };
@@ -274,7 +289,7 @@ TEST(PresetsCommand, presetsAreListedAndApplied) {
         R"([{"id":"00000000-0000-0000-0000-00000000000A","name":"Evening\nsong","mainShare":60,)"
         R"("averageShot":8,"doubleMain":true,"mainAngleName":"Église","otherAngleNames":["Gone"],)"
         R"("audioAngleName":"église","frequencies":[{"angleName":"ÉGLISE","weight":9}]}])";
-    home.write(".config/Shotweaver/Shotweaver.savedPresets.v1", stored);
+    defaults.setData(presetsEntry, stored);
     EXPECT_EQ(runAt({"presets"}), (Outcome{0, "Evening song\n", ""}));
     EXPECT_EQ(runAt({"presets", "--json"}), (Outcome{0, stored + "\n", ""}));
     EXPECT_EQ(runAt({"generate", "-", "--preset", "Morning"}),
@@ -290,47 +305,51 @@ TEST(PresetsCommand, presetsAreListedAndApplied) {
         "frequencies": {"+a/=": 5, "/b": 9, "-c": 5, "Église": 5},
         "returnTimes": {"+a/=": 0, "/b": 0, "-c": 0, "Église": 0}})"));
 
-    home.write(".config/Shotweaver/Shotweaver.savedPresets.v1", stored + "]");
+    defaults.setData(presetsEntry, stored + "]");
     EXPECT_EQ(std::get<0>(runAt({"generate", "-", "--preset", "Evening song"})), 1);
     EXPECT_EQ(std::get<1>(runAt({"presets", "--json"})), "");
 }
 
 TEST(HandOff, filesAreNamedAlsoWhenNothingOpensThem) {
-    const TestFolder home;
-    const Environment user = userAt(home);
-    const std::string first = paths(home.path("Sunday Shotweaver"));
-    const std::string second = paths(home.path("Sunday Shotweaver 2"));
-    const Arguments arguments{"generate", "-", "--output", home.path(), "--open"};
-    EXPECT_EQ(run({"generate", "-", "--open"}, "", false, user),
+    const TestFolder folder;
+    const auto workspace = std::make_shared<FakeWorkspace>();
+    const auto runHere = [&](const Arguments& arguments, const std::string& input) {
+        return run(arguments, input, false, emptyEnvironment, workspace);
+    };
+    const Arguments arguments{"generate", "-", "--output", folder.path(), "--open"};
+    EXPECT_EQ(runHere({"generate", "-", "--open"}, ""),
               wrongUsage("--open hands over what --output exports: give --output DIR as well."));
-    EXPECT_EQ(run(arguments, projectXml(), false, user),
+    EXPECT_EQ(runHere(arguments, projectXml()),
               failure("This prototype needs timing aligned to the project frame rate."));
-    EXPECT_EQ(run(arguments, ProjectBuilder().xml(), false, user),
+
+    const std::string xml = ProjectBuilder().xml();
+    const std::string stem = folder.path("Sunday Shotweaver");
+    EXPECT_EQ(runHere(arguments, xml),
               (Outcome{1, "",
-                       first + "shotweaver: Final Cut Pro could not be found. Your exported files "
-                               "have been saved.\n"}));
-    home.write(".local/share/applications/com.apple.FinalCut.desktop",
-               "[Desktop Entry]\nType=Application\nName=FCP\nExec=true %f\n");
-    const auto [status, out, err] = run(arguments, ProjectBuilder().xml(), false, user);
+                       paths(stem) + "shotweaver: Final Cut Pro could not be found. Your exported "
+                                     "files have been saved.\n"}));
+    workspace->application = "app";
+    workspace->error = HostError{"Shotweaver", 1, "Unable to open it."};
+    EXPECT_EQ(runHere(arguments, xml),
+              (Outcome{1, "", paths(stem + " 2") + "shotweaver: Unable to open it.\n"}));
+    workspace->error.reset();
+    const auto [status, out, err] = runHere(arguments, xml);
     EXPECT_EQ(status, 0) << err;
-    EXPECT_TRUE(out.ends_with(second)) << out;
+    EXPECT_TRUE(out.ends_with(paths(stem + " 3"))) << out;
+    EXPECT_EQ(workspace->opened, (Arguments{stem + " 2.fcpxml", stem + " 3.fcpxml"}));
 }
 
 TEST(HandOff, aRelativePathIsFoundFromElsewhere) {
     namespace fs = std::filesystem;
-    const TestFolder home;
-    const std::string pipe = home.path("opened");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    const std::string script = home.write("script", "printf %s \"$1\" >\"" + pipe + "\"\n");
-    home.write(".local/share/applications/com.apple.FinalCut.desktop",
-               "[Desktop Entry]\nType=Application\nName=FCP\nPath=/\nExec=sh " + script + " %f\n");
-    const std::string folder = fs::relative(home.path()).string();
-    const auto [status, out, err] = run({"generate", "-", "--output", folder, "--open"},
-                                        ProjectBuilder().xml(), false, userAt(home));
+    const TestFolder folder;
+    const auto workspace = std::make_shared<FakeWorkspace>();
+    workspace->application = "app";
+    const auto [status, out, err] =
+        run({"generate", "-", "--output", fs::relative(folder.path()).string(), "--open"},
+            ProjectBuilder().xml(), false, emptyEnvironment, workspace);
     ASSERT_EQ(status, 0) << err;
-    std::string opened;
-    std::getline(std::ifstream(pipe), opened, '\0'); // waits for the script
-    EXPECT_TRUE(fs::path(opened).is_absolute()) << opened;
+    const fs::path opened = workspace->opened.at(0);
+    EXPECT_TRUE(opened.is_absolute()) << opened;
     EXPECT_TRUE(fs::exists(opened)) << opened;
 }
 
