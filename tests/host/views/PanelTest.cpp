@@ -260,7 +260,9 @@ TEST(Host, theNamedControllerShowsThePanelAndTakesFinalCutsXml) {
     QMimeData empty;
     empty.setData(QStringLiteral("com.apple.finalcutpro.xml"), "");
     EXPECT_FALSE(drop(view, empty));
-    EXPECT_TRUE(std::filesystem::exists(home.path("Shotweaver/session-v1.json")));
+    const StateFolders folders = stateFolders(systemEnvironment());
+    EXPECT_TRUE(folders.session.starts_with(home.path())) << folders.session;
+    EXPECT_TRUE(std::filesystem::exists(folders.session + "/session-v1.json"));
 }
 
 } // namespace
