@@ -7,10 +7,14 @@
 #include <sstream>
 #include <stdexcept>
 
+#include <unistd.h> // mkdtemp on macOS
+
 namespace shotweaver::test {
 
 TestFolder::TestFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "shotweaver-XXXXXX").string();
+    // Without the links on the way, as programs tell where they are.
+    const auto parent = std::filesystem::canonical(std::filesystem::temp_directory_path());
+    std::string pattern = (parent / "shotweaver-XXXXXX").string();
     if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder for the test");
     path_ = pattern;
 }
