@@ -19,6 +19,10 @@ check_packages=(clang-format clang-tidy)
 benchmark_packages=(libxml2-utils)
 fuzz_packages=(clang libclang-rt-14-dev)
 
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
 # Installs what is missing, asking dpkg first so that a second run costs nothing. Other systems
 # bring the libraries of the README's list themselves.
 install_packages() {
@@ -29,21 +33,29 @@ install_packages() {
             missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return 0
-    local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
     echo "Installing ${missing[*]}" >&2
-    "${as_root[@]}" apt-get update -qq >&2
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    as_root apt-get update -qq >&2
+    as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# Configures where needed and builds a preset, or targets of it; quiet unless something fails.
-build() {
-    local preset=$1 log
-    shift
+# Shows what a command says only when it fails, which ends the script.
+run_quietly() {
+    local log
     log=$(mktemp)
-    [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset" >"$log" 2>&1 ||
-        { cat "$log" >&2; exit 1; }
-    cmake --build "build/$preset" ${1:+--target "$@"} >"$log" 2>&1 || { cat "$log" >&2; exit 1; }
+    if ! "$@" >"$log" 2>&1; then
+        cat "$log" >&2
+        rm -f "$log"
+        exit 1
+    fi
     rm -f "$log"
+}
+
+# Configures where needed and builds a preset, or targets of it.
+build() {
+    local preset=$1
+    shift
+    [ -f "build/$preset/build.ninja" ] || run_quietly cmake --preset "$preset"
+    [ $# -eq 0 ] || set -- --target "$@"
+    run_quietly cmake --build "build/$preset" "$@"
 }
