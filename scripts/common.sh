@@ -33,10 +33,18 @@ install_packages() {
             missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return 0
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+        echo "Packages are missing: ${missing[*]}" >&2
+        echo "There is no sudo to install them with. Install them as root, then run this again." >&2
+        exit 1
+    fi
     echo "Installing ${missing[*]}" >&2
-    as_root apt-get update -qq >&2
+    # A source that cannot be read need not be the one that has them.
+    as_root apt-get update -qq >&2 || echo "Not every list of packages could be refreshed." >&2
     as_root env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null && return 0
+    echo "Packages could not be installed: ${missing[*]}" >&2
+    exit 1
 }
 
 # Shows what a command says only when it fails, which ends the script.
