@@ -63,7 +63,10 @@ run_quietly() {
 build() {
     local preset=$1
     shift
-    [ -f "build/$preset/build.ninja" ] || run_quietly cmake --preset "$preset"
+    if [ ! -f "build/$preset/build.ninja" ]; then
+        echo "Building in build/$preset for the first time: this takes minutes." >&2
+        run_quietly cmake --preset "$preset"
+    fi
     [ $# -eq 0 ] || set -- --target "$@"
     run_quietly cmake --build "build/$preset" "$@"
 }
