@@ -59,7 +59,8 @@ run_quietly() {
     rm -f "$log"
 }
 
-# Configures where needed and builds a preset, or targets of it.
+# Configures where needed and builds a preset, or targets of it. With WERROR set, warnings are
+# errors, from then on in that build folder.
 build() {
     local preset=$1
     shift
@@ -67,6 +68,8 @@ build() {
         echo "Building in build/$preset for the first time: this takes minutes." >&2
         run_quietly cmake --preset "$preset"
     fi
+    [ -z "${WERROR:-}" ] ||
+        run_quietly cmake -DCMAKE_COMPILE_WARNING_AS_ERROR=ON "build/$preset"
     [ $# -eq 0 ] || set -- --target "$@"
     run_quietly cmake --build "build/$preset" "$@"
 }
