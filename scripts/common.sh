@@ -17,6 +17,7 @@ build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev li
     fonts-open-sans)
 check_packages=(clang-format clang-tidy)
 benchmark_packages=(libxml2-utils)
+clang_packages=(clang)
 fuzz_packages=(clang libclang-rt-14-dev)
 
 as_root() {
