@@ -10,12 +10,29 @@
 #include <QFileInfo>
 #include <QIcon>
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
+#include <string_view>
 
 namespace {
 
 using namespace shotweaver;
+
+/// Qt ends a program that finds no display with an abort. A platform or a display that is named is
+/// for Qt to judge.
+bool lacksDisplay([[maybe_unused]] int argc, [[maybe_unused]] char** argv) {
+#if defined(Q_OS_LINUX)
+    const bool isNamed = std::any_of(argv, argv + argc, [](std::string_view argument) {
+        if (argument.starts_with("--")) argument.remove_prefix(1);
+        return argument == "-platform" || argument == "-display";
+    });
+    return !isNamed && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
+           qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#else
+    return false;
+#endif
+}
 
 /// Puts a project into the inbox as a host does: before the panel is seen.
 void handInProject(const QString& path) {
@@ -52,6 +69,11 @@ int run(QApplication& application) {
 } // namespace
 
 int main(int argc, char** argv) {
+    if (lacksDisplay(argc, argv)) {
+        std::cerr << "shotweaver-app: There is no display: neither DISPLAY nor WAYLAND_DISPLAY is "
+                     "set. Start the panel from a desktop.\n";
+        return 1;
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("shotweaver-app"));
     QApplication::setApplicationVersion(QStringLiteral(SHOTWEAVER_VERSION));
