@@ -47,7 +47,7 @@ TEST(TimeValues, readsWholeFrames) {
         {"3600s", 1001, 30000, offGrid},
         {large, 2, 1, offGrid}}; // overflows
     for (const auto& [text, n, d, sentence] : refused)
-        EXPECT_EQ(failureOf([&t = text, n = n, d = d] { framesForTime(t, n, d); }), sentence);
+        EXPECT_EQ(failureOf([&t = text, a = n, b = d] { framesForTime(t, a, b); }), sentence);
     EXPECT_EQ(failureOf([] { timeString(INT64_MAX, 2, 25); }),
               "A time in this edit is too large to export. Import the project again.");
 }
