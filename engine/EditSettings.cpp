@@ -1,21 +1,18 @@
 #include "engine/EditSettings.h"
 
 #include "engine/FinalCutImportError.h"
+#include "engine/SettingLimits.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace shotweaver {
 
 namespace {
 
-/// False for a not-a-number too.
-bool isWithin(double value, double lower, double upper) {
-    return value >= lower && value <= upper;
-}
-
-bool areWithin(const AngleNumbers& numbers, double lower, double upper) {
+bool areWithin(const AngleNumbers& numbers, const Limits& limits) {
     return std::all_of(numbers.begin(), numbers.end(),
-                       [&](const auto& entry) { return isWithin(entry.second, lower, upper); });
+                       [&](const auto& entry) { return limits.contains(entry.second); });
 }
 
 } // namespace
@@ -35,13 +32,25 @@ void setMaximum(double& minimum, double& maximum, double seconds) {
     minimum = std::min(minimum, seconds);
 }
 
+std::optional<ReversedRange> reversedRange(const EditSettings& settings) {
+    if (settings.mainMinimum > settings.mainMaximum)
+        return ReversedRange{true, settings.mainMinimum, settings.mainMaximum};
+    if (settings.otherMinimum > settings.otherMaximum)
+        return ReversedRange{false, settings.otherMinimum, settings.otherMaximum};
+    return std::nullopt;
+}
+
 void EditSettings::validate() const {
-    const bool isValid = isWithin(mainShare, 10, 90) && isWithin(averageShot, 4, 20) &&
-                         isWithin(mainMinimum, 1, 120) && isWithin(mainMaximum, mainMinimum, 120) &&
-                         isWithin(otherMinimum, 1, 120) &&
-                         isWithin(otherMaximum, otherMinimum, 120) &&
-                         isWithin(opening.seconds, 1, 120) && isWithin(closing.seconds, 1, 120) &&
-                         areWithin(frequencies, 1, 10) && areWithin(returnTimes, 0, 600);
+    const auto areShotLengths = [](std::initializer_list<double> seconds) {
+        return std::all_of(seconds.begin(), seconds.end(),
+                           [](double each) { return limits::shotSeconds.contains(each); });
+    };
+    const bool isValid = limits::mainShare.contains(mainShare) &&
+                         limits::averageShot.contains(averageShot) &&
+                         areShotLengths({mainMinimum, mainMaximum, otherMinimum, otherMaximum,
+                                         opening.seconds, closing.seconds}) &&
+                         !reversedRange(*this) && areWithin(frequencies, limits::frequency) &&
+                         areWithin(returnTimes, limits::returnSeconds);
     if (!isValid)
         throw FinalCutImportError::invalid(
             "The saved session contains invalid settings. Its stored data has been kept.");

@@ -66,6 +66,17 @@ struct EditSettings {
     bool operator==(const EditSettings&) const = default;
 };
 
+/// A shot length range with its minimum above its maximum, seconds.
+struct ReversedRange {
+    bool isMain; // of the main camera, or of the others
+    double minimum;
+    double maximum;
+};
+
+/// The first such range. The controls of the panel keep their order; settings that arrive whole may
+/// hold anything.
+std::optional<ReversedRange> reversedRange(const EditSettings& settings);
+
 /// Each sets one end of a shot length range, seconds, and moves the other where it would be passed.
 void setMinimum(double& minimum, double& maximum, double seconds);
 void setMaximum(double& minimum, double& maximum, double seconds);

@@ -2,6 +2,7 @@
 
 #include "engine/AngleNames.h"
 #include "engine/FinalCutImportError.h"
+#include "engine/SettingLimits.h"
 #include "platform/RecordCoding.h"
 
 #include <algorithm>
@@ -49,24 +50,20 @@ void visitFields(Record& preset, Visit visit) {
 
 namespace {
 
-bool isWithin(double value, double lower, double upper) {
-    return value >= lower && value <= upper;
-}
-
 bool isNamed(std::string_view name) {
     return !normalizedName(name).empty();
 }
 
 bool isValid(const PresetReturnTime& row) {
-    return isNamed(row.angleName) && isWithin(row.seconds, 0, 600);
+    return isNamed(row.angleName) && limits::returnSeconds.contains(row.seconds);
 }
 
 bool isValid(const PresetFrequency& row) {
-    return isNamed(row.angleName) && isWithin(row.weight, 1, 10);
+    return isNamed(row.angleName) && limits::frequency.contains(row.weight);
 }
 
 bool isValid(const PresetBookend& bookend) {
-    return isNamed(bookend.angleName) && isWithin(bookend.seconds, 1, 120);
+    return isNamed(bookend.angleName) && limits::shotSeconds.contains(bookend.seconds);
 }
 
 template <class Row>
@@ -81,7 +78,8 @@ bool isAbsentOrValid(const std::optional<Part>& part) {
 
 bool isAbsentOrOrdered(const std::optional<double>& minimum, const std::optional<double>& maximum) {
     if (!minimum || !maximum) return !minimum && !maximum;
-    return isWithin(*minimum, 1, 120) && isWithin(*maximum, *minimum, 120);
+    return limits::shotSeconds.contains(*minimum) && limits::shotSeconds.contains(*maximum) &&
+           *minimum <= *maximum;
 }
 
 bool isUsable(const EditPreset& preset) {
@@ -90,7 +88,8 @@ bool isUsable(const EditPreset& preset) {
            isAbsentOrValid(preset.closing) &&
            isAbsentOrOrdered(preset.mainMinimum, preset.mainMaximum) &&
            isAbsentOrOrdered(preset.otherMinimum, preset.otherMaximum) &&
-           isWithin(preset.mainShare, 10, 90) && isWithin(preset.averageShot, 4, 20);
+           limits::mainShare.contains(preset.mainShare) &&
+           limits::averageShot.contains(preset.averageShot);
 }
 
 bool areDistinct(const std::vector<EditPreset>& presets) {

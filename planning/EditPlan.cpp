@@ -14,17 +14,12 @@ std::optional<BookendShot> requestedShot(const Bookend& shot) {
     return BookendShot{shot.camera, shot.seconds};
 }
 
-/// The panel keeps its ranges in order; settings that arrive whole may hold anything.
 void requireOrderedRanges(const EditSettings& settings) {
-    const auto require = [](const char* cameras, double minimum, double maximum) {
-        if (minimum > maximum)
-            throw FinalCutImportError::invalid(
-                fmt::format("The minimum shot length of the {} is above its maximum. Set the "
-                            "minimum or the maximum again.",
-                            cameras));
-    };
-    require("main camera", settings.mainMinimum, settings.mainMaximum);
-    require("other cameras", settings.otherMinimum, settings.otherMaximum);
+    if (const auto reversed = reversedRange(settings))
+        throw FinalCutImportError::invalid(
+            fmt::format("The minimum shot length of the {} is above its maximum. Set the minimum "
+                        "or the maximum again.",
+                        reversed->isMain ? "main camera" : "other cameras"));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
+#include "engine/SettingLimits.h"
 #include "engine/TimeValues.h"
 
 #include <fmt/format.h>
@@ -16,12 +17,10 @@ namespace {
     throw FinalCutImportError::invalid(sentence);
 }
 
+constexpr Limits mainFraction{limits::mainShare.least / 100, limits::mainShare.most / 100};
+
 constexpr const char* chooseCameras =
     "Choose a main camera and at least one additional video angle.";
-
-bool isWithin(double value, double lower, double upper) {
-    return value >= lower && value <= upper;
-}
 
 void checkBookendFootage(const Coverage& footage, const FrameRange& shot, const char* which) {
     if (!rangeContaining(footage, shot))
@@ -33,7 +32,8 @@ void checkBookendFootage(const Coverage& footage, const FrameRange& shot, const 
 void checkShotRange(const std::optional<SecondsRange>& range) {
     // Each bound within both limits, so that a reversed range of any size ends here or holds no
     // frame.
-    if (range && !(isWithin(range->lower, 1, 120) && isWithin(range->upper, 1, 120)))
+    if (range &&
+        !(limits::shotSeconds.contains(range->lower) && limits::shotSeconds.contains(range->upper)))
         refuse("Shot lengths must be between 1 and 120 seconds.");
 }
 
@@ -54,7 +54,7 @@ void CutEngine::checkAudioCoverage(std::string_view audio) const {
 
 std::int64_t CutEngine::bookendFrames(const std::optional<BookendShot>& shot) const {
     if (!shot) return 0;
-    if (!isWithin(shot->seconds, 1, 120))
+    if (!limits::shotSeconds.contains(shot->seconds))
         refuse("Opening and closing lengths must be between 1 and 120 seconds.");
     const double frames = framesForSeconds(shot->seconds, frameNumerator, frameDenominator);
     return std::max<std::int64_t>(std::llround(frames), 1);
@@ -84,7 +84,7 @@ CutEngine::validateSections(std::vector<FixedCameraSection> sections, std::int64
 
 void CutEngine::checkInputs(const GenerationInputs& inputs) const {
     for (const auto& [angle, seconds] : inputs.returnTimes) {
-        if (!isWithin(seconds, 0, 600))
+        if (!limits::returnSeconds.contains(seconds))
             refuse("Minimum return times must be between 0 and 600 seconds.");
     }
 
@@ -95,11 +95,13 @@ void CutEngine::checkInputs(const GenerationInputs& inputs) const {
     if (inputs.otherCameras.empty() || selected.size() != inputs.otherCameras.size() + 1 ||
         !haveFootage)
         refuse(chooseCameras);
-    if (!isWithin(inputs.mainShare, 0.1, 0.9) || !isWithin(inputs.averageShot, 4, 20))
+    if (!mainFraction.contains(inputs.mainShare) ||
+        !limits::averageShot.contains(inputs.averageShot))
         refuse(chooseCameras);
 
     for (const auto& [angle, weight] : inputs.frequencies) {
-        if (!isWithin(weight, 1, 10)) refuse("Camera frequency must be between 1 and 10.");
+        if (!limits::frequency.contains(weight))
+            refuse("Camera frequency must be between 1 and 10.");
     }
     checkShotRange(inputs.mainRange);
     checkShotRange(inputs.otherRange);

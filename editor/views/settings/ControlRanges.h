@@ -1,14 +1,18 @@
 #pragma once
 
+#include "engine/SettingLimits.h"
 #include "widgets/Controls.h"
 
 namespace shotweaver {
 
-/// What the controls of the settings step through.
+/// The permitted settings in the steps of their controls.
+constexpr ControlRange inSteps(const Limits& limits, double step) {
+    return {limits.least, limits.most, step};
+}
 
-inline constexpr ControlRange waitRange{0, 600, 10}; // seconds
-inline constexpr ControlRange frequencyRange{1, 10, 1};
-inline constexpr ControlRange shareRange{10, 90, 5};      // percent
-inline constexpr ControlRange shotLengthRange{1, 120, 1}; // seconds
+inline constexpr ControlRange waitRange = inSteps(limits::returnSeconds, 10);
+inline constexpr ControlRange frequencyRange = inSteps(limits::frequency, 1);
+inline constexpr ControlRange shareRange = inSteps(limits::mainShare, 5);
+inline constexpr ControlRange shotLengthRange = inSteps(limits::shotSeconds, 1);
 
 } // namespace shotweaver
