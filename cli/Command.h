@@ -1,10 +1,28 @@
 #pragma once
 
+#include "host/Workspace.h"
+#include "platform/ByteSource.h"
+#include "platform/Environment.h"
+#include "platform/FileCalls.h"
+
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
 
+namespace CLI {
+class App;
+}
+
 namespace shotweaver {
+
+/// What a verb works with.
+struct CommandContext {
+    ByteSource& in;                 // the standard input
+    const Environment& environment; // tells where presets are
+    FileCalls& files;
+    Workspace& workspace; // opens an export
+};
 
 /// What a command has to say once it has run.
 struct CommandResult {
@@ -14,6 +32,14 @@ struct CommandResult {
                         // or on standard error beside JSON
     bool isJson = false;
     std::optional<std::string> failure; // ends the run with exit status 1
+};
+
+/// A verb of the command line. Each has a source of its own, whose one function adds the verb's
+/// grammar to the program's.
+struct Verb {
+    CLI::App* grammar = nullptr; // owned by the program's
+    std::string arguments;       // as the usage line has them
+    std::function<CommandResult(const CommandContext&)> run;
 };
 
 /// Wrong usage: exit status 2 with this line and the usage text.

@@ -1,67 +1,99 @@
 #include "cli/InspectCommand.h"
 
+#include "cli/Grammar.h"
 #include "cli/ProjectSource.h"
 #include "cli/TextTable.h"
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
-#include "platform/JsonReader.h"
 #include "platform/NumberText.h"
+#include "platform/RecordCoding.h"
 #include "platform/Text.h"
 
 #include <fmt/format.h>
 
+#include <memory>
 #include <optional>
 
 namespace shotweaver {
 
+/// A number as it is reported: null when it is not finite.
+struct Reported {
+    double value;
+};
+
+static void encode(std::string& json, Reported number) {
+    json += jsonNumber(number.value);
+}
+
+static void encode(std::string& json, const FrameRange& range) {
+    json += fmt::format("[{},{}]", range.lowerBound, range.upperBound);
+}
+
+template <class Visit>
+void visitFields(const ImportedAngle& angle, Visit visit) {
+    visit("id", angle.id);
+    visit("name", angle.name);
+    visit("cameras", angle.cameras);
+    visit("clipCount", angle.clipCount);
+    visit("gapCount", angle.gapCount);
+    if (angle.firstRecording) visit("firstRecording", Reported{*angle.firstRecording});
+}
+
+template <class Visit>
+void visitFields(const ImportedProject& project, Visit visit) {
+    visit("name", project.name);
+    visit("version", project.version);
+    visit("duration", Reported{project.duration});
+    visit("framesPerSecond", Reported{project.framesPerSecond});
+    visit("audioAngles", project.audioAngles);
+    visit("missingLocations", project.missingLocations);
+    visit("angles", project.angles);
+}
+
+template <class Visit>
+void visitFields(const CutEngine& engine, Visit visit) {
+    visit("frameNumerator", engine.frameNumerator);
+    visit("frameDenominator", engine.frameDenominator);
+    visit("length", engine.length);
+    visit("sourceStart", engine.sourceStart);
+    visit("timelineStart", engine.timelineStart);
+    visit("audioID", engine.audioID);
+    visit("coverage", engine.coverage);
+    visit("audioCoverage", engine.audioCoverage);
+}
+
+/// All that is known of a project; without an engine, why it was refused.
+struct Report {
+    const ImportedProject& project;
+    const CutEngine* engine;
+    const std::optional<std::string>& refusal;
+};
+
+template <class Visit>
+void visitFields(const Report& report, Visit visit) {
+    visit("project", report.project);
+    if (report.engine) visit("engine", *report.engine);
+    visit("refusal", report.refusal);
+}
+
 namespace {
 
+struct InspectOptions {
+    std::string project;
+    bool json = false;
+};
+
+constexpr const char* footer =
+    R"(
+Each angle is a row: its identifier (which every flag of generate takes), its name and
+cameras, and where it has picture and sound: "█" throughout, "▒" partly, "·" not at all.
+Warnings tell what would stop an export later.
+
+Examples:
+  shotweaver inspect "Sunday.fcpxml"
+  shotweaver inspect "Sunday.fcpxmld" --json)";
+
 constexpr std::size_t barCharacters = 30;
-
-OrderedJson angleJson(const ImportedAngle& angle) {
-    OrderedJson json{{"id", angle.id},
-                     {"name", angle.name},
-                     {"cameras", angle.cameras},
-                     {"clipCount", angle.clipCount},
-                     {"gapCount", angle.gapCount}};
-    if (angle.firstRecording) json["firstRecording"] = *angle.firstRecording;
-    return json;
-}
-
-OrderedJson projectJson(const ImportedProject& project) {
-    OrderedJson angles = OrderedJson::array();
-    for (const ImportedAngle& angle : project.angles)
-        angles.push_back(angleJson(angle));
-    return {{"name", project.name},
-            {"version", project.version},
-            {"duration", project.duration},
-            {"framesPerSecond", project.framesPerSecond},
-            {"audioAngles", project.audioAngles},
-            {"missingLocations", project.missingLocations},
-            {"angles", std::move(angles)}};
-}
-
-OrderedJson coverageJson(const CoverageMap& coverage) {
-    OrderedJson::object_t json;
-    for (const auto& [angle, ranges] : coverage) {
-        OrderedJson pairs = OrderedJson::array();
-        for (const FrameRange& range : ranges)
-            pairs.push_back({range.lowerBound, range.upperBound});
-        json.OrderedJson::object_t::Container::emplace_back(angle, std::move(pairs));
-    }
-    return json;
-}
-
-OrderedJson engineJson(const CutEngine& engine) {
-    return {{"frameNumerator", engine.frameNumerator},
-            {"frameDenominator", engine.frameDenominator},
-            {"length", engine.length},
-            {"sourceStart", engine.sourceStart},
-            {"timelineStart", engine.timelineStart},
-            {"audioID", engine.audioID},
-            {"coverage", coverageJson(engine.coverage)},
-            {"audioCoverage", coverageJson(engine.audioCoverage)}};
-}
 
 std::string projectLine(const ImportedProject& project) {
     return oneLine(fmt::format("{} · {} seconds · {} fps · FCPXML {} · Audio: {}", project.name,
@@ -111,31 +143,40 @@ std::string plainText(const ImportedProject& project, const CutEngine* engine) {
     return text;
 }
 
-} // namespace
-
-CommandResult runInspect(const InspectOptions& options, ByteSource& in) {
-    ProjectImport import = importProjectArgument(options.project, in);
-    const ImportedProject project = import.summary;
+CommandResult run(const InspectOptions& options, const CommandContext& context) {
+    ProjectImport intake = importProjectArgument(options.project, context);
+    const ImportedProject project = intake.summary;
 
     CommandResult result;
     std::optional<CutEngine> engine;
     try {
-        engine.emplace(std::move(import));
+        engine.emplace(std::move(intake));
         for (const std::string& obstacle : engine->exportObstacles())
             result.notes += fmt::format("warning: {}\n", oneLine(obstacle));
     } catch (const FinalCutImportError& error) {
         result.failure = error.what();
     }
 
-    if (!options.json) {
-        result.output = plainText(project, engine ? &*engine : nullptr);
-        return result;
+    const CutEngine* const accepted = engine ? &*engine : nullptr;
+    if (options.json) {
+        shotweaver::encode(result.output, Report{project, accepted, result.failure});
+        result.output += '\n';
+    } else {
+        result.output = plainText(project, accepted);
     }
-    OrderedJson json{{"project", projectJson(project)}};
-    if (engine) json["engine"] = engineJson(*engine);
-    if (result.failure) json["refusal"] = *result.failure;
-    result.output = json.dump() + "\n";
     return result;
+}
+
+} // namespace
+
+Verb addInspect(CLI::App& program) {
+    const auto options = std::make_shared<InspectOptions>();
+    CLI::App& verb = *program.add_subcommand("inspect", "Show what a project holds");
+    addProject(verb, options->project);
+    verb.add_flag("--json", options->json, "Print one JSON object");
+    verb.footer(footer);
+    return {&verb, "PROJECT [OPTIONS]",
+            [options](const CommandContext& context) { return run(*options, context); }};
 }
 
 } // namespace shotweaver

@@ -1,28 +1,39 @@
 #include "cli/PresetsCommand.h"
 
+#include "cli/Grammar.h"
 #include "cli/TextTable.h"
 #include "engine/AngleNames.h"
-#include "platform/FileCalls.h"
 #include "platform/StateFolders.h"
 #include "platform/UserDefaults.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <memory>
 
 namespace shotweaver {
 
 namespace {
 
-std::string presetData(const Environment& environment) {
-    return UserDefaults(systemFileCalls(), stateFolders(environment).userDefaults)
-        .data(presetsEntry);
+struct PresetsOptions {
+    bool json = false;
+};
+
+constexpr const char* footer =
+    R"(
+One name a line. "generate --preset NAME" applies one; letters of either case will do.
+
+Examples:
+  shotweaver presets
+  shotweaver generate "Sunday.fcpxml" --preset "Sunday sermon" --output out)";
+
+std::string presetData(const CommandContext& context) {
+    const StateFolders folders = stateFolders(context.environment);
+    return UserDefaults(context.files, folders.userDefaults).data(presetsEntry);
 }
 
-} // namespace
-
-CommandResult runPresets(const PresetsOptions& options, const Environment& environment) {
-    const std::string data = presetData(environment);
+CommandResult run(const PresetsOptions& options, const CommandContext& context) {
+    const std::string data = presetData(context);
     const std::vector<EditPreset> presets = loadPresets(data);
     CommandResult result;
     result.isJson = options.json;
@@ -35,8 +46,19 @@ CommandResult runPresets(const PresetsOptions& options, const Environment& envir
     return result;
 }
 
-EditPreset presetNamed(const std::string& name, const Environment& environment) {
-    const std::vector<EditPreset> presets = loadPresets(presetData(environment));
+} // namespace
+
+Verb addPresets(CLI::App& program) {
+    const auto options = std::make_shared<PresetsOptions>();
+    CLI::App& verb = *program.add_subcommand("presets", "List the presets saved in the panel");
+    verb.add_flag("--json", options->json, "Print the stored JSON array");
+    verb.footer(footer);
+    return {&verb, "[--json]",
+            [options](const CommandContext& context) { return run(*options, context); }};
+}
+
+EditPreset presetNamed(const std::string& name, const CommandContext& context) {
+    const std::vector<EditPreset> presets = loadPresets(presetData(context));
     const std::string wanted = normalizedName(name);
     const auto found = std::find_if(presets.begin(), presets.end(), [&](const EditPreset& preset) {
         return normalizedName(preset.name) == wanted;

@@ -2,21 +2,14 @@
 
 #include "cli/Command.h"
 #include "persistence/EditPreset.h"
-#include "platform/Environment.h"
-
-#include <string>
 
 namespace shotweaver {
 
-struct PresetsOptions {
-    bool json = false;
-};
-
-/// Lists the presets that the panel has saved.
-CommandResult runPresets(const PresetsOptions& options, const Environment& environment);
+/// "presets": lists the presets that the panel has saved.
+Verb addPresets(CLI::App& program);
 
 /// The saved preset with that name once both are normalised. Throws `UsageError` when there is
 /// none, and what reading the presets throws.
-EditPreset presetNamed(const std::string& name, const Environment& environment);
+EditPreset presetNamed(const std::string& name, const CommandContext& context);
 
 } // namespace shotweaver

@@ -4,9 +4,9 @@
 
 namespace shotweaver {
 
-ProjectImport importProjectArgument(const std::string& project, ByteSource& in) {
-    return project == standardInput ? readProject(in)
-                                    : readProject(*openProjectFile(systemFileCalls(), project));
+ProjectImport importProjectArgument(const std::string& project, const CommandContext& context) {
+    return project == standardInput ? readProject(context.in)
+                                    : readProject(*openProjectFile(context.files, project));
 }
 
 } // namespace shotweaver

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "cli/Command.h"
 #include "engine/import/ProjectImport.h"
-#include "platform/ByteSource.h"
 
 #include <string>
 
@@ -10,8 +10,8 @@ namespace shotweaver {
 /// What a PROJECT or REVISION argument of "-" stands for.
 inline constexpr const char* standardInput = "-";
 
-/// Imports a PROJECT argument: a file, a bundle, or "-" for `in`. Throws `FinalCutImportError` or
-/// `PlatformError`.
-ProjectImport importProjectArgument(const std::string& project, ByteSource& in);
+/// Imports a PROJECT argument: a file, a bundle, or "-" for the standard input. Throws
+/// `FinalCutImportError` or `PlatformError`.
+ProjectImport importProjectArgument(const std::string& project, const CommandContext& context);
 
 } // namespace shotweaver

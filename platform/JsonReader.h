@@ -15,9 +15,6 @@ namespace shotweaver {
 /// A document that was read.
 using Json = nlohmann::json;
 
-/// A document to write: its keys stay in the order in which they were added.
-using OrderedJson = nlohmann::ordered_json;
-
 /// Parses JSON strictly: one value, well-formed UTF-8, finite numbers, no key twice in an object,
 /// no more than 64 levels. Throws `PlatformError` with a sentence that says where.
 Json parseJson(std::string_view text);

@@ -25,6 +25,10 @@ void closeList(std::string& json, char bracket) {
         json += bracket;
 }
 
+std::string jsonNumber(double value) {
+    return Json(value).dump();
+}
+
 void encode(std::string& json, double value) {
     if (!std::isfinite(value)) throw PlatformError("A number that is not finite cannot be stored.");
     json += shortestDecimal(value);

@@ -62,6 +62,9 @@ void decode(const JsonReader& json, std::vector<Value>& value);
 template <class Record>
 void decode(const JsonReader& json, Record& record);
 
+/// A number as JSON, for what is only reported: null when it is not finite.
+std::string jsonNumber(double value);
+
 /// Ends a list whose entries were each followed by a comma.
 void closeList(std::string& json, char bracket);
 

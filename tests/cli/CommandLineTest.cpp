@@ -3,6 +3,7 @@
 #include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"
 #include "planning/ProjectDefaults.h"
+#include "platform/StateFolders.h"
 #include "platform/UserDefaults.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/TestFolder.h"
