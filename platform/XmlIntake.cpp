@@ -17,7 +17,6 @@
 #include <new>
 #include <set>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace shotweaver {
@@ -28,7 +27,6 @@ namespace {
 #if XML_MAJOR_VERSION > 2 || (XML_MAJOR_VERSION == 2 && XML_MINOR_VERSION >= 9)
 constexpr auto currentLine = XML_GetCurrentLineNumber64;
 constexpr auto currentColumn = XML_GetCurrentColumnNumber64;
-constexpr auto currentByteIndex = XML_GetCurrentByteIndex64;
 constexpr auto currentByteCount = XML_GetCurrentByteCount64;
 constexpr auto currentInput = XML_GetInputContext64;
 using InputOffset = std::int64_t;
@@ -36,7 +34,6 @@ using InputSize = std::uint64_t;
 #else
 constexpr auto currentLine = XML_GetCurrentLineNumber;
 constexpr auto currentColumn = XML_GetCurrentColumnNumber;
-constexpr auto currentByteIndex = XML_GetCurrentByteIndex;
 constexpr auto currentByteCount = XML_GetCurrentByteCount;
 constexpr auto currentInput = XML_GetInputContext;
 using InputOffset = int;
@@ -53,11 +50,6 @@ constexpr unsigned long long amplificationThreshold = 1U << 20U;
 constexpr const char* utf16BE = "UTF-16BE";
 constexpr const char* utf16LE = "UTF-16LE";
 constexpr const char* latin1 = "ISO-8859-1";
-
-constexpr std::size_t attributeOverhead = 32;
-
-// Declared attributes of all tags that are read: less than a second.
-constexpr std::size_t maximumDeclaredWork = 200'000'000;
 
 bool isWhiteSpace(const std::string& text) {
     return std::strspn(text.c_str(), " \t\r\n") == text.size();
@@ -125,16 +117,12 @@ class XmlIntake {
 
     InputContext inputContext() const;
     std::string currentMarkup() const;
-    std::string nextLiteral() const;
     std::string inUTF8(std::string_view raw) const;
     bool isUTF16() const { return encoding_ == utf16BE || encoding_ == utf16LE; }
     void declareEntity(const char* name, std::string_view value);
     void requireExplained(std::string_view entity);
     void refuseOutsideReferences(std::string_view markup);
     [[noreturn]] static void refuseOutside(std::string_view what);
-    [[noreturn]] static void refuseDocumentType();
-    void countDefaults(const char** attributes);
-    void countDeclared(const char* element);
 
     /// Runs a handler's body. Nothing may be thrown through the parser, which is C: an exception is
     /// kept, ends the parse and is thrown again by `parse`.
@@ -157,15 +145,12 @@ class XmlIntake {
     std::string space_;
     std::string text_;
     bool inDoctype_ = false;
-    std::unordered_map<std::string, std::size_t> declared_; // attributes, by element
-    std::size_t declaredWork_ = 0;
     // Declarations may stand outside of the document, so the parser no longer reports an
     // undeclared entity in an attribute: it drops it.
     bool mayMissDeclarations_ = false;
     // The entities declared here, each with those that its value refers to.
     std::map<std::string, std::vector<std::string>, std::less<>> entities_;
     std::set<std::string, std::less<>> explained_{"amp", "lt", "gt", "quot", "apos"};
-    std::size_t defaultBytes_ = 0;
     const char* encoding_ = nullptr; // of the document; null for those that UTF-8 includes
     std::string head_;               // the first two bytes
     std::exception_ptr failure_;
@@ -233,15 +218,15 @@ void XmlIntake::setEntityHandlers() {
                 intake.declareEntity(name, {value, static_cast<std::size_t>(length)});
         });
     });
-    // A default is expanded where it is declared, with the entities that are known there.
-    XML_SetAttlistDeclHandler(parser_.get(), [](void* self, const char* element, const char*,
-                                                const char*, const char* value, int) {
-        guarded(self, [&](XmlIntake& intake) {
-            ++intake.declared_[element];
-            if (intake.mayMissDeclarations_ && value != nullptr)
-                intake.refuseOutsideReferences(intake.nextLiteral());
+    // The parser bounds neither what default values add nor the time that each tag takes when its
+    // element has many declared attributes.
+    XML_SetAttlistDeclHandler(
+        parser_.get(), [](void* self, const char*, const char*, const char*, const char*, int) {
+            guarded(self, [](XmlIntake&) {
+                throw PlatformError("The XML's document type declares attributes. Export XML again "
+                                    "from Final Cut.");
+            });
         });
-    });
     XML_SetSkippedEntityHandler(parser_.get(), [](void* self, const char* name, int isParameter) {
         guarded(self, [&](XmlIntake&) {
             if (isParameter == 0) refuseOutside(fmt::format("&{};", name));
@@ -301,8 +286,6 @@ void XmlIntake::startElement(const char* name, const char** attributes) {
         throw PlatformError(
             fmt::format("The XML is nested more than {} levels deep.", maximumXmlDepth));
     if (mayMissDeclarations_ && attributes[0] != nullptr) refuseOutsideReferences(currentMarkup());
-    countDefaults(attributes);
-    countDeclared(name);
 
     pugi::xml_node node = append(pugi::node_element);
     node.set_name(name);
@@ -385,19 +368,6 @@ std::string XmlIntake::currentMarkup() const {
     return inUTF8(context.bytes.substr(context.event, context.eventLength));
 }
 
-/// The quoted text right behind what the parser is reporting: a default, when an attribute's
-/// declaration is reported.
-std::string XmlIntake::nextLiteral() const {
-    const InputContext context = inputContext();
-    const std::string_view rest = context.bytes.substr(context.event + context.eventLength);
-    const std::size_t unit = isUTF16() ? 2 : 1;
-    const auto character = [&](std::size_t at) { return rest.substr(at, unit); };
-    std::size_t end = unit;
-    while (end < rest.size() && character(end) != character(0))
-        end += unit;
-    return inUTF8(rest.substr(0, end));
-}
-
 XmlIntake::InputContext XmlIntake::inputContext() const {
     InputOffset event = 0;
     InputSize size = 0;
@@ -446,31 +416,6 @@ void XmlIntake::refuseOutside(std::string_view what) {
     throw PlatformError(fmt::format("The XML refers to “{}”, which lies outside of it. Export XML "
                                     "again from Final Cut.",
                                     firstCharacters(what, shownCharacters)));
-}
-
-/// Values that declarations give to attributes are in no element's markup, and the parser does not
-/// count them as an expansion.
-void XmlIntake::countDefaults(const char** attributes) {
-    const int specified = XML_GetSpecifiedAttributeCount(parser_.get());
-    for (const char** each = attributes + specified; *each != nullptr; ++each)
-        defaultBytes_ += std::strlen(*each) + attributeOverhead;
-    const auto read = static_cast<double>(currentByteIndex(parser_.get()));
-    if (defaultBytes_ > amplificationThreshold &&
-        static_cast<double>(defaultBytes_) > read * static_cast<double>(maximumAmplification))
-        refuseDocumentType();
-}
-
-/// The parser goes over all the attributes that are declared for an element at each of its tags.
-void XmlIntake::countDeclared(const char* element) {
-    if (declared_.empty()) return;
-    const auto found = declared_.find(element);
-    if (found == declared_.end()) return;
-    declaredWork_ += found->second;
-    if (declaredWork_ > maximumDeclaredWork) refuseDocumentType();
-}
-
-void XmlIntake::refuseDocumentType() {
-    throw PlatformError("The XML's document type adds far more to it than it holds itself.");
 }
 
 } // namespace

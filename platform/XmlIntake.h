@@ -24,8 +24,8 @@ inline constexpr int maximumXmlDepth = 1000;
 ///
 /// Nothing outside of the bytes is ever read. Throws `PlatformError` when the document is not
 /// well-formed (with the parser's reason, line and column), when it refers to something that only
-/// an outside document could declare, when its entities expand to far more than the document
-/// itself, and when it is nested deeper than `maximumXmlDepth`.
+/// an outside document could declare, when it declares attributes, when its entities expand to far
+/// more than the document itself, and when it is nested deeper than `maximumXmlDepth`.
 XmlDocument parseXml(ByteSource& source);
 XmlDocument parseXml(std::string_view bytes);
 
