@@ -9,13 +9,10 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <exception>
-#include <map>
 #include <memory>
 #include <new>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -27,17 +24,9 @@ namespace {
 #if XML_MAJOR_VERSION > 2 || (XML_MAJOR_VERSION == 2 && XML_MINOR_VERSION >= 9)
 constexpr auto currentLine = XML_GetCurrentLineNumber64;
 constexpr auto currentColumn = XML_GetCurrentColumnNumber64;
-constexpr auto currentByteCount = XML_GetCurrentByteCount64;
-constexpr auto currentInput = XML_GetInputContext64;
-using InputOffset = std::int64_t;
-using InputSize = std::uint64_t;
 #else
 constexpr auto currentLine = XML_GetCurrentLineNumber;
 constexpr auto currentColumn = XML_GetCurrentColumnNumber;
-constexpr auto currentByteCount = XML_GetCurrentByteCount;
-constexpr auto currentInput = XML_GetInputContext;
-using InputOffset = int;
-using InputSize = int;
 #endif
 
 constexpr int blockSize = 1 << 18;
@@ -46,28 +35,17 @@ constexpr int blockSize = 1 << 18;
 // the document's own size. Exports hold none at all.
 constexpr float maximumAmplification = 4;
 constexpr unsigned long long amplificationThreshold = 1U << 20U;
-// ICU's names.
-constexpr const char* utf16BE = "UTF-16BE";
-constexpr const char* utf16LE = "UTF-16LE";
-constexpr const char* latin1 = "ISO-8859-1";
 
 bool isWhiteSpace(const std::string& text) {
     return std::strspn(text.c_str(), " \t\r\n") == text.size();
 }
 
-/// The names in the general entity references of markup in UTF-8.
-///     given  "<a b='&x; &#38;' c='&y;'>"     gives  "x", "y"
-std::vector<std::string_view> referencedEntities(std::string_view markup) {
-    std::vector<std::string_view> names;
-    std::size_t at = markup.find('&');
-    while (at != std::string_view::npos) {
-        const std::size_t end = markup.find_first_of(";&'\"<> \t\r\n", at + 1);
-        if (end == std::string_view::npos) break;
-        if (markup[end] == ';' && markup[at + 1] != '#')
-            names.push_back(markup.substr(at + 1, end - at - 1));
-        at = markup.find('&', end);
-    }
-    return names;
+/// True for a reference to a character and to one of the five entities of XML itself.
+bool needsNoDeclaration(std::string_view reference) {
+    static constexpr std::array<std::string_view, 5> entities{"&amp;", "&lt;", "&gt;", "&quot;",
+                                                              "&apos;"};
+    return reference.starts_with("&#") ||
+           std::find(entities.begin(), entities.end(), reference) != entities.end();
 }
 
 /// Builds the tree from the parser's events.
@@ -93,7 +71,6 @@ class XmlIntake {
 
     void setHandlers();
     void setEntityHandlers();
-    void findEncoding(std::string_view block);
     [[noreturn]] void failParsing();
 
     void startElement(const char* name, const char** attributes);
@@ -108,20 +85,7 @@ class XmlIntake {
     pugi::xml_node append(pugi::xml_node_type type);
     pugi::xml_node parent() { return open_.empty() ? *document_ : open_.back().node; }
 
-    /// The part of the document around what the parser is reporting.
-    struct InputContext {
-        std::string_view bytes;
-        std::size_t event = 0; // where it starts in `bytes`
-        std::size_t eventLength = 0;
-    };
-
-    InputContext inputContext() const;
-    std::string currentMarkup() const;
-    std::string inUTF8(std::string_view raw) const;
-    bool isUTF16() const { return encoding_ == utf16BE || encoding_ == utf16LE; }
-    void declareEntity(const char* name, std::string_view value);
-    void requireExplained(std::string_view entity);
-    void refuseOutsideReferences(std::string_view markup);
+    void refuseReferencesInTag();
     [[noreturn]] static void refuseOutside(std::string_view what);
 
     /// Runs a handler's body. Nothing may be thrown through the parser, which is C: an exception is
@@ -145,14 +109,10 @@ class XmlIntake {
     std::string space_;
     std::string text_;
     bool inDoctype_ = false;
-    // Declarations may stand outside of the document, so the parser no longer reports an
-    // undeclared entity in an attribute: it drops it.
+    // Declarations may lie outside of the document. The parser then drops a reference in an
+    // attribute that nothing here declares, and does not report it.
     bool mayMissDeclarations_ = false;
-    // The entities declared here, each with those that its value refers to.
-    std::map<std::string, std::vector<std::string>, std::less<>> entities_;
-    std::set<std::string, std::less<>> explained_{"amp", "lt", "gt", "quot", "apos"};
-    const char* encoding_ = nullptr; // of the document; null for those that UTF-8 includes
-    std::string head_;               // the first two bytes
+    std::string tag_; // as it stands in the document
     std::exception_ptr failure_;
 };
 
@@ -196,27 +156,12 @@ void XmlIntake::setHandlers() {
             guarded(self, [](XmlIntake& intake) { intake.inDoctype_ = true; });
         },
         [](void* self) { guarded(self, [](XmlIntake& intake) { intake.inDoctype_ = false; }); });
-    XML_SetXmlDeclHandler(parser_.get(), [](void* self, const char*, const char* encoding, int) {
-        guarded(self, [&](XmlIntake& intake) {
-            if (intake.encoding_ == nullptr && encoding != nullptr &&
-                lowercased(encoding) == "iso-8859-1")
-                intake.encoding_ = latin1;
-        });
-    });
 }
 
 void XmlIntake::setEntityHandlers() {
     XML_SetNotStandaloneHandler(parser_.get(), [](void* self) {
         static_cast<XmlIntake*>(self)->mayMissDeclarations_ = true;
         return static_cast<int>(XML_STATUS_OK);
-    });
-    XML_SetEntityDeclHandler(parser_.get(), [](void* self, const char* name, int isParameter,
-                                               const char* value, int length, const char*,
-                                               const char*, const char*, const char*) {
-        guarded(self, [&](XmlIntake& intake) {
-            if (isParameter == 0 && value != nullptr)
-                intake.declareEntity(name, {value, static_cast<std::size_t>(length)});
-        });
     });
     // The parser bounds neither what default values add nor the time that each tag takes when its
     // element has many declared attributes.
@@ -248,23 +193,12 @@ XmlDocument XmlIntake::parse(ByteSource& source) {
         auto* const block = static_cast<char*>(XML_GetBuffer(parser_.get(), blockSize));
         if (block == nullptr) throw std::bad_alloc();
         count = source.read(block, blockSize);
-        findEncoding({block, count});
         const XML_Status status = XML_ParseBuffer(parser_.get(), static_cast<int>(count),
                                                   count == 0 ? XML_TRUE : XML_FALSE);
         if (failure_) std::rethrow_exception(failure_);
         if (status != XML_STATUS_OK) failParsing();
     } while (count > 0);
     return std::move(document_);
-}
-
-/// UTF-16 is told by its first two bytes: a byte-order mark, or a "<" with its zero byte.
-void XmlIntake::findEncoding(std::string_view block) {
-    constexpr std::size_t headSize = 2;
-    if (head_.size() == headSize) return;
-    head_ += block.substr(0, headSize - head_.size());
-    if (head_.size() < headSize) return;
-    if (head_ == "\xFE\xFF" || head_.starts_with('\0')) encoding_ = utf16BE;
-    if (head_ == "\xFF\xFE" || head_.ends_with('\0')) encoding_ = utf16LE;
 }
 
 void XmlIntake::failParsing() {
@@ -285,7 +219,7 @@ void XmlIntake::startElement(const char* name, const char** attributes) {
     if (open_.size() >= maximumXmlDepth)
         throw PlatformError(
             fmt::format("The XML is nested more than {} levels deep.", maximumXmlDepth));
-    if (mayMissDeclarations_ && attributes[0] != nullptr) refuseOutsideReferences(currentMarkup());
+    if (mayMissDeclarations_ && attributes[0] != nullptr) refuseReferencesInTag();
 
     pugi::xml_node node = append(pugi::node_element);
     node.set_name(name);
@@ -362,53 +296,23 @@ void XmlIntake::processingInstruction(const char* target, const char* data) {
     node.set_value(data);
 }
 
-/// What the parser is reporting, as it stands in the document but in UTF-8.
-std::string XmlIntake::currentMarkup() const {
-    const InputContext context = inputContext();
-    return inUTF8(context.bytes.substr(context.event, context.eventLength));
-}
+/// The parser reports attributes with their references resolved. A default handler gets the tag as
+/// it stands in the document, in UTF-8.
+void XmlIntake::refuseReferencesInTag() {
+    tag_.clear();
+    XML_SetDefaultHandlerExpand(parser_.get(), [](void* self, const char* text, int length) {
+        guarded(self, [&](XmlIntake& intake) {
+            intake.tag_.append(text, static_cast<std::size_t>(length));
+        });
+    });
+    XML_DefaultCurrent(parser_.get());
+    XML_SetDefaultHandlerExpand(parser_.get(), nullptr);
 
-XmlIntake::InputContext XmlIntake::inputContext() const {
-    InputOffset event = 0;
-    InputSize size = 0;
-    const char* const input = currentInput(parser_.get(), &event, &size);
-    if (input == nullptr) return {};
-    const std::string_view bytes(input, static_cast<std::size_t>(size));
-    const auto start = static_cast<std::size_t>(event);
-    const auto length = static_cast<std::size_t>(currentByteCount(parser_.get()));
-    return {bytes, start, std::min(length, bytes.size() - start)};
-}
-
-std::string XmlIntake::inUTF8(std::string_view raw) const {
-    return encoding_ == nullptr ? std::string(raw) : toUTF8(raw, encoding_);
-}
-
-void XmlIntake::declareEntity(const char* name, std::string_view value) {
-    std::vector<std::string> references;
-    for (const std::string_view reference : referencedEntities(value))
-        references.emplace_back(reference);
-    entities_.try_emplace(name, std::move(references));
-}
-
-/// Refuses an entity unless it and all that its value refers to are declared here.
-void XmlIntake::requireExplained(std::string_view entity) {
-    std::vector<std::string_view> open{entity};
-    std::set<std::string_view> seen;
-    while (!open.empty()) {
-        const std::string_view name = open.back();
-        open.pop_back();
-        if (explained_.contains(name) || !seen.insert(name).second) continue;
-        const auto declared = entities_.find(name);
-        if (declared == entities_.end()) refuseOutside(fmt::format("&{};", name));
-        open.insert(open.end(), declared->second.begin(), declared->second.end());
+    const std::string_view tag = tag_;
+    for (std::size_t at = tag.find('&'); at != std::string_view::npos; at = tag.find('&', at + 1)) {
+        const std::string_view reference = tag.substr(at, tag.find(';', at) + 1 - at);
+        if (!needsNoDeclaration(reference)) refuseOutside(reference);
     }
-    // Later declarations add to what is known and change nothing.
-    explained_.insert(seen.begin(), seen.end());
-}
-
-void XmlIntake::refuseOutsideReferences(std::string_view markup) {
-    for (const std::string_view name : referencedEntities(markup))
-        requireExplained(name);
 }
 
 void XmlIntake::refuseOutside(std::string_view what) {

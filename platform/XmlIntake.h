@@ -23,9 +23,10 @@ inline constexpr int maximumXmlDepth = 1000;
 /// other text, unless that element is one of those that hold text (see `holdsText`).
 ///
 /// Nothing outside of the bytes is ever read. Throws `PlatformError` when the document is not
-/// well-formed (with the parser's reason, line and column), when it refers to something that only
-/// an outside document could declare, when it declares attributes, when its entities expand to far
-/// more than the document itself, and when it is nested deeper than `maximumXmlDepth`.
+/// well-formed (with the parser's reason, line and column), when it refers to something that lies
+/// outside of it, when it declares attributes, when its entities expand to far more than the
+/// document itself, and when it is nested deeper than `maximumXmlDepth`. Where an outside document
+/// may declare entities, a tag may refer to characters and to XML's own five entities only.
 XmlDocument parseXml(ByteSource& source);
 XmlDocument parseXml(std::string_view bytes);
 

@@ -59,23 +59,27 @@ TEST(XmlIntake, keepsWhatTheDocumentSays) {
         {"<a>x&amp;y&#233;\r\nz<![CDATA[<&\r\n]]><![CDATA[]]></a>",
          "<a>x&amp;yé\nz<![CDATA[<&\n]]><![CDATA[]]></a>"},
         {"<r>\n <a/>\t<!--c--> <b> \n</b>\r\n</r>", "<r><a/><!--c--><b> \n</b></r>"},
-        {R"(<!DOCTYPE r SYSTEM "?&b;" [<!ENTITY e "v"><!ENTITY f "&e;<b/>">]><r a="&e;">&f;</r>)",
-         R"(<r a="v">v<b/></r>)"},
-        {R"(<!DOCTYPE r SYSTEM "x" [<!--T&T;--><?p &y;?><!ELEMENT r ANY>]><r a="1"/>)",
-         R"(<r a="1"/>)"},
+        {R"(<!DOCTYPE r [<!ENTITY e "v"><!ENTITY f "&e;<b a='&e;'/>">]><r a="&e;">&f;</r>)",
+         R"(<r a="v">v<b a="v"/></r>)"},
+        {R"(<?xml version="1.0" standalone="yes"?><!DOCTYPE r SYSTEM "x" [<!ENTITY e "v">]>)"
+         R"(<r a="&e;"/>)",
+         R"(<r a="v"/>)"},
+        {R"(<!DOCTYPE r SYSTEM "?&b;" [<!--T&T;--><?p &y;?><!ELEMENT r ANY><!ENTITY e "v<b/>">]>)"
+         R"(<r a="&lt;&gt;&amp;&quot;&apos;&#233;&#xE9;">&e;<!--&c;--><![CDATA[&d;]]></r>)",
+         R"(<r a="&lt;>&amp;&quot;'éé">v<b/><!--&c;--><![CDATA[&d;]]></r>)"},
     };
     for (const auto& [xml, tree] : changed)
         EXPECT_EQ(kept(xml), tree);
 }
 
 TEST(XmlIntake, readsFourEncodings) {
-    const std::u16string wide = u"<!DOCTYPE r SYSTEM 'x' [<!ENTITY é 'v'>]><r a='&é;'>ü😀</r>";
+    const std::u16string wide = u"<!DOCTYPE r SYSTEM 'x'><r a='☀é&amp;'>ü😀</r>";
     for (const std::string& xml :
          {"\xFF\xFE" + utf16(wide, 0), "\xFE\xFF" + utf16(wide, 8), utf16(wide, 0),
-          std::string("<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE r SYSTEM 'x' "
-                      "[<!ENTITY \xE9 'v'>]><r a='&\xE9;'>\xFC&#128512;</r>"),
-          std::string("\xEF\xBB\xBF<r a='v'>ü😀</r>")})
-        EXPECT_EQ(kept(xml), "<r a=\"v\">ü😀</r>");
+          std::string("<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE r SYSTEM 'x'>"
+                      "<r a='&#9728;\xE9&amp;'>\xFC&#128512;</r>"),
+          std::string("\xEF\xBB\xBF<!DOCTYPE r SYSTEM 'x'><r a='☀é&amp;'>ü😀</r>")})
+        EXPECT_EQ(kept(xml), "<r a=\"☀é&amp;\">ü😀</r>");
 }
 
 TEST(XmlIntake, refusesWhatIsNotWellFormed) {
@@ -91,15 +95,23 @@ TEST(XmlIntake, refusesWhatIsNotWellFormed) {
         EXPECT_EQ(kept(xml), fmt::format("The XML could not be read: {}.", reason)) << xml;
 }
 
-TEST(XmlIntake, aReferenceThatOnlyAnotherDocumentExplainsIsNeverLost) {
+TEST(XmlIntake, aReferenceThatMayLieOutsideIsNeverLost) {
+    const std::string system = R"(<!DOCTYPE r SYSTEM "x")";
+    const std::u16string wide =
+        u"<!DOCTYPE r SYSTEM 'x'><r a='" + std::u16string(2000, ' ') + u"&é;'/>";
     const std::string cases[] = {
-        R"(<!DOCTYPE r SYSTEM "x"><r>&gone;</r>)",
-        R"(<!DOCTYPE r SYSTEM "x"><r a="1 &lt; )" + std::string(600'000, ' ') + R"(&gone;"/>)",
-        R"(<!DOCTYPE r SYSTEM "x" [<!ENTITY e "v&#38;gone;">]><r a="&e;"/>)",
-        R"(<!DOCTYPE r [<!ENTITY % p SYSTEM "x"> %p;]><r a="&gone;"/>)"};
+        system + "><r>&é;</r>",
+        system + R"( [<!ENTITY e "v&#38;é;">]><r>&e;</r>)",
+        system + R"( [<!ENTITY é "v">]><r a="&é;"/>)",
+        system + R"( [<!ENTITY e "<b a='&é;'/>">]><r>&e;</r>)",
+        system + R"(><r a="1 &lt; )" + std::string(600'000, ' ') + R"(&é;"/>)",
+        R"(<!DOCTYPE r [<!ENTITY % p SYSTEM "x"> %p;]><r a="&é;"/>)",
+        "<?xml version='1.0' encoding='ISO-8859-1'?><!DOCTYPE r SYSTEM 'x'><r a='&\xE9;'/>",
+        utf16(wide, 0),
+        utf16(wide, 8)};
     for (const std::string& xml : cases)
-        EXPECT_EQ(kept(xml), "The XML refers to “&gone;”, which lies outside of it. Export XML "
-                             "again from Final Cut.");
+        EXPECT_EQ(kept(xml), "The XML refers to “&é;”, which lies outside of it. Export XML again "
+                             "from Final Cut.");
     EXPECT_EQ(kept("<!DOCTYPE r [<!ENTITY x SYSTEM 'u'><!ENTITY e '&x;'>]><r>&e;</r>"),
               "The XML refers to “u”, which lies outside of it. Export XML again from Final Cut.");
 }
