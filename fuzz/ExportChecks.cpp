@@ -319,7 +319,7 @@ void checkExport(const CutEngine& engine, const std::vector<Cut>& cuts, const st
                  std::string_view exported) {
     require(isUTF8(exported), "an export is UTF-8");
     XmlDocument document;
-    const auto refusal = refusalOf([&] { document = parseXml(exported); });
+    const auto refusal = refusalOf([&] { document = parseXml(exported, holdsText); });
     require(!refusal, "an export is well-formed", refusal.value_or(""));
     ExportReading(engine, cuts, audio).check(document->document_element());
     checkReadBack(engine, cuts.size(), exported);

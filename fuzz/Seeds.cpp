@@ -1,5 +1,6 @@
 // Writes what the fuzzers start from: a folder for each of them in the folder that is given.
 
+#include "engine/import/XmlAccess.h"
 #include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"
 #include "persistence/SavedEditSession.h"
@@ -48,7 +49,7 @@ class SeedFolder {
 /// The example without what no rule looks at: a mutation has to meet what matters.
 std::string shrunkExample() {
     const XmlDocument document =
-        parseXml(contentOf(SHOTWEAVER_SOURCE_DIR "/examples/Sunday Service.fcpxml"));
+        parseXml(contentOf(SHOTWEAVER_SOURCE_DIR "/examples/Sunday Service.fcpxml"), holdsText);
     for (const char* path : {"//adjust-colorConform", "//bookmark", "//mc-angle//keyword",
                              "//mc-angle/asset-clip[position() > 2]"}) {
         for (const pugi::xpath_node& found : document->select_nodes(path))

@@ -51,7 +51,7 @@ bool needsNoDeclaration(std::string_view reference) {
 /// Builds the tree from the parser's events.
 class XmlIntake {
   public:
-    XmlIntake();
+    explicit XmlIntake(TextRule holdsText);
 
     XmlDocument parse(ByteSource& source);
 
@@ -102,6 +102,7 @@ class XmlIntake {
         }
     }
 
+    TextRule holdsText_;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
     XmlDocument document_ = std::make_unique<pugi::xml_document>();
     std::vector<OpenElement> open_;
@@ -116,7 +117,8 @@ class XmlIntake {
     std::exception_ptr failure_;
 };
 
-XmlIntake::XmlIntake() : parser_(XML_ParserCreate(nullptr), &XML_ParserFree) {
+XmlIntake::XmlIntake(TextRule holdsText)
+    : holdsText_(holdsText), parser_(XML_ParserCreate(nullptr), &XML_ParserFree) {
     if (!parser_) throw std::bad_alloc();
     XML_SetUserData(parser_.get(), this);
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser_.get(), maximumAmplification);
@@ -226,7 +228,7 @@ void XmlIntake::startElement(const char* name, const char** attributes) {
     for (; attributes[0] != nullptr; attributes += 2)
         node.append_attribute(attributes[0]).set_value(attributes[1]);
     if (!open_.empty()) open_.back().hasElements = true;
-    open_.push_back({node, holdsText(name), false, pending_.size()});
+    open_.push_back({node, holdsText_(name), false, pending_.size()});
 }
 
 void XmlIntake::endElement() {
@@ -324,21 +326,13 @@ void XmlIntake::refuseOutside(std::string_view what) {
 
 } // namespace
 
-bool holdsText(const char* elementName) {
-    static constexpr std::array<const char*, 7> names{"text",     "text-style", "note",    "data",
-                                                      "bookmark", "string",     "reserved"};
-    return std::any_of(names.begin(), names.end(), [&](const char* name) {
-        return *name == *elementName && std::strcmp(name, elementName) == 0;
-    });
+XmlDocument parseXml(ByteSource& source, TextRule holdsText) {
+    return XmlIntake(holdsText).parse(source);
 }
 
-XmlDocument parseXml(ByteSource& source) {
-    return XmlIntake().parse(source);
-}
-
-XmlDocument parseXml(std::string_view bytes) {
+XmlDocument parseXml(std::string_view bytes, TextRule holdsText) {
     MemorySource source(bytes);
-    return parseXml(source);
+    return parseXml(source, holdsText);
 }
 
 } // namespace shotweaver

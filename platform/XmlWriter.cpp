@@ -1,7 +1,5 @@
 #include "platform/XmlWriter.h"
 
-#include "platform/XmlIntake.h"
-
 #include <algorithm>
 #include <cassert>
 #include <cstddef>
@@ -35,22 +33,9 @@ std::string_view escape(char c, bool isInAttribute) {
     }
 }
 
-/// True when white space between the children means nothing: the same condition under which it was
-/// dropped.
-bool mayIndent(pugi::xml_node element) {
-    if (holdsText(element.name())) return false;
-    bool hasElements = false;
-    for (auto child = element.first_child(); child; child = child.next_sibling()) {
-        const pugi::xml_node_type type = child.type();
-        if (type == pugi::node_pcdata || type == pugi::node_cdata) return false;
-        hasElements |= type == pugi::node_element;
-    }
-    return hasElements;
-}
-
 } // namespace
 
-XmlWriter::XmlWriter(std::size_t expectedSize) {
+XmlWriter::XmlWriter(TextRule holdsText, std::size_t expectedSize) : holdsText_(holdsText) {
     text_.reserve(expectedSize);
     put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
 }
@@ -61,6 +46,19 @@ void XmlWriter::begin(std::string_view name) {
 
 void XmlWriter::beginLike(pugi::xml_node element) {
     open(element.name(), mayIndent(element));
+}
+
+/// True when white space between the children means nothing: the same condition under which it was
+/// dropped.
+bool XmlWriter::mayIndent(pugi::xml_node element) const {
+    if (holdsText_(element.name())) return false;
+    bool hasElements = false;
+    for (auto child = element.first_child(); child; child = child.next_sibling()) {
+        const pugi::xml_node_type type = child.type();
+        if (type == pugi::node_pcdata || type == pugi::node_cdata) return false;
+        hasElements |= type == pugi::node_element;
+    }
+    return hasElements;
 }
 
 void XmlWriter::open(std::string_view name, bool isIndented) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/XmlIntake.h"
+
 #include <pugixml.hpp>
 
 #include <array>
@@ -12,12 +14,13 @@ namespace shotweaver {
 
 /// Writes an XML document in UTF-8 as text, element by element, without holding a tree of it: one
 /// element a line, nested elements indented by four spaces. Where text is content nothing is added:
-/// inside an element that has text or that holds text by its name, everything stands as it is.
+/// inside an element that has text, and inside one whose name `holdsText` is true of, everything
+/// stands as it is.
 class XmlWriter {
   public:
     /// Starts with the XML declaration (version 1.0, UTF-8). `expectedSize`, in bytes, only spares
     /// the text from moving while it grows.
-    explicit XmlWriter(std::size_t expectedSize = 0);
+    explicit XmlWriter(TextRule holdsText, std::size_t expectedSize = 0);
 
     /// Opens an element; `attribute` calls may follow until something is put into it. The name is
     /// not copied: it must stay valid until the element is closed.
@@ -44,6 +47,7 @@ class XmlWriter {
         bool hasContent = false;
     };
 
+    bool mayIndent(pugi::xml_node element) const;
     void open(std::string_view name, bool isIndented);
     void closeStartTag();
     void startContent();
@@ -55,6 +59,7 @@ class XmlWriter {
     void putEscaped(const char* value, Escaping escaping);
     void flush();
 
+    TextRule holdsText_;
     // A document is made of tiny pieces; they are gathered here before they join the text.
     std::array<char, std::size_t{1} << 14U> block_{};
     std::size_t blockSize_ = 0;

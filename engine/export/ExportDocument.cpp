@@ -67,7 +67,8 @@ std::vector<pugi::xml_node> audioFades(pugi::xml_node clip, std::string_view aud
 class ExportWriter {
   public:
     ExportWriter(const CutEngine& engine, ClipContents& contents)
-        : engine_(engine), contents_(contents), writer_(engine.documentSize + spareSize) {}
+        : engine_(engine), contents_(contents),
+          writer_(holdsText, engine.documentSize + spareSize) {}
 
     std::string write(std::size_t cutCount);
 

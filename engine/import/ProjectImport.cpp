@@ -126,7 +126,7 @@ ImportedProject summarize(const ProjectImport& import) {
 ProjectImport readProject(ByteSource& source) {
     ProjectImport import;
     CountingSource counted(source);
-    import.document = parseXml(counted);
+    import.document = parseXml(counted, holdsText);
     import.documentSize = counted.count();
     locate(import);
     import.angles = std::async([resources = import.resources, multicam = import.multicam] {

@@ -43,6 +43,14 @@ bool hasScaledConformRate(pugi::xml_node clip) {
                        [](pugi::xml_node rate) { return attribute(rate, "scaleEnabled") != "0"; });
 }
 
+bool holdsText(const char* elementName) {
+    static constexpr std::array<const char*, 7> names{"text",     "text-style", "note",    "data",
+                                                      "bookmark", "string",     "reserved"};
+    return std::any_of(names.begin(), names.end(), [&](const char* name) {
+        return *name == *elementName && std::strcmp(name, elementName) == 0;
+    });
+}
+
 bool isMediaClipKind(std::string_view elementName) {
     static constexpr std::array<std::string_view, 3> MediaClipKinds{"asset-clip", "audio", "video"};
     return std::find(MediaClipKinds.begin(), MediaClipKinds.end(), elementName) !=

@@ -114,6 +114,10 @@ struct ClipAttributes {
 /// "scaleEnabled" is not exactly "0" (also when absent).
 bool hasScaledConformRate(pugi::xml_node clip);
 
+/// "text", "text-style", "note", "data", "bookmark", "string" and "reserved": the elements with
+/// character data, whose white space is content (the rule for `parseXml` and `XmlWriter`).
+bool holdsText(const char* elementName);
+
 /// "asset-clip", "audio" and "video": the elements that refer to an asset through their "ref".
 bool isMediaClipKind(std::string_view elementName);
 

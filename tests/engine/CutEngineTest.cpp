@@ -1,4 +1,5 @@
 #include "engine/CutEngine.h"
+#include "engine/import/XmlAccess.h"
 #include "platform/PlatformError.h"
 #include "tests/support/ProjectBuilder.h"
 
@@ -212,7 +213,8 @@ TEST(CutEngine, comparesFormats) {
         {"fieldOrder='upper first'", "", false},
         {"colorSpace='1-1-1(x)'", "colorSpace='1-1-1(y)'", false}};
     for (const auto& [a, b, isSame] : rows) {
-        const XmlDocument document = parseXml("<x><a id='1' " + a + "/><b " + b + "/></x>");
+        const XmlDocument document =
+            parseXml("<x><a id='1' " + a + "/><b " + b + "/></x>", holdsText);
         const pugi::xml_node root = document->document_element();
         EXPECT_EQ(formatsMatch(root.first_child(), root.last_child()), isSame) << a << b;
     }

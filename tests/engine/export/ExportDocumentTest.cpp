@@ -1,4 +1,5 @@
 #include "engine/CutEngine.h"
+#include "engine/import/XmlAccess.h"
 #include "platform/XmlIntake.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/ScriptedRandom.h"
@@ -51,7 +52,7 @@ std::string failure(const ProjectBuilder& project, const std::string& edit,
 
 /// What each clip of an exported project holds.
 Texts clipContents(const std::string& xml) {
-    const XmlDocument document = parseXml(xml);
+    const XmlDocument document = parseXml(xml, holdsText);
     Texts contents;
     for (const pugi::xpath_node clip : document->select_nodes("/fcpxml/project/sequence/spine/*")) {
         std::ostringstream text;
@@ -223,6 +224,15 @@ TEST(ExportDocument, tellsBeforehandWhatWouldStopIt) {
     }
     EXPECT_EQ(project.engine().exportObstacles(), obstacles);
     EXPECT_EQ(ProjectBuilder().engine().exportObstacles(), Texts());
+}
+
+TEST(ExportDocument, keepsTheSpaceInElementsThatHoldText) {
+    const std::string content =
+        "<text> <text-style> <note> <data> <bookmark> <string> <reserved> <a/>\n</reserved>"
+        "</string></bookmark></data></note></text-style></text>";
+    ProjectBuilder project;
+    project.clipContent += R"(<title offset="0s"> )" + content + " </title>";
+    EXPECT_NE(exported(project.engine(), "A 0 1000").find(content), std::string::npos);
 }
 
 std::string fileText(const std::filesystem::path& path) {

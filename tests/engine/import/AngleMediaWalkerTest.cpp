@@ -1,4 +1,5 @@
 #include "engine/import/AngleMediaWalker.h"
+#include "engine/import/XmlAccess.h"
 #include "platform/XmlIntake.h"
 #include "tests/support/ProjectBuilder.h"
 
@@ -27,8 +28,10 @@ const std::string resources =
 
 /// What an angle holds, as "start-end" with "v" for picture and "a" for sound, or the refusal.
 std::string read(const std::string& content, const std::string& more = "") try {
-    const XmlDocument document = parseXml("<x><resources>" + resources + more +
-                                          "</resources><mc-angle>" + content + "</mc-angle></x>");
+    const XmlDocument document =
+        parseXml("<x><resources>" + resources + more + "</resources><mc-angle>" + content +
+                     "</mc-angle></x>",
+                 holdsText);
     const pugi::xml_node root = document->document_element();
     const Resources lookup(root.first_child());
     AngleMediaWalker walker(lookup);
