@@ -155,18 +155,7 @@ void XmlWriter::leaf(pugi::xml_node node) {
 std::string XmlWriter::take() {
     assert(open_.empty());
     put('\n');
-    flush();
     return std::move(text_);
-}
-
-void XmlWriter::put(std::string_view piece) {
-    if (piece.size() > block_.size() - blockSize_) flush();
-    if (piece.size() > block_.size()) {
-        text_ += piece;
-        return;
-    }
-    std::memcpy(block_.data() + blockSize_, piece.data(), piece.size());
-    blockSize_ += piece.size();
 }
 
 void XmlWriter::putEscaped(const char* value, Escaping escaping) {
@@ -183,11 +172,6 @@ void XmlWriter::putEscaped(const char* value, Escaping escaping) {
             put(replacement);
         ++value;
     }
-}
-
-void XmlWriter::flush() {
-    text_.append(block_.data(), blockSize_);
-    blockSize_ = 0;
 }
 
 } // namespace shotweaver

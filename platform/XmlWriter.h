@@ -4,7 +4,6 @@
 
 #include <pugixml.hpp>
 
-#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -54,15 +53,11 @@ class XmlWriter {
     void newLine(std::size_t depth);
     void leaf(pugi::xml_node node);
 
-    void put(std::string_view piece);
-    void put(char c) { put(std::string_view(&c, 1)); }
+    void put(std::string_view piece) { text_ += piece; }
+    void put(char c) { text_ += c; }
     void putEscaped(const char* value, Escaping escaping);
-    void flush();
 
     TextRule holdsText_;
-    // A document is made of tiny pieces; they are gathered here before they join the text.
-    std::array<char, std::size_t{1} << 14U> block_{};
-    std::size_t blockSize_ = 0;
     std::string text_;
     std::vector<Open> open_;
 };
