@@ -4,7 +4,6 @@
 #include "engine/CutEngine.h"
 #include "fuzz/Check.h"
 #include "fuzz/ExportChecks.h"
-#include "help/AbsoluteURL.h"
 #include "help/ManualSearch.h"
 #include "help/ShotweaverManual.h"
 #include "persistence/EditPreset.h"
@@ -87,13 +86,6 @@ void checkRevision(std::string_view bytes) {
 void checkManual(std::string_view bytes) {
     const auto manual = readIf(readManual, bytes);
     if (!manual) return;
-    for (const ShotweaverManual::Section& section : manual->sections) {
-        for (const ShotweaverManual::Block& block : section.blocks) {
-            if (!block.links) continue;
-            for (const ShotweaverManual::LinkItem& link : *block.links)
-                require(isAbsoluteURL(link.url), "a manual's link is absolute", link.url);
-        }
-    }
     HelpContent content(*manual, "en");
     content.setQuery(manual->title);
     const std::vector<const ShotweaverManual::Section*> found = content.sections();

@@ -1,12 +1,30 @@
 #include "help/ShotweaverManual.h"
 
-#include "help/AbsoluteURL.h"
 #include "platform/Files.h"
 #include "platform/JsonReader.h"
 #include "platform/PlatformError.h"
 #include "platform/RecordCoding.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace shotweaver {
+
+namespace {
+
+/// True for a scheme, a colon and something behind it, in ASCII without white space and control
+/// characters.
+bool isAbsoluteURL(std::string_view text) {
+    constexpr std::string_view schemeCharacters =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+-.";
+    constexpr std::size_t letters = 52;
+    const std::size_t colon = text.find_first_not_of(schemeCharacters);
+    return colon != std::string_view::npos && text[colon] == ':' && colon + 1 < text.size() &&
+           schemeCharacters.find(text.front()) < letters &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c > ' ' && c <= '~'; });
+}
+
+} // namespace
 
 template <RecordOf<ShotweaverManual> Record, class Visit>
 void visitFields(Record& manual, Visit visit) {
