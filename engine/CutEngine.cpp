@@ -9,7 +9,6 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <exception>
 #include <string>
 #include <utility>
 
@@ -106,20 +105,20 @@ bool formatsMatch(pugi::xml_node projectFormat, pugi::xml_node multicamFormat) {
 
 CutEngine::CutEngine(std::string_view bytes) : CutEngine(readProject(bytes)) {}
 
-CutEngine::CutEngine(ProjectImport import)
-    : project(import.project), sequence(import.sequence), original(import.multicamClip) {
-    readTiming(import);
+CutEngine::CutEngine(ProjectImport intake)
+    : project(intake.project), sequence(intake.sequence), original(intake.multicamClip) {
+    readTiming(intake);
     checkClip();
     findAudioSource();
-    checkFormats(import);
-    readCoverage(import);
-    document = std::move(import.document);
-    documentSize = import.documentSize;
+    checkFormats(intake);
+    readCoverage(intake);
+    document = std::move(intake.document);
+    documentSize = intake.documentSize;
 }
 
-void CutEngine::readTiming(const ProjectImport& import) {
+void CutEngine::readTiming(const ProjectImport& intake) {
     const RationalTime frame =
-        parseRationalTime(attributeOr(import.projectFormat, "frameDuration", ""));
+        parseRationalTime(attributeOr(intake.projectFormat, "frameDuration", ""));
     if (frame.numerator < 1 || frame.numerator > maximumFrameTerm ||
         frame.denominator > maximumFrameTerm)
         refuse("Unsupported frame rate.");
@@ -157,31 +156,34 @@ void CutEngine::findAudioSource() {
     audioID = attributeOr(audioSource, "angleID", "");
 }
 
-void CutEngine::checkFormats(const ProjectImport& import) const {
-    const pugi::xml_node format = import.resources.format(attribute(import.multicam, "format"));
-    if (!format || !formatsMatch(import.projectFormat, format))
+void CutEngine::checkFormats(const ProjectImport& intake) const {
+    const pugi::xml_node format = intake.resources.format(attribute(intake.multicam, "format"));
+    if (!format || !formatsMatch(intake.projectFormat, format))
         refuse("The multicam and project need matching frame rate, dimensions and colour format.");
 }
 
-void CutEngine::readCoverage(ProjectImport& import) {
-    const std::int64_t multicamStart = framesForTime(attributeOr(import.multicam, "tcStart", "0s"),
+void CutEngine::readCoverage(const ProjectImport& intake) {
+    const std::int64_t multicamStart = framesForTime(attributeOr(intake.multicam, "tcStart", "0s"),
                                                      frameNumerator, frameDenominator);
     const SpanFrames spanFrames(*this, multicamStart);
-    const WalkedAngles walked = import.angles.get();
-    for (std::size_t angle = 0; angle < walked.spans.size(); ++angle) {
+    AngleMediaWalker walker(intake.resources);
+    for (const pugi::xml_node angle : elements(intake.multicam, "mc-angle")) {
+        const std::string id(attributeOr(angle, "angleID", ""));
+        const std::string_view camera = attributeOr(angle, "name", id);
+        std::vector<AngleMediaWalker::Span> spans;
+        for (const pugi::xml_node child : elements(angle))
+            walker.walk(child, camera, spans);
         std::vector<FrameRange> picture;
         std::vector<FrameRange> sound;
-        for (const AngleMediaWalker::Span& span : walked.spans[angle]) {
+        for (const AngleMediaWalker::Span& span : spans) {
             const FrameRange range = spanFrames.frames(span);
             if (range.lowerBound >= range.upperBound) continue;
             if (span.video) picture.push_back(range);
             if (span.audio) sound.push_back(range);
         }
-        const std::string& id = import.summary.angles[angle].id;
         coverage[id] = mergeRanges(std::move(picture));
         audioCoverage[id] = mergeRanges(std::move(sound));
     }
-    if (walked.failure) std::rethrow_exception(walked.failure);
 }
 
 double CutEngine::seconds(std::int64_t frames) const {

@@ -39,7 +39,7 @@ class CutEngine {
     explicit CutEngine(std::string_view bytes);
 
     /// The same from a document that the import has accepted already.
-    explicit CutEngine(ProjectImport import);
+    explicit CutEngine(ProjectImport intake);
 
     XmlDocument document;         // the elements below are nodes of it; nothing changes it
     std::size_t documentSize = 0; // of its text as read, bytes
@@ -113,11 +113,11 @@ class CutEngine {
         std::int64_t closingStart;
     };
 
-    void readTiming(const ProjectImport& import);
+    void readTiming(const ProjectImport& intake);
     void checkClip() const;
     void findAudioSource();
-    void checkFormats(const ProjectImport& import) const;
-    void readCoverage(ProjectImport& import);
+    void checkFormats(const ProjectImport& intake) const;
+    void readCoverage(const ProjectImport& intake);
 
     const Coverage& coverageOf(std::string_view angle) const;
     void checkInputs(const GenerationInputs& inputs) const;

@@ -176,22 +176,4 @@ void AngleMediaWalker::refuseTooMuch() const {
            "export XML again.");
 }
 
-WalkedAngles walkAngles(const Resources& resources, pugi::xml_node multicam) {
-    WalkedAngles walked;
-    try {
-        AngleMediaWalker walker(resources);
-        for (const pugi::xml_node angle : elements(multicam, "mc-angle")) {
-            const std::string_view id = attributeOr(angle, "angleID", "");
-            const std::string_view camera = attributeOr(angle, "name", id);
-            std::vector<AngleMediaWalker::Span> spans;
-            for (const pugi::xml_node child : elements(angle))
-                walker.walk(child, camera, spans);
-            walked.spans.push_back(std::move(spans));
-        }
-    } catch (...) {
-        walked.failure = std::current_exception();
-    }
-    return walked;
-}
-
 } // namespace shotweaver

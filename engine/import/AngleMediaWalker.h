@@ -7,7 +7,6 @@
 #include <pugixml.hpp>
 
 #include <cstddef>
-#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -83,14 +82,5 @@ class AngleMediaWalker {
     RepeatedReading reading_;
     std::size_t work_ = 0;
 };
-
-/// What the angles of a multicam hold, in document order, up to the one that cannot be walked.
-struct WalkedAngles {
-    std::vector<std::vector<AngleMediaWalker::Span>> spans; // of each angle, in its time
-    std::exception_ptr failure;                             // of the angle that comes next
-};
-
-/// Walks every angle. Keeps what it throws, since it may run beside what has to be checked first.
-WalkedAngles walkAngles(const Resources& resources, pugi::xml_node multicam);
 
 } // namespace shotweaver

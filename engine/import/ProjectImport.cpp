@@ -77,21 +77,21 @@ std::string audioAngleNames(pugi::xml_node multicamClip, const std::vector<Impor
 }
 
 /// Finds the elements that the import and everything after it read.
-void locate(ProjectImport& import) {
-    import.root = import.document->document_element();
-    if (!isElement(import.root, "fcpxml")) refuse("This file is not a Final Cut XML export.");
-    import.project = findProject(import.root);
-    import.sequence = firstElement(import.project, "sequence");
-    const pugi::xml_node spine = firstElement(import.sequence, "spine");
+void locate(ProjectImport& intake) {
+    intake.root = intake.document->document_element();
+    if (!isElement(intake.root, "fcpxml")) refuse("This file is not a Final Cut XML export.");
+    intake.project = findProject(intake.root);
+    intake.sequence = firstElement(intake.project, "sequence");
+    const pugi::xml_node spine = firstElement(intake.sequence, "spine");
     if (!spine) refuse("The project has no timeline to inspect.");
-    import.multicamClip = findMulticamClip(spine);
-    const pugi::xml_node resources = firstElement(import.root, "resources");
+    intake.multicamClip = findMulticamClip(spine);
+    const pugi::xml_node resources = firstElement(intake.root, "resources");
     if (!resources) refuse("The export has no media resources.");
-    import.resources = Resources(resources);
-    const Media* const media = import.resources.media(attribute(import.multicamClip, "ref"));
-    if (media) import.multicam = firstElement(media->element, "multicam");
-    if (!import.multicam) refuse("The multicam definition is missing from this export.");
-    import.projectFormat = import.resources.format(attribute(import.sequence, "format"));
+    intake.resources = Resources(resources);
+    const Media* const media = intake.resources.media(attribute(intake.multicamClip, "ref"));
+    if (media) intake.multicam = firstElement(media->element, "multicam");
+    if (!intake.multicam) refuse("The multicam definition is missing from this export.");
+    intake.projectFormat = intake.resources.format(attribute(intake.sequence, "format"));
 }
 
 void requireUniqueAngles(const std::vector<ImportedAngle>& angles) {
@@ -102,21 +102,21 @@ void requireUniqueAngles(const std::vector<ImportedAngle>& angles) {
         refuse("The multicam needs at least two uniquely identified angles.");
 }
 
-ImportedProject summarize(const ProjectImport& import) {
-    const double frameSeconds = parseSeconds(attribute(import.projectFormat, "frameDuration"));
+ImportedProject summarize(const ProjectImport& intake) {
+    const double frameSeconds = parseSeconds(attribute(intake.projectFormat, "frameDuration"));
     ImportedProject summary;
-    summary.duration = parseSeconds(attribute(import.sequence, "duration"));
+    summary.duration = parseSeconds(attribute(intake.sequence, "duration"));
     if (!(frameSeconds > 0 && summary.duration > 0))
         refuse("The project must have a positive duration and frame rate.");
 
-    AngleImport angles(import.resources);
-    for (const pugi::xml_node angle : elements(import.multicam, "mc-angle"))
+    AngleImport angles(intake.resources);
+    for (const pugi::xml_node angle : elements(intake.multicam, "mc-angle"))
         summary.angles.push_back(angles.parseAngle(angle));
     requireUniqueAngles(summary.angles);
-    summary.name = attributeOr(import.project, "name", "Untitled project");
-    summary.version = attributeOr(import.root, "version", "Unknown");
+    summary.name = attributeOr(intake.project, "name", "Untitled project");
+    summary.version = attributeOr(intake.root, "version", "Unknown");
     summary.framesPerSecond = 1 / frameSeconds;
-    summary.audioAngles = audioAngleNames(import.multicamClip, summary.angles);
+    summary.audioAngles = audioAngleNames(intake.multicamClip, summary.angles);
     summary.missingLocations = angles.missingLocations();
     return summary;
 }
@@ -124,17 +124,14 @@ ImportedProject summarize(const ProjectImport& import) {
 } // namespace
 
 ProjectImport readProject(ByteSource& source) {
-    ProjectImport import;
+    ProjectImport intake;
     CountingSource counted(source);
-    import.document = parseXml(counted, holdsText);
-    import.documentSize = counted.count();
-    locate(import);
-    import.angles = std::async([resources = import.resources, multicam = import.multicam] {
-        return walkAngles(resources, multicam);
-});
-import.summary = summarize(import);
-return import;
-} // namespace shotweaver
+    intake.document = parseXml(counted, holdsText);
+    intake.documentSize = counted.count();
+    locate(intake);
+    intake.summary = summarize(intake);
+    return intake;
+}
 
 ProjectImport readProject(std::string_view bytes) {
     MemorySource source(bytes);

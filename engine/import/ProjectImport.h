@@ -1,14 +1,12 @@
 #pragma once
 
 #include "engine/ImportedProject.h"
-#include "engine/import/AngleMediaWalker.h"
 #include "engine/import/Resources.h"
 #include "platform/XmlIntake.h"
 
 #include <pugixml.hpp>
 
 #include <cstddef>
-#include <future>
 #include <string_view>
 
 namespace shotweaver {
@@ -26,9 +24,6 @@ struct ProjectImport {
     pugi::xml_node projectFormat;
     Resources resources;
     ImportedProject summary;
-    /// Walked on another thread while the summary is made: both take as long on a large document,
-    /// and neither changes it. Last, so that it has ended before the document goes.
-    std::future<WalkedAngles> angles;
 };
 
 /// Reads and checks an FCPXML export. Throws `FinalCutImportError` with the sentence of the first
