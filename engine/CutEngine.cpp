@@ -71,14 +71,14 @@ class SpanFrames {
           framesPerSecond_(static_cast<double>(engine.frameDenominator) /
                            static_cast<double>(engine.frameNumerator)) {}
 
-    FrameRange frames(const AngleMediaWalker::Span& span) const {
+    /// Empty when it covers none; nothing for times that are not finite or too large.
+    std::optional<FrameRange> frames(const AngleMediaWalker::Span& span) const {
         const double start = frame(span.start);
         const double end = frame(span.end);
-        if (!(std::abs(start) < maximumFrame && std::abs(end) < maximumFrame))
-            refuse("Invalid angle timing.");
+        if (!(std::abs(start) < maximumFrame && std::abs(end) < maximumFrame)) return std::nullopt;
         const auto first = static_cast<std::int64_t>(std::ceil(start - frameTolerance));
         const auto last = static_cast<std::int64_t>(std::floor(end + frameTolerance));
-        return {std::max<std::int64_t>(first, 0), std::min(last, length_)};
+        return FrameRange{std::max<std::int64_t>(first, 0), std::min(last, length_)};
     }
 
   private:
@@ -170,19 +170,21 @@ void CutEngine::readCoverage(const ProjectImport& intake) {
     for (const pugi::xml_node angle : elements(intake.multicam, "mc-angle")) {
         const std::string id(attributeOr(angle, "angleID", ""));
         const std::string_view camera = attributeOr(angle, "name", id);
-        std::vector<AngleMediaWalker::Span> spans;
+        CoverageBuilder picture;
+        CoverageBuilder sound;
+        bool hasValidTiming = true;
+        const AngleMediaWalker::SpanSink sink = [&](const AngleMediaWalker::Span& span) {
+            const auto range = spanFrames.frames(span);
+            hasValidTiming &= range.has_value();
+            if (range && span.video) picture.add(*range);
+            if (range && span.audio) sound.add(*range);
+        };
         for (const pugi::xml_node child : elements(angle))
-            walker.walk(child, camera, spans);
-        std::vector<FrameRange> picture;
-        std::vector<FrameRange> sound;
-        for (const AngleMediaWalker::Span& span : spans) {
-            const FrameRange range = spanFrames.frames(span);
-            if (range.lowerBound >= range.upperBound) continue;
-            if (span.video) picture.push_back(range);
-            if (span.audio) sound.push_back(range);
-        }
-        coverage[id] = mergeRanges(std::move(picture));
-        audioCoverage[id] = mergeRanges(std::move(sound));
+            walker.walk(child, camera, sink);
+        // After the walk, whose failures come first.
+        if (!hasValidTiming) refuse("Invalid angle timing.");
+        coverage[id] = picture.take();
+        audioCoverage[id] = sound.take();
     }
 }
 

@@ -29,6 +29,22 @@ Coverage mergeRanges(std::vector<FrameRange> ranges) {
     return merged;
 }
 
+void CoverageBuilder::add(const FrameRange& range) {
+    if (range.lowerBound >= range.upperBound) return;
+    FrameRange* const last = ranges_.empty() ? nullptr : &ranges_.back();
+    // Most clips begin where the one before ends.
+    if (last && last->lowerBound <= range.lowerBound && range.lowerBound <= last->upperBound) {
+        last->upperBound = std::max(last->upperBound, range.upperBound);
+        return;
+    }
+    if (ranges_.size() == limit_) {
+        constexpr std::size_t leastLimit = 50'000;
+        ranges_ = mergeRanges(std::move(ranges_));
+        limit_ = std::max(2 * ranges_.size(), leastLimit);
+    }
+    ranges_.push_back(range);
+}
+
 std::vector<FrameRange> uncoveredRanges(std::vector<FrameRange> ranges, std::int64_t length) {
     sortByStart(ranges);
     std::vector<FrameRange> open;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace shotweaver {
@@ -30,6 +32,20 @@ using CoverageMap = std::map<std::string, Coverage, std::less<>>;
 ///     given  [5,9) [0,5) [20,24)     gives  [0,9) [20,24)
 /// The given ranges are not empty; so are the joined ones.
 Coverage mergeRanges(std::vector<FrameRange> ranges);
+
+/// Gathers ranges one by one. However many there are, it takes about as much memory as what they
+/// cover.
+class CoverageBuilder {
+  public:
+    /// An empty range, also one whose bounds are reversed, adds nothing.
+    void add(const FrameRange& range);
+    /// What the ranges cover, as `mergeRanges` gives it. Call it once.
+    Coverage take() { return mergeRanges(std::move(ranges_)); }
+
+  private:
+    std::vector<FrameRange> ranges_;
+    std::size_t limit_ = 0; // so many are kept before they are merged
+};
 
 /// The stretches of [0, length) that the ranges leave open, in order. The ranges may overlap and
 /// come in any order.

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
-#include <utility>
 
 namespace shotweaver {
 
@@ -16,31 +14,32 @@ std::string_view attributeOr(pugi::xml_node element, const char* name, std::stri
     return attribute(element, name).value_or(fallback);
 }
 
-ClipAttributes::ClipAttributes(pugi::xml_node clip) {
-    using Field = std::pair<const char*, Text ClipAttributes::*>;
-    static constexpr std::array<Field, 9> fields{
-        {{"ref", &ClipAttributes::ref},
-         {"offset", &ClipAttributes::offset},
-         {"name", &ClipAttributes::name},
-         {"start", &ClipAttributes::start},
-         {"duration", &ClipAttributes::duration},
-         {"enabled", &ClipAttributes::enabled},
-         {"srcEnable", &ClipAttributes::srcEnable},
-         {"audioStart", &ClipAttributes::audioStart},
-         {"audioDuration", &ClipAttributes::audioDuration}}};
+ClipAttributes::ClipAttributes(pugi::xml_node clip) : kind(clip.name()), size(kind.size()) {
+    constexpr std::size_t fixedSize = 16; // reading an attribute takes as long as so many bytes
+    const auto take = [&](Text& field, pugi::xml_attribute each) {
+        field = each.value();
+        size += field->size();
+    };
     for (pugi::xml_attribute each = clip.first_attribute(); each; each = each.next_attribute()) {
-        const char* const key = each.name();
-        const auto field = std::find_if(fields.begin(), fields.end(), [&](const Field& one) {
-            return *one.first == *key && std::strcmp(one.first, key) == 0;
-        });
-        if (field != fields.end()) this->*field->second = each.value();
+        const std::string_view key = each.name();
+        size += fixedSize + key.size();
+        if (key == "ref") take(ref, each);
+        if (key == "offset") take(offset, each);
+        if (key == "name") take(name, each);
+        if (key == "start") take(start, each);
+        if (key == "duration") take(duration, each);
+        if (key == "enabled") take(enabled, each);
+        if (key == "srcEnable") take(srcEnable, each);
+        if (key == "audioStart") take(audioStart, each);
+        if (key == "audioDuration") take(audioDuration, each);
     }
 }
 
 bool hasScaledConformRate(pugi::xml_node clip) {
-    const Elements rates = elements(clip, "conform-rate");
-    return std::any_of(rates.begin(), rates.end(),
-                       [](pugi::xml_node rate) { return attribute(rate, "scaleEnabled") != "0"; });
+    for (const pugi::xml_node rate : Elements(clip, "conform-rate")) {
+        if (attribute(rate, "scaleEnabled") != "0") return true;
+    }
+    return false;
 }
 
 bool holdsText(const char* elementName) {

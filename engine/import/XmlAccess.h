@@ -3,6 +3,7 @@
 #include <pugixml.hpp>
 
 #include <cstddef>
+#include <cstring>
 #include <iterator>
 #include <optional>
 #include <string_view>
@@ -17,7 +18,10 @@ inline bool isElement(pugi::xml_node node) {
 }
 
 inline bool isElement(pugi::xml_node node, std::string_view name) {
-    return isElement(node) && name == node.name();
+    const char* const own = node.name();
+    // Not measured first: a name may be long.
+    return isElement(node) && std::strncmp(own, name.data(), name.size()) == 0 &&
+           own[name.size()] == '\0';
 }
 
 /// The child elements of an element in document order, all or those of one name. The tree may not
@@ -79,7 +83,10 @@ inline Elements elements(pugi::xml_node parent, std::string_view name) {
 
 /// The first child element of that name; a null handle when there is none.
 inline pugi::xml_node firstElement(pugi::xml_node parent, std::string_view name) {
-    return *elements(parent, name).begin();
+    pugi::xml_node child = parent.first_child();
+    while (child && !isElement(child, name))
+        child = child.next_sibling();
+    return child;
 }
 
 /// An attribute's text; absent when the element has no such attribute (an empty text is present).
@@ -88,8 +95,8 @@ std::optional<std::string_view> attribute(pugi::xml_node element, const char* na
 /// An attribute's text, or `fallback` when it is absent.
 std::string_view attributeOr(pugi::xml_node element, const char* name, std::string_view fallback);
 
-/// A clip's attributes that matter to its timing and its media, read in one pass: an angle may hold
-/// tens of thousands of clips.
+/// A clip's kind and the attributes that matter to its timing and its media, read in one pass: an
+/// angle may hold tens of thousands of clips.
 struct ClipAttributes {
     using Text = std::optional<std::string_view>;
 
@@ -98,6 +105,9 @@ struct ClipAttributes {
     bool isDisabled() const { return enabled == "0"; }
     /// True when the clip's sound is cut apart from its picture.
     bool hasSplitAudio() const { return audioStart || audioDuration; }
+
+    std::string_view kind; // the element's name
+    std::size_t size;      // bytes read, as a measure of the time that it took
 
     Text ref;
     Text offset;

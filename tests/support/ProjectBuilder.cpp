@@ -78,6 +78,10 @@ std::string mediaChain(int count, int uses, const std::string& end) {
     return media;
 }
 
+std::string costlyMedia() {
+    return compoundMedia("costly", "<video enabled='0' name='" + std::string(128'400, 'x') + "'/>");
+}
+
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
     const std::size_t at = text.find(from);
     if (at == std::string::npos) throw std::logic_error("nothing to replace: " + from);

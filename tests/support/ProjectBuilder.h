@@ -66,6 +66,10 @@ std::string failureOf(Call call) {
     return "";
 }
 
+/// A media "costly": one clip, which is off and whose name is so long that reading it counts like
+/// reading 1,000 elements.
+std::string costlyMedia();
+
 /// `text` with its first `from` replaced by `to`; the test is wrong when there is none.
 std::string replaced(std::string text, const std::string& from, const std::string& to);
 
