@@ -52,8 +52,8 @@ void visitFields(const ImportedProject& project, Visit visit) {
 
 template <class Visit>
 void visitFields(const CutEngine& engine, Visit visit) {
-    visit("frameNumerator", engine.frameNumerator);
-    visit("frameDenominator", engine.frameDenominator);
+    visit("frameNumerator", engine.frameDuration.numerator);
+    visit("frameDenominator", engine.frameDuration.denominator);
     visit("length", engine.length);
     visit("sourceStart", engine.sourceStart);
     visit("timelineStart", engine.timelineStart);

@@ -1,6 +1,5 @@
 #include "editor/ContentView.h"
 #include "engine/FinalCutImportError.h"
-#include "engine/TimeValues.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +9,7 @@ namespace shotweaver {
 namespace {
 
 std::int64_t wholeFrames(const CutEngine& engine, double seconds) {
-    return std::llround(framesForSeconds(seconds, engine.frameNumerator, engine.frameDenominator));
+    return std::llround(engine.frameDuration.frames(seconds));
 }
 
 std::int64_t framesOf(const Bookend& shot, const CutEngine& engine) {

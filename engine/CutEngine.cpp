@@ -65,11 +65,9 @@ class SpanFrames {
   public:
     SpanFrames(const CutEngine& engine, std::int64_t multicamStart)
         : length_(engine.length),
-          clipStart_(static_cast<double>(engine.frameNumerator) *
-                     static_cast<double>(engine.sourceStart - multicamStart) /
-                     static_cast<double>(engine.frameDenominator)),
-          framesPerSecond_(static_cast<double>(engine.frameDenominator) /
-                           static_cast<double>(engine.frameNumerator)) {}
+          clipStart_(engine.frameDuration.seconds(engine.sourceStart - multicamStart)),
+          framesPerSecond_(static_cast<double>(engine.frameDuration.denominator) /
+                           static_cast<double>(engine.frameDuration.numerator)) {}
 
     /// Empty when it covers none; nothing for times that are not finite or too large.
     std::optional<FrameRange> frames(const AngleMediaWalker::Span& span) const {
@@ -122,11 +120,10 @@ void CutEngine::readTiming(const ProjectImport& intake) {
     if (frame.numerator < 1 || frame.numerator > maximumFrameTerm ||
         frame.denominator > maximumFrameTerm)
         refuse("Unsupported frame rate.");
-    frameNumerator = frame.numerator;
-    frameDenominator = frame.denominator;
+    frameDuration = {frame.numerator, frame.denominator};
 
     const auto frames = [&](pugi::xml_node element, const char* name) {
-        return framesForTime(attributeOr(element, name, "0s"), frameNumerator, frameDenominator);
+        return frameDuration.frames(attributeOr(element, name, "0s"));
     };
     dropFrame = attribute(sequence, "tcFormat") == "DF" ? DropFrame::yes : DropFrame::no;
     length = frames(original, "duration");
@@ -163,8 +160,8 @@ void CutEngine::checkFormats(const ProjectImport& intake) const {
 }
 
 void CutEngine::readCoverage(const ProjectImport& intake) {
-    const std::int64_t multicamStart = framesForTime(attributeOr(intake.multicam, "tcStart", "0s"),
-                                                     frameNumerator, frameDenominator);
+    const std::int64_t multicamStart =
+        frameDuration.frames(attributeOr(intake.multicam, "tcStart", "0s"));
     const SpanFrames spanFrames(*this, multicamStart);
     AngleMediaWalker walker(intake.resources);
     for (const pugi::xml_node angle : elements(intake.multicam, "mc-angle")) {
@@ -186,10 +183,6 @@ void CutEngine::readCoverage(const ProjectImport& intake) {
         coverage[id] = picture.take();
         audioCoverage[id] = sound.take();
     }
-}
-
-double CutEngine::seconds(std::int64_t frames) const {
-    return secondsForFrames(frames, frameNumerator, frameDenominator);
 }
 
 } // namespace shotweaver

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/EditSettings.h"
+#include "engine/FrameDuration.h"
 #include "engine/FrameRange.h"
-#include "engine/TimeValues.h"
 #include "engine/import/ProjectImport.h"
 #include "platform/Random.h"
 #include "platform/Uuid.h"
@@ -45,9 +45,8 @@ class CutEngine {
     std::size_t documentSize = 0; // of its text as read, bytes
     pugi::xml_node project;
     pugi::xml_node sequence;
-    pugi::xml_node original;             // the multicam clip
-    std::int64_t frameNumerator = 1;     // one frame lasts frameNumerator / frameDenominator
-    std::int64_t frameDenominator = 1;   // seconds; both 1 to 1,000,000
+    pugi::xml_node original; // the multicam clip
+    FrameDuration frameDuration;
     std::int64_t length = 0;             // of the project in frames, at least 1
     std::int64_t sourceStart = 0;        // the clip's in-point inside the multicam, frames
     std::int64_t timelineStart = 0;      // the clip's place in the timeline, frames
@@ -105,7 +104,7 @@ class CutEngine {
     /// each, in document order.
     std::vector<std::string> exportObstacles() const;
 
-    double seconds(std::int64_t frames) const;
+    double seconds(std::int64_t frames) const { return frameDuration.seconds(frames); }
 
   private:
     struct BookendFrames {

@@ -1,6 +1,5 @@
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
-#include "engine/TimeValues.h"
 #include "platform/NumberText.h"
 #include "platform/Text.h"
 
@@ -43,7 +42,7 @@ std::optional<TimecodeFields> readFields(std::string_view text) {
 } // namespace
 
 std::string CutEngine::timecode(std::int64_t frame) const {
-    return formatTimecode(timelineStart + frame, frameNumerator, frameDenominator, dropFrame);
+    return frameDuration.timecode(timelineStart + frame, dropFrame);
 }
 
 std::int64_t CutEngine::frameForTimecode(std::string_view text) const {
@@ -51,14 +50,14 @@ std::int64_t CutEngine::frameForTimecode(std::string_view text) const {
     if (!fields)
         throw FinalCutImportError::invalid(
             "Enter timecode as HH:MM:SS:FF, for example 00:05:30:00.");
-    const std::int64_t rate = nominalFrameRate(frameNumerator, frameDenominator);
+    const std::int64_t rate = frameDuration.nominalRate();
     if (fields->frames >= rate)
         throw FinalCutImportError::invalid(
             fmt::format("The frame field must be less than {} for this project.", rate));
 
     const std::int64_t minutes = fields->hours * 60 + fields->minutes;
     std::int64_t total = (minutes * 60 + fields->seconds) * rate + fields->frames;
-    if (dropFrame == DropFrame::yes && dropFrameApplies(frameNumerator, frameDenominator)) {
+    if (dropFrame == DropFrame::yes && frameDuration.dropFrameApplies()) {
         const std::int64_t dropped = rate / 15; // labels skipped a minute, but not every tenth
         if (fields->minutes % 10 != 0 && fields->seconds == 0 && fields->frames < dropped)
             throw FinalCutImportError::invalid(

@@ -1,6 +1,5 @@
 #include "fuzz/EngineChecks.h"
 
-#include "engine/TimeValues.h"
 #include "fuzz/Check.h"
 
 #include <array>
@@ -72,8 +71,9 @@ void checkChains(const CutEngine& engine, const std::vector<Cut>& cuts) {
 
 void checkEngine(const CutEngine& engine, const ImportedProject& summary) {
     constexpr std::int64_t maximumTerm = 1'000'000;
-    require(engine.frameNumerator >= 1 && engine.frameNumerator <= maximumTerm &&
-                engine.frameDenominator >= 1 && engine.frameDenominator <= maximumTerm,
+    const FrameDuration& frame = engine.frameDuration;
+    require(frame.numerator >= 1 && frame.numerator <= maximumTerm && frame.denominator >= 1 &&
+                frame.denominator <= maximumTerm,
             "frame terms are in range");
     require(engine.length >= 1, "a project has a frame");
     std::set<std::string> angles;
@@ -100,8 +100,7 @@ void checkGeneratedCuts(const CutEngine& engine, const GenerationInputs& inputs,
             require(selected.count(cut.angle) == 1, "chance takes selected cameras", cut.angle);
             require(!holds || isFixed[i - 1], "shots of one camera merge", cut.angle);
             const double wait = numberFor(inputs.returnTimes, cut.angle, defaultReturnTime);
-            const double frames =
-                framesForSeconds(wait, engine.frameNumerator, engine.frameDenominator);
+            const double frames = engine.frameDuration.frames(wait);
             const auto last = lastEnd.find(cut.angle);
             require(holds || last == lastEnd.end() ||
                         static_cast<double>(cut.start - last->second) >= std::ceil(frames),

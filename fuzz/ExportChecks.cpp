@@ -26,10 +26,10 @@ const std::set<std::string_view> connected{"asset-clip",   "audio",    "video", 
 /// A time of a clip in an export, in frames: frames × numerator "/" denominator.
 std::int64_t exportedFrames(const CutEngine& engine, pugi::xml_node element, const char* name) {
     const RationalTime time = parseRationalTime(attributeOr(element, name, ""));
-    require(time.denominator == engine.frameDenominator &&
-                time.numerator % engine.frameNumerator == 0,
+    require(time.denominator == engine.frameDuration.denominator &&
+                time.numerator % engine.frameDuration.numerator == 0,
             "an exported time is unreduced whole frames", name);
-    return time.numerator / engine.frameNumerator;
+    return time.numerator / engine.frameDuration.numerator;
 }
 
 /// An annotation's time in frames, however large: the import has checked it already, and what an
@@ -39,8 +39,8 @@ std::int64_t annotationFrames(const CutEngine& engine, pugi::xml_node element, c
     const auto text = attribute(element, name);
     if (!text) return absent;
     const RationalTime time = parseRationalTime(*text);
-    const Wide divisor = Wide{time.denominator} * engine.frameNumerator;
-    const Wide dividend = Wide{time.numerator} * engine.frameDenominator;
+    const Wide divisor = Wide{time.denominator} * engine.frameDuration.numerator;
+    const Wide dividend = Wide{time.numerator} * engine.frameDuration.denominator;
     require(dividend % divisor == 0, "an annotation is on a frame", name);
     return static_cast<std::int64_t>(dividend / divisor);
 }
@@ -276,9 +276,9 @@ void ExportReading::checkConnected(pugi::xml_node child, const Cut& cut) const {
             "a connected item is copied as it is", labelOf(child));
     RationalTime offset;
     if (refusalOf([&] { offset = parseRationalTime(attributeOr(child, "offset", "0s")); })) return;
-    const Wide divisor = Wide{offset.denominator} * engine_.frameNumerator;
+    const Wide divisor = Wide{offset.denominator} * engine_.frameDuration.numerator;
     const Wide source = Wide{engine_.sourceStart} * divisor;
-    const Wide position = Wide{offset.numerator} * engine_.frameDenominator - source;
+    const Wide position = Wide{offset.numerator} * engine_.frameDuration.denominator - source;
     const bool beginsBefore = cut.start == 0 || position >= Wide{cut.start - 1} * divisor;
     const Wide end = Wide{cut.start} + cut.duration + 1;
     const bool endsAfter = cut.start + cut.duration == engine_.length || position < end * divisor;
@@ -291,7 +291,7 @@ void ExportReading::checkConnected(pugi::xml_node child, const Cut& cut) const {
 bool isReadable(const CutEngine& engine) {
     const Wide largest =
         std::max({std::abs(engine.timelineStart), std::abs(engine.sourceStart), engine.length});
-    return largest * engine.frameNumerator * engine.frameDenominator <= INT64_MAX;
+    return largest * engine.frameDuration.numerator * engine.frameDuration.denominator <= INT64_MAX;
 }
 
 void checkReadBack(const CutEngine& engine, std::size_t cutCount, std::string_view exported) {

@@ -42,10 +42,13 @@ void checkTime(const std::string& text) {
             text);
 }
 
+FrameDuration durationOf(const FrameTerms& frame) {
+    return {frame.numerator, frame.denominator};
+}
+
 void checkFrames(const std::string& text, const FrameTerms& frame) {
     std::int64_t frames = 0;
-    const auto refusal =
-        refusalOf([&] { frames = framesForTime(text, frame.numerator, frame.denominator); });
+    const auto refusal = refusalOf([&] { frames = durationOf(frame).frames(text); });
     const FramesOrSentence expected = oracleFrames(text, frame);
     require(refusal.value_or("") == expected.sentence, "frames are refused as by the oracle", text);
     require(!expected.frames || frames == *expected.frames, "frames are the oracle's", text);
@@ -53,8 +56,7 @@ void checkFrames(const std::string& text, const FrameTerms& frame) {
 
 void checkTimeText(std::int64_t frames, const FrameTerms& frame) {
     std::optional<std::string> text;
-    const auto refusal =
-        refusalOf([&] { text = timeString(frames, frame.numerator, frame.denominator); });
+    const auto refusal = refusalOf([&] { text = durationOf(frame).time(frames); });
     require(text == oracleTimeText(frames, frame), "frames are written as the oracle does",
             refusal.value_or(text.value_or("")));
     if (!text) return;
@@ -64,7 +66,7 @@ void checkTimeText(std::int64_t frames, const FrameTerms& frame) {
 
 /// A timecode is right when its fields are in range, its label exists and it names the frame.
 void checkTimecodeText(std::int64_t frame, const FrameTerms& terms, DropFrame dropFrame) {
-    std::string text = formatTimecode(frame, terms.numerator, terms.denominator, dropFrame);
+    std::string text = durationOf(terms).timecode(frame, dropFrame);
     const bool drops = dropFrame == DropFrame::yes && oracleDrops(terms);
     require(text.starts_with('-') == (frame < 0), "a timecode has the frame's sign", text);
     if (frame < 0) text.erase(0, 1);
@@ -159,7 +161,7 @@ void checkTimes(FuzzedDataProvider& bytes) {
         checkTimeText(each, terms);
         checkTimecodeText(each, terms, isDropFrame ? DropFrame::yes : DropFrame::no);
     }
-    require(nominalFrameRate(terms.numerator, terms.denominator) == oracleRate(terms),
+    require(durationOf(terms).nominalRate() == oracleRate(terms),
             "the nominal rate is the oracle's");
 
     // An engine costs more than all the rest.

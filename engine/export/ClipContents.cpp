@@ -93,7 +93,7 @@ struct AnnotationTimes {
 AnnotationTimes annotationTimes(const CutEngine& engine, pugi::xml_node element) {
     const auto frames = [&](const char* name, std::int64_t absent) {
         const auto text = attribute(element, name);
-        return text ? framesForTime(*text, engine.frameNumerator, engine.frameDenominator) : absent;
+        return text ? engine.frameDuration.frames(*text) : absent;
     };
     const bool isRange = isOneOf(rangeAnnotations, element);
     const std::int64_t start = frames("start", engine.sourceStart);
@@ -299,8 +299,7 @@ void ClipContents::copyPiece(pugi::xml_node clip, const Piece& piece) const {
 }
 
 void ClipContents::setTime(pugi::xml_node element, const char* name, std::int64_t frames) const {
-    setAttribute(element, name,
-                 timeString(frames, engine_.frameNumerator, engine_.frameDenominator));
+    setAttribute(element, name, engine_.frameDuration.time(frames));
 }
 
 std::vector<std::string> CutEngine::exportObstacles() const {

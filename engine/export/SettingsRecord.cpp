@@ -65,7 +65,8 @@ void RecordWriter::writeHead() {
     line("Project: {}", project_.summary.name);
     line("Edit ID: {}", revision_.id.text());
     line("Generated: {}", iso8601(revision_.created));
-    line("Frame duration: {}/{} seconds", engine_.frameNumerator, engine_.frameDenominator);
+    line("Frame duration: {}/{} seconds", engine_.frameDuration.numerator,
+         engine_.frameDuration.denominator);
     line("Project start: {}", engine_.timecode(0));
     line("Project duration: {} seconds", shortestDecimal(engine_.seconds(engine_.length)));
 }

@@ -1,6 +1,5 @@
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
-#include "engine/TimeValues.h"
 #include "engine/generation/CameraUsage.h"
 
 #include <algorithm>
@@ -14,8 +13,7 @@ namespace {
 std::int64_t plannedFrames(const CutEngine& engine, const std::optional<BookendShot>& shot) {
     if (!shot) return 0;
     constexpr double largest = 0x1p62;
-    const double frames =
-        framesForSeconds(shot->seconds, engine.frameNumerator, engine.frameDenominator);
+    const double frames = engine.frameDuration.frames(shot->seconds);
     if (!(frames > 1)) return 1;
     return std::llround(std::min(frames, largest));
 }

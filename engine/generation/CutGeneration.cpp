@@ -1,6 +1,5 @@
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
-#include "engine/TimeValues.h"
 #include "platform/NumberText.h"
 
 #include <fmt/format.h>
@@ -89,9 +88,7 @@ class GenerationWalk {
 
     [[noreturn]] void refuseUncovered() const;
     CameraIndex indexOf(const std::string& angle) const;
-    double frames(double seconds) const {
-        return framesForSeconds(seconds, engine_.frameNumerator, engine_.frameDenominator);
-    }
+    double frames(double seconds) const { return engine_.frameDuration.frames(seconds); }
 
     const CutEngine& engine_;
     const GenerationInputs& inputs_;

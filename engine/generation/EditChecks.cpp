@@ -1,7 +1,6 @@
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
 #include "engine/SettingLimits.h"
-#include "engine/TimeValues.h"
 
 #include <fmt/format.h>
 
@@ -56,7 +55,7 @@ std::int64_t CutEngine::bookendFrames(const std::optional<BookendShot>& shot) co
     if (!shot) return 0;
     if (!limits::shotSeconds.contains(shot->seconds))
         refuse("Opening and closing lengths must be between 1 and 120 seconds.");
-    const double frames = framesForSeconds(shot->seconds, frameNumerator, frameDenominator);
+    const double frames = frameDuration.frames(shot->seconds);
     return std::max<std::int64_t>(std::llround(frames), 1);
 }
 

@@ -39,16 +39,18 @@ TEST(TimeValues, readsSecondsLenientlyAndRationalTimesStrictly) {
 TEST(TimeValues, readsWholeFrames) {
     const std::string offGrid = "This prototype needs timing aligned to the project frame rate.";
     const std::string large = "9223372036854775807/9223372036854775807s";
-    EXPECT_EQ(framesForTime("-2002/60000s", 1001, 30000), -1);
-    EXPECT_EQ(framesForTime("-999999999s", 1, 1), -999'999'999);
-    const std::tuple<std::string, int, int, std::string> refused[] = {
-        {"-1000000000s", 1, 1, "This time value exceeds the prototype's supported range."},
-        {"3000000001/2s", 1, 1, offGrid}, // neither whole nor in range
-        {"3600s", 1001, 30000, offGrid},
-        {large, 2, 1, offGrid}}; // overflows
-    for (const auto& [text, n, d, sentence] : refused)
-        EXPECT_EQ(failureOf([&t = text, a = n, b = d] { framesForTime(t, a, b); }), sentence);
-    EXPECT_EQ(failureOf([] { timeString(INT64_MAX, 2, 25); }),
+    EXPECT_EQ((FrameDuration{1001, 30000}.frames("-2002/60000s")), -1);
+    EXPECT_EQ((FrameDuration{1, 1}.frames("-999999999s")), -999'999'999);
+    const std::tuple<std::string, FrameDuration, std::string> refused[] = {
+        {"-1000000000s", {1, 1}, "This time value exceeds the prototype's supported range."},
+        {"3000000001/2s", {1, 1}, offGrid}, // neither whole nor in range
+        {"3600s", {1001, 30000}, offGrid},
+        {large, {2, 1}, offGrid}}; // overflows
+    for (const auto& [text, duration, sentence] : refused)
+        EXPECT_EQ(failureOf([&t = text, &d = duration] { d.frames(t); }), sentence);
+    EXPECT_EQ(failureOf([] {
+                  FrameDuration{2, 25}.time(INT64_MAX);
+              }),
               "A time in this edit is too large to export. Import the project again.");
 }
 
@@ -62,13 +64,13 @@ CutEngine engineAt(const char* frameDuration, const std::string& tcFormat, int s
 
 TEST(Timecode, showsFrames) {
     using enum DropFrame;
-    const std::tuple<std::int64_t, int, int, DropFrame, const char*> rows[] = {
-        {INT64_MIN, 1, 25, no, "-102481911520608:37:12:08"},
-        {11, 2, 5, no, "00:00:03:02"}, // labelled by 3 frames a second
-        {1800, 100, 2997, yes, "00:01:00:00"},
-        {-1800, 2002, 60000, yes, "-00:01:00;02"}};
-    for (const auto& [frame, numerator, denominator, dropFrame, text] : rows)
-        EXPECT_EQ(formatTimecode(frame, numerator, denominator, dropFrame), text);
+    const std::tuple<std::int64_t, FrameDuration, DropFrame, const char*> rows[] = {
+        {INT64_MIN, {1, 25}, no, "-102481911520608:37:12:08"},
+        {11, {2, 5}, no, "00:00:03:02"}, // labelled by 3 frames a second
+        {1800, {100, 2997}, yes, "00:01:00:00"},
+        {-1800, {2002, 60000}, yes, "-00:01:00;02"}};
+    for (const auto& [frame, duration, dropFrame, text] : rows)
+        EXPECT_EQ(duration.timecode(frame, dropFrame), text);
 }
 
 TEST(Timecode, readsWhatIsTyped) {

@@ -30,7 +30,7 @@ std::string assetXml(const AngleSpec& angle) {
 
 std::string ProjectBuilder::time(std::int64_t frames) const {
     const RationalTime frame = parseRationalTime(frameDuration);
-    return timeString(frames, frame.numerator, frame.denominator);
+    return FrameDuration{frame.numerator, frame.denominator}.time(frames);
 }
 
 std::string ProjectBuilder::xml() const {

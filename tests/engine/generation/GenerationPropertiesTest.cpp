@@ -151,7 +151,8 @@ class Rules {
         });
     }
     double frames(double seconds) const {
-        return seconds * double(engine_.frameDenominator) / double(engine_.frameNumerator);
+        return seconds * double(engine_.frameDuration.denominator) /
+               double(engine_.frameDuration.numerator);
     }
     double waitOf(const std::string& name) const {
         const auto found = in_.returnTimes.find(name);
@@ -209,7 +210,8 @@ class Rules {
             }
         }
         const auto seconds = [&](Frames frames) {
-            return double(frames * engine_.frameNumerator) / double(engine_.frameDenominator);
+            return double(frames * engine_.frameDuration.numerator) /
+                   double(engine_.frameDuration.denominator);
         };
         return fmt::format("No selected camera has video at {:.2f} seconds. The uncovered section "
                            "lasts {:.2f} seconds. {}",
@@ -373,7 +375,8 @@ GenerationInputs drawnInputs(Dice& dice, const CutEngine& engine) {
     in.otherRange = drawnRange(dice);
     if (dice.oneIn(5)) in.opening = BookendShot{dice.angle(), dice.tenths(1, 5)};
     if (dice.oneIn(5)) in.closing = BookendShot{dice.angle(), dice.tenths(1, 5)};
-    const double rate = double(engine.frameDenominator) / double(engine.frameNumerator);
+    const double rate =
+        double(engine.frameDuration.denominator) / double(engine.frameDuration.numerator);
     in.sections =
         drawnSections(dice, engine, in.opening ? std::llround(rate * in.opening->seconds) : 0);
     for (Frames faults = dice.oneIn(8) ? 1 + dice.below(3) : 0; faults > 0; --faults)
