@@ -59,9 +59,10 @@ class Grammar {
 
     /// The verb that was asked for; null when none was.
     const Verb* chosen() const {
-        const auto found = std::find_if(verbs_.begin(), verbs_.end(),
-                                        [](const Verb& verb) { return verb.grammar->parsed(); });
-        return found == verbs_.end() ? nullptr : &*found;
+        const std::vector<CLI::App*> parsed = program_.get_subcommands();
+        if (parsed.empty()) return nullptr;
+        return &*std::find_if(verbs_.begin(), verbs_.end(),
+                              [&](const Verb& verb) { return verb.grammar == parsed.front(); });
     }
 
     /// The usage of the verb that was asked for, in two lines.

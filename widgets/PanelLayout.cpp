@@ -1,6 +1,7 @@
 #include "widgets/PanelLayout.h"
 
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QFrame>
 #include <QGroupBox>
@@ -48,7 +49,7 @@ QLabel* titleLabel(const QString& title, QWidget* control) {
 }
 
 QLabel* helpLabel(const char* text) {
-    QLabel* const label = style::wrappingLabel(style::TextStyle::caption, style::help());
+    QLabel* const label = new WrappedLabel(style::TextStyle::caption, style::help());
     label->setText(QString::fromUtf8(text));
     return label;
 }

@@ -1,7 +1,5 @@
 #include "widgets/Style.h"
 
-#include "widgets/HeightCache.h"
-
 #include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetricsF>
@@ -31,6 +29,19 @@ QString css(const QColor& colour) {
     return colour.name(QColor::HexRgb);
 }
 
+QColor disabled() {
+    return {0x7c, 0x7c, 0x86};
+}
+QColor placeholder() {
+    return {0x9a, 0x9a, 0xa4};
+}
+QColor selection() {
+    return {0x5a, 0x3a, 0x22};
+}
+QColor onAccent() {
+    return {0x1a, 0x11, 0x08};
+}
+
 QPalette palette() {
     QPalette palette;
     palette.setColor(QPalette::Window, background());
@@ -42,9 +53,9 @@ QPalette palette() {
                             QPalette::ToolTipText, QPalette::BrightText})
         palette.setColor(role, text());
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(0x7c, 0x7c, 0x86));
-    palette.setColor(QPalette::PlaceholderText, QColor(0x9a, 0x9a, 0xa4));
-    palette.setColor(QPalette::Highlight, QColor(0x5a, 0x3a, 0x22));
+        palette.setColor(QPalette::Disabled, role, disabled());
+    palette.setColor(QPalette::PlaceholderText, placeholder());
+    palette.setColor(QPalette::Highlight, selection());
     palette.setColor(QPalette::HighlightedText, text());
     palette.setColor(QPalette::Link, accent());
     palette.setColor(QPalette::LinkVisited, accent());
@@ -66,8 +77,8 @@ QString styleSheet() {
         QPushButton:hover:enabled { border-color: @secondary; }
         QPushButton:pressed { background: @line; }
         QPushButton:focus, QComboBox:focus, QLineEdit:focus { border-color: @accent; }
-        QPushButton:disabled, QComboBox:disabled { color: #7c7c86; }
-        QPushButton[prominent="true"]:enabled { background: @accent; color: #1a1108;
+        QPushButton:disabled, QComboBox:disabled { color: @disabled; }
+        QPushButton[prominent="true"]:enabled { background: @accent; color: @onAccent;
                                                 border-color: @accent; }
         QPushButton[prominent="true"]:focus { border-color: @text; }
         QComboBox { background: @field; border: 1px solid @line; border-radius: @5;
@@ -80,7 +91,7 @@ QString styleSheet() {
                       min-width: @14; min-height: @14; padding: @2 @4; }
         QToolButton:hover:enabled { border-color: @secondary; }
         QToolButton:pressed { background: @line; }
-        QToolButton:disabled { color: #7c7c86; }
+        QToolButton:disabled { color: @disabled; }
         QToolButton:focus { border-color: @accent; }
         QSlider::groove:horizontal { height: @4; border-radius: @2; background: @line; }
         QSlider::sub-page:horizontal { border-radius: @2; background: @accent; }
@@ -88,9 +99,9 @@ QString styleSheet() {
                                      background: @text; }
         QSlider::handle:horizontal:focus { background: @accent; }
         QSlider::sub-page:horizontal:disabled, QSlider::handle:horizontal:disabled {
-            background: #7c7c86; }
+            background: @disabled; }
         QAbstractItemView { background: @box; border: 1px solid @line;
-                            selection-background-color: #5a3a22; }
+                            selection-background-color: @selection; }
         QHeaderView::section { background: @field; border: none; border-right: 1px solid @line;
                                padding: @4 @8; }
         QToolTip { background: @field; color: @text; border: 1px solid @line; padding: @4; }
@@ -111,33 +122,12 @@ QString styleSheet() {
     sheet.replace(QStringLiteral("@secondary"), css(secondary()));
     sheet.replace(QStringLiteral("@text"), css(text()));
     sheet.replace(QStringLiteral("@accent"), css(accent()));
+    sheet.replace(QStringLiteral("@onAccent"), css(onAccent()));
+    sheet.replace(QStringLiteral("@disabled"), css(disabled()));
+    sheet.replace(QStringLiteral("@selection"), css(selection()));
     for (const int points : {24, 22, 14, 12, 10, 8, 7, 6, 5, 4, 2, 1})
         sheet.replace(QStringLiteral("@%1").arg(points), px(points));
     return sheet;
-}
-
-} // namespace
-
-namespace {
-
-class WrappingLabel : public QLabel {
-  public:
-    int heightForWidth(int width) const override {
-        return heights_.height(text(), QLabel::font(), width,
-                               [&] { return QLabel::heightForWidth(width); });
-    }
-
-  private:
-    mutable HeightCache heights_;
-};
-
-QLabel* prepared(QLabel* label, TextStyle style, const QColor& colour) {
-    label->setTextFormat(Qt::PlainText);
-    label->setFont(font(style));
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, colour);
-    label->setPalette(palette);
-    return label;
 }
 
 } // namespace
@@ -228,17 +218,18 @@ QFont withEqualDigits(const QFont& font) {
     return fixed;
 }
 
-QLabel* label(TextStyle style, const QColor& colour) {
-    return prepared(new QLabel, style, colour);
+void prepare(QLabel& label, TextStyle style, const QColor& colour) {
+    label.setTextFormat(Qt::PlainText);
+    label.setFont(font(style));
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, colour);
+    label.setPalette(palette);
 }
 
-QLabel* wrappingLabel(TextStyle style, const QColor& colour) {
-    QLabel* const wrapping = prepared(new WrappingLabel, style, colour);
-    wrapping->setWordWrap(true);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
-    policy.setHeightForWidth(true);
-    wrapping->setSizePolicy(policy);
-    return wrapping;
+QLabel* label(TextStyle style, const QColor& colour) {
+    auto* const label = new QLabel;
+    prepare(*label, style, colour);
+    return label;
 }
 
 void apply(QApplication& application) {

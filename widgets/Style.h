@@ -47,8 +47,10 @@ QFont font(TextStyle style);
 /// `font`, or, where its digits differ in width, one of the same size in which they do not.
 QFont withEqualDigits(const QFont& font);
 
-/// A label whose text wraps. Its text is never taken for markup.
-QLabel* wrappingLabel(TextStyle style, const QColor& colour = text());
+/// Gives a label its look. Its text is never taken for markup.
+void prepare(QLabel& label, TextStyle style, const QColor& colour);
+
+/// A label of one line.
 QLabel* label(TextStyle style, const QColor& colour = text());
 
 /// Gives the application font, palette and style sheet.

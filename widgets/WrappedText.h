@@ -1,9 +1,7 @@
 #pragma once
 
-#include "widgets/HeightCache.h"
-#include "widgets/Style.h"
-
-#include <QLabel>
+#include <QFont>
+#include <QString>
 #include <QTextLayout>
 
 namespace shotweaver {
@@ -16,8 +14,9 @@ QString shortened(const QString& text);
 /// camera's or a project's name may be anything. A long text is shortened.
 class WrappedText {
   public:
-    /// `width` in pixels.
-    WrappedText(const QString& text, const QFont& font, double width);
+    /// `width` in pixels; of the alignment, its horizontal part.
+    WrappedText(const QString& text, const QFont& font, double width,
+                Qt::Alignment alignment = Qt::AlignLeft);
 
     double height() const { return height_; }
     double lineHeight() const;
@@ -30,24 +29,5 @@ class WrappedText {
 
 /// The width of a text, shortened, in one line, pixels.
 int lineWidth(const QString& text, const QFont& font);
-
-/// A label that breaks its text into as many lines as it takes, never takes it for markup, and
-/// shortens it only to show it.
-class WrappedLabel : public QLabel {
-    Q_OBJECT
-
-  public:
-    explicit WrappedLabel(style::TextStyle style, const QColor& colour = style::text());
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-    int heightForWidth(int width) const override;
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
-
-  private:
-    mutable HeightCache heights_;
-};
 
 } // namespace shotweaver

@@ -5,9 +5,11 @@
 #include "editor/views/SavePresetSheet.h"
 #include "editor/views/preview/PreviewColumn.h"
 #include "editor/views/settings/SettingsColumn.h"
+#include "widgets/ActionButton.h"
 #include "widgets/Controls.h"
 #include "widgets/IconLabel.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 #include "widgets/WrappedText.h"
 
 #include <QApplication>
@@ -20,7 +22,6 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QSplitter>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -45,12 +46,12 @@ EditorPanel::EditorPanel(ContentView& editor, QWidget* parent) : QWidget(parent)
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(style::scaled(style::normal));
     layout->addWidget(makeHeader());
-    noProject_ = style::wrappingLabel(style::TextStyle::headline, style::secondary());
+    noProject_ = new WrappedLabel(style::TextStyle::headline, style::secondary());
     noProject_->setText(QString::fromUtf8(panelTexts::noProject));
     noProject_->setAlignment(Qt::AlignCenter);
     noProject_->setObjectName(QStringLiteral("noProject"));
     layout->addWidget(noProject_, 1);
-    importWarning_ = style::wrappingLabel(style::TextStyle::callout, style::accent());
+    importWarning_ = new WrappedLabel(style::TextStyle::callout, style::accent());
     importWarning_->setObjectName(QStringLiteral("importWarning"));
     layout->addWidget(importWarning_);
     layout->addWidget(makeColumns(), 1);
@@ -95,33 +96,18 @@ QWidget* EditorPanel::makeToolbar() {
     auto* const row = new QHBoxLayout(toolbar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(style::scaled(style::close));
-    QPushButton* const help =
-        toolbarButton(tr("Help"), QStringLiteral("help"), QString::fromUtf8(panelTexts::helpTip),
-                      QKeySequence(Qt::Key_F1));
-    QPushButton* const about = toolbarButton(tr("About"), QStringLiteral("about"),
-                                             QString::fromUtf8(panelTexts::aboutTip), {});
-    QPushButton* const open =
-        toolbarButton(tr("Import Final Cut XML…"), QStringLiteral("import"),
-                      QString::fromUtf8(panelTexts::importTip), QKeySequence(QKeySequence::Open));
-    for (QPushButton* const button : {help, about, open})
-        row->addWidget(button);
-    connect(help, &QPushButton::clicked, this, [this] { editor_.setShowingHelp(true); });
-    connect(about, &QPushButton::clicked, this, [this] { editor_.setShowingAbout(true); });
-    connect(open, &QPushButton::clicked, this, [this] { importProject(); });
+    const auto add = [&](const ActionButton& action, std::function<void()> run) {
+        row->addWidget(makeActionButton(action, this, std::move(run)));
+    };
+    add({QStringLiteral("help"), tr("Help"), QString::fromUtf8(panelTexts::helpTip),
+         QKeySequence(Qt::Key_F1)},
+        [this] { editor_.setShowingHelp(true); });
+    add({QStringLiteral("about"), tr("About"), QString::fromUtf8(panelTexts::aboutTip), {}},
+        [this] { editor_.setShowingAbout(true); });
+    add({QStringLiteral("import"), tr("Import Final Cut XML…"),
+         QString::fromUtf8(panelTexts::importTip), QKeySequence(QKeySequence::Open)},
+        [this] { editor_.chooseProjectFile(); });
     return toolbar;
-}
-
-QPushButton* EditorPanel::toolbarButton(const QString& text, const QString& name,
-                                        const QString& tip, const QKeySequence& shortcut) {
-    auto* const button = new QPushButton(text);
-    button->setObjectName(name);
-    button->setToolTip(shortcut.isEmpty() ? tip
-                                          : tip + QStringLiteral(" (%1)").arg(
-                                                      shortcut.toString(QKeySequence::NativeText)));
-    if (!shortcut.isEmpty())
-        connect(new QShortcut(shortcut, this), &QShortcut::activated, button,
-                [button] { button->click(); });
-    return button;
 }
 
 /// Each part is made as a child of what holds it: the style sheet is worked out again for whatever
@@ -155,19 +141,15 @@ QWidget* EditorPanel::makeFooter() {
     auto* const lines = new QVBoxLayout(footer);
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(style::scaled(style::tight));
-    status_ = style::wrappingLabel(style::TextStyle::body);
+    status_ = new WrappedLabel(style::TextStyle::body);
     status_->setObjectName(QStringLiteral("status"));
-    saveError_ = style::wrappingLabel(style::TextStyle::caption, style::accent());
+    saveError_ = new WrappedLabel(style::TextStyle::caption, style::accent());
     saveError_->setObjectName(QStringLiteral("sessionSaveError"));
-    QLabel* const hint = style::wrappingLabel(style::TextStyle::caption, style::secondary());
+    QLabel* const hint = new WrappedLabel(style::TextStyle::caption, style::secondary());
     hint->setText(QString::fromUtf8(panelTexts::footerHint));
     for (QLabel* const line : {status_, saveError_, hint})
         lines->addWidget(line);
     return footer;
-}
-
-void EditorPanel::importProject() {
-    editor_.chooseProjectFile();
 }
 
 void EditorPanel::refresh() {

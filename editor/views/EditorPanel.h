@@ -36,13 +36,10 @@ class EditorPanel : public QWidget {
     QWidget* makeColumns();
     void makeSettingsArea();
     QWidget* makeFooter();
-    QPushButton* toolbarButton(const QString& text, const QString& name, const QString& tip,
-                               const QKeySequence& shortcut);
     void watchDrops(QObject* object);
     bool handleDragEvent(QEvent* event);
     void refresh();
     void refreshAlert();
-    void importProject();
 
     ContentView& editor_;
     QLabel* noProject_ = nullptr;

@@ -1,11 +1,13 @@
 #include "help/views/LinkLabel.h"
 
+#include "widgets/WrappedLabel.h"
+
 #include <QLabel>
 
 namespace shotweaver {
 
 QLabel* makeLink(const std::string& title, const std::string& url, style::TextStyle textStyle) {
-    QLabel* const link = style::wrappingLabel(textStyle, style::accent());
+    QLabel* const link = new WrappedLabel(textStyle, style::accent());
     link->setTextFormat(Qt::RichText);
     link->setText(QStringLiteral("<a href=\"%1\">%2</a>")
                       .arg(toQt(url).toHtmlEscaped(), toQt(title).toHtmlEscaped()));

@@ -2,6 +2,7 @@
 
 #include "help/views/LinkLabel.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -13,7 +14,7 @@ namespace {
 
 QLabel* textLabel(style::TextStyle textStyle, const std::string& text,
                   const QColor& colour = style::text()) {
-    QLabel* const label = style::wrappingLabel(textStyle, colour);
+    QLabel* const label = new WrappedLabel(textStyle, colour);
     label->setText(toQt(text));
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;

@@ -4,6 +4,7 @@
 #include "help/views/LinkLabel.h"
 #include "widgets/IconLabel.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -18,7 +19,7 @@ namespace {
 
 QLabel* centredText(style::TextStyle textStyle, const std::string& text,
                     const QColor& colour = style::text()) {
-    QLabel* const label = style::wrappingLabel(textStyle, colour);
+    QLabel* const label = new WrappedLabel(textStyle, colour);
     label->setText(toQt(text));
     label->setAlignment(Qt::AlignHCenter);
     return label;

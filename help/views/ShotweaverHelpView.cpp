@@ -6,6 +6,7 @@
 #include "help/views/ManualPage.h"
 #include "widgets/IconLabel.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -141,9 +142,9 @@ QWidget* ShotweaverHelpView::makeTopics() {
 QWidget* ShotweaverHelpView::makeNoMatches() {
     auto* const page = new QWidget;
     auto* const layout = new QVBoxLayout(page);
-    QLabel* const title = style::wrappingLabel(style::TextStyle::headline);
+    QLabel* const title = new WrappedLabel(style::TextStyle::headline);
     title->setText(QString::fromUtf8(helpTexts::noMatches));
-    QLabel* const hint = style::wrappingLabel(style::TextStyle::body, style::secondary());
+    QLabel* const hint = new WrappedLabel(style::TextStyle::body, style::secondary());
     hint->setText(QString::fromUtf8(helpTexts::noMatchesHint));
     auto* const button = new QPushButton(QString::fromUtf8(helpTexts::showAll));
     button->setObjectName(QStringLiteral("showAllTopics"));
@@ -160,9 +161,9 @@ QWidget* ShotweaverHelpView::makeNoMatches() {
 QWidget* ShotweaverHelpView::makeError() const {
     auto* const page = new QWidget;
     auto* const layout = new QVBoxLayout(page);
-    QLabel* const title = style::wrappingLabel(style::TextStyle::headline);
+    QLabel* const title = new WrappedLabel(style::TextStyle::headline);
     title->setText(QString::fromUtf8(helpTexts::failed));
-    QLabel* const description = style::wrappingLabel(style::TextStyle::body);
+    QLabel* const description = new WrappedLabel(style::TextStyle::body);
     description->setObjectName(QStringLiteral("helpError"));
     description->setText(toQt(content_.error()->description));
     layout->addStretch();

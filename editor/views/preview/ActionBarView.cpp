@@ -1,13 +1,14 @@
 #include "editor/views/preview/ActionBarView.h"
 
 #include "editor/PanelTexts.h"
+#include "widgets/ActionButton.h"
 #include "widgets/Controls.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QHBoxLayout>
 #include <QKeySequence>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -27,20 +28,17 @@ QHBoxLayout* addRow(QVBoxLayout& rows) {
 
 ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor),
-      generate_(addButton("generate", panelTexts::generateHelp, Qt::CTRL | Qt::Key_G,
+      generate_(addButton("generate", QString(), panelTexts::generateHelp, Qt::CTRL | Qt::Key_G,
                           &ContentView::generateEdit)),
-      back_(addButton("back", panelTexts::backHelp, Qt::CTRL | Qt::Key_BracketLeft,
+      back_(addButton("back", tr("Back"), panelTexts::backHelp, Qt::CTRL | Qt::Key_BracketLeft,
                       &ContentView::goBack)),
-      forward_(addButton("forward", panelTexts::forwardHelp, Qt::CTRL | Qt::Key_BracketRight,
-                         &ContentView::goForward)),
-      export_(addButton("export", panelTexts::exportHelp, Qt::CTRL | Qt::Key_E,
-                        &ContentView::exportEdit)),
+      forward_(addButton("forward", tr("Forward"), panelTexts::forwardHelp,
+                         Qt::CTRL | Qt::Key_BracketRight, &ContentView::goForward)),
+      export_(addButton("export", tr("Export to Final Cut…"), panelTexts::exportHelp,
+                        Qt::CTRL | Qt::Key_E, &ContentView::exportEdit)),
       position_(style::label(style::TextStyle::callout, style::secondary())),
-      hint_(style::wrappingLabel(style::TextStyle::callout, style::secondary())) {
+      hint_(new WrappedLabel(style::TextStyle::callout, style::secondary())) {
     generate_->setProperty("prominent", true);
-    back_->setText(tr("Back"));
-    forward_->setText(tr("Forward"));
-    export_->setText(tr("Export to Final Cut…"));
     position_->setObjectName(QStringLiteral("position"));
     position_->setFont(style::withEqualDigits(position_->font()));
     hint_->setObjectName(QStringLiteral("hint"));
@@ -48,19 +46,11 @@ ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
     refresh();
 }
 
-QPushButton* ActionBarView::addButton(const char* name, const char* help,
+QPushButton* ActionBarView::addButton(const char* name, const QString& text, const char* help,
                                       const QKeySequence& shortcut,
                                       void (ContentView::*operation)()) {
-    auto* const button = new QPushButton(this);
-    button->setObjectName(QString::fromUtf8(name));
-    button->setToolTip(QStringLiteral("%1 (%2)").arg(QString::fromUtf8(help),
-                                                     shortcut.toString(QKeySequence::NativeText)));
-    connect(button, &QPushButton::clicked, this,
-            [this, operation] { std::invoke(operation, editor_); });
-    // Not the button's own, which a change of its label would drop.
-    connect(new QShortcut(shortcut, this), &QShortcut::activated, button,
-            [button] { button->click(); });
-    return button;
+    return makeActionButton({QString::fromUtf8(name), text, QString::fromUtf8(help), shortcut},
+                            this, [this, operation] { std::invoke(operation, editor_); });
 }
 
 /// In two rows, since the column may be little wider than three buttons.

@@ -23,9 +23,8 @@ class ActionBarView : public QWidget {
     void refresh();
 
   private:
-    /// `help` stands in the tooltip, before the shortcut.
-    QPushButton* addButton(const char* name, const char* help, const QKeySequence& shortcut,
-                           void (ContentView::*operation)());
+    QPushButton* addButton(const char* name, const QString& text, const char* help,
+                           const QKeySequence& shortcut, void (ContentView::*operation)());
     void layOut();
 
     ContentView& editor_;

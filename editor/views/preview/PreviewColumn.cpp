@@ -8,6 +8,7 @@
 #include "planning/EditTexts.h"
 #include "widgets/Controls.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QVBoxLayout>
 
@@ -24,10 +25,10 @@ void showLine(QLabel& label, const std::optional<std::string>& text) {
 
 PreviewColumn::PreviewColumn(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor),
-      warning_(style::wrappingLabel(style::TextStyle::body, style::accent())),
-      actions_(new ActionBarView(editor)), summary_(style::wrappingLabel(style::TextStyle::body)),
+      warning_(new WrappedLabel(style::TextStyle::body, style::accent())),
+      actions_(new ActionBarView(editor)), summary_(new WrappedLabel(style::TextStyle::body)),
       overview_(new EditOverview(editor)), cuts_(new CutTable(editor)),
-      noCuts_(style::wrappingLabel(style::TextStyle::body, style::secondary())),
+      noCuts_(new WrappedLabel(style::TextStyle::body, style::secondary())),
       usage_(new UsageTable(editor)) {
     warning_->setObjectName(QStringLiteral("coverageWarning"));
     summary_->setObjectName(QStringLiteral("summary"));

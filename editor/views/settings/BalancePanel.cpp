@@ -6,6 +6,7 @@
 #include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,7 +16,7 @@ namespace shotweaver {
 
 BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
     : QGroupBox(tr("Camera balance and pacing"), parent), editor_(editor),
-      target_(style::wrappingLabel(style::TextStyle::body)),
+      target_(new WrappedLabel(style::TextStyle::body)),
       share_(new ValueSlider(shareRange, tr("Main camera's share of screen time"))),
       mainMinimum_(makeStepper(QStringLiteral("mainMinimum"), tr("Main camera"))),
       mainMaximum_(makeStepper(QStringLiteral("mainMaximum"), tr("Main camera"))),

@@ -5,6 +5,7 @@
 #include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -23,7 +24,7 @@ constexpr int frequencyWidth = 280;
 CameraRowView::CameraRowView(ContentView& editor, const std::string& id, QWidget* parent)
     : QWidget(parent), id_(id), included_(new Toggle),
       frequency_(new ValueSlider(frequencyRange, QString())),
-      frequencyHelp_(style::wrappingLabel(style::TextStyle::caption, style::help())),
+      frequencyHelp_(new WrappedLabel(style::TextStyle::caption, style::help())),
       wait_(new Stepper(waitRange)) {
     included_->setObjectName(QStringLiteral("include-") + toQt(id));
     frequency_->setObjectName(QStringLiteral("frequency-") + toQt(id));

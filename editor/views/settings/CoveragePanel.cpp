@@ -6,7 +6,7 @@
 #include "widgets/PanelLayout.h"
 #include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
-#include "widgets/WrappedText.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -86,7 +86,7 @@ QWidget* CoveragePanel::makeAxis() {
 QWidget* CoveragePanel::makeSummary() {
     message_ = new WrappedLabel(style::TextStyle::caption, style::accent());
     message_->setObjectName(QStringLiteral("coverageMessage"));
-    complete_ = style::wrappingLabel(style::TextStyle::caption, style::secondary());
+    complete_ = new WrappedLabel(style::TextStyle::caption, style::secondary());
     complete_->setObjectName(QStringLiteral("coverageComplete"));
     gapHeading_ = new QToolButton;
     gapHeading_->setObjectName(QStringLiteral("uncoveredSections"));

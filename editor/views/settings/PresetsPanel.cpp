@@ -1,9 +1,10 @@
 #include "editor/views/settings/PresetsPanel.h"
 
 #include "editor/PanelTexts.h"
+#include "widgets/ActionButton.h"
 #include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
-#include "widgets/WrappedText.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -38,12 +39,8 @@ PresetsPanel::PresetsPanel(ContentView& editor, QWidget* parent)
 
 QPushButton* PresetsPanel::makeButton(const QString& title, const QString& name,
                                       void (ContentView::*operation)()) {
-    auto* const button = new QPushButton(title);
-    button->setObjectName(name);
-    button->setAccessibleName(title);
-    connect(button, &QPushButton::clicked, this,
-            [this, operation] { std::invoke(operation, editor_); });
-    return button;
+    return makeActionButton({name, title, {}, {}}, this,
+                            [this, operation] { std::invoke(operation, editor_); });
 }
 
 QLayout* PresetsPanel::makeButtons() {

@@ -8,7 +8,7 @@
 #include "editor/views/settings/SectionsPanel.h"
 #include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
-#include "widgets/WrappedText.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QVBoxLayout>
 

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QKeySequence>
+#include <QString>
+
+#include <functional>
+
+class QPushButton;
+class QWidget;
+
+namespace shotweaver {
+
+/// A button that runs an operation.
+struct ActionButton {
+    QString name; // the object name
+    QString text;
+    QString help;          // stands in the tooltip, before the shortcut
+    QKeySequence shortcut; // works wherever the focus is in the panel's window; empty for none
+};
+
+/// Makes the button. Its shortcut belongs to `panel`: a button's own would go with a change of its
+/// text.
+QPushButton* makeActionButton(const ActionButton& action, QWidget* panel,
+                              std::function<void()> run);
+
+} // namespace shotweaver

@@ -1,0 +1,49 @@
+#include "widgets/WrappedLabel.h"
+
+#include "widgets/WrappedText.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace shotweaver {
+
+WrappedLabel::WrappedLabel(style::TextStyle style, const QColor& colour) {
+    style::prepare(*this, style, colour);
+    setWordWrap(true);
+    setTextInteractionFlags(Qt::NoTextInteraction);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+QSize WrappedLabel::sizeHint() const {
+    if (isInteractive()) return QLabel::sizeHint();
+    const int width = std::min(shotweaver::lineWidth(text(), font()), style::scaled(400));
+    return {width, heightForWidth(width)};
+}
+
+QSize WrappedLabel::minimumSizeHint() const {
+    if (isInteractive()) return QLabel::minimumSizeHint();
+    return {style::scaled(60), fontMetrics().height()};
+}
+
+int WrappedLabel::heightForWidth(int width) const {
+    return heights_.height(text(), font(), width, [&] {
+        if (isInteractive()) return QLabel::heightForWidth(width);
+        return static_cast<int>(std::ceil(WrappedText(text(), font(), width).height()));
+    });
+}
+
+void WrappedLabel::paintEvent(QPaintEvent* event) {
+    if (isInteractive()) return QLabel::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    const WrappedText lines(text(), font(), width(), alignment());
+    const double spare = height() - lines.height();
+    const bool isAtTop = (alignment() & Qt::AlignTop) || spare < 0;
+    lines.draw(painter, {0, isAtTop ? 0 : std::floor(spare / 2)});
+}
+
+} // namespace shotweaver
