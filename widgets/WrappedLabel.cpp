@@ -9,6 +9,14 @@
 
 namespace shotweaver {
 
+namespace {
+
+// Points that a text of several lines would like to be wide. Whatever holds it may be wider, but
+// is then never lower than it needs.
+constexpr int comfortable = 380;
+
+} // namespace
+
 WrappedLabel::WrappedLabel(style::TextStyle style, const QColor& colour) {
     style::prepare(*this, style, colour);
     setWordWrap(true);
@@ -20,7 +28,7 @@ WrappedLabel::WrappedLabel(style::TextStyle style, const QColor& colour) {
 
 QSize WrappedLabel::sizeHint() const {
     if (isInteractive()) return QLabel::sizeHint();
-    const int width = std::min(shotweaver::lineWidth(text(), font()), style::scaled(400));
+    const int width = std::min(shotweaver::lineWidth(text(), font()), style::scaled(comfortable));
     return {width, heightForWidth(width)};
 }
 
