@@ -1,5 +1,7 @@
 #include "benchmarks/BenchmarkDocuments.h"
 #include "engine/CutEngine.h"
+#include "engine/export/ExportDocument.h"
+#include "engine/generation/CutGeneration.h"
 
 #include <benchmark/benchmark.h>
 
@@ -42,7 +44,7 @@ void generation(benchmark::State& state) {
     const UUIDMaker makeUUID = secureUUIDs();
     CountingRandom random;
     for (auto _ : state)
-        benchmark::DoNotOptimize(engine.generateCuts(inputs, random, makeUUID));
+        benchmark::DoNotOptimize(generateCuts(engine, inputs, random, makeUUID));
     state.counters["shots"] =
         benchmark::Counter(static_cast<double>(random.shots()), benchmark::Counter::kIsRate);
 }
@@ -56,7 +58,7 @@ void exportOfCuts(benchmark::State& state) {
     for (std::int64_t i = 0; i < count; ++i)
         cuts.push_back({makeUUID(), i % 2 == 0 ? "angle-0" : "angle-1", i * 100, 100});
     for (auto _ : state)
-        benchmark::DoNotOptimize(engine.exportDocument(cuts, "angle-0", makeUUID));
+        benchmark::DoNotOptimize(exportDocument(engine, cuts, "angle-0", makeUUID));
 }
 
 BENCHMARK(generation)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);

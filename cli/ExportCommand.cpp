@@ -3,6 +3,7 @@
 #include "cli/Grammar.h"
 #include "cli/HandOff.h"
 #include "cli/ProjectSource.h"
+#include "engine/export/ExportDocument.h"
 #include "engine/export/ExportFiles.h"
 #include "engine/export/SettingsRecord.h"
 #include "persistence/RecordJson.h"
@@ -72,7 +73,7 @@ void exportRevision(const EditRevision& revision, const Project& project,
                     const ExportFolder& output, const CommandContext& context,
                     CommandResult& result) {
     const std::string xml =
-        project.engine.exportDocument(revision.cuts, revision.settings.audio, secureUUIDs());
+        exportDocument(project.engine, revision.cuts, revision.settings.audio, secureUUIDs());
     const std::string record = settingsRecordText(project, revision);
     const ExportedFiles files =
         writeExportFiles(context.files, output.path, xml, record, project.summary.name);

@@ -5,6 +5,7 @@
 #include "cli/TextTable.h"
 #include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
+#include "engine/export/ExportObstacles.h"
 #include "platform/NumberText.h"
 #include "platform/RecordCoding.h"
 #include "platform/Text.h"
@@ -151,7 +152,7 @@ CommandResult run(const InspectOptions& options, const CommandContext& context) 
     std::optional<CutEngine> engine;
     try {
         engine.emplace(std::move(intake));
-        for (const std::string& obstacle : engine->exportObstacles())
+        for (const std::string& obstacle : exportObstacles(*engine))
             result.notes += fmt::format("warning: {}\n", oneLine(obstacle));
     } catch (const FinalCutImportError& error) {
         result.failure = error.what();

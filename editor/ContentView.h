@@ -7,6 +7,7 @@
 #include "editor/Observers.h"
 #include "editor/SettingsContent.h"
 #include "engine/export/ExportFiles.h"
+#include "engine/generation/CoverageReport.h"
 #include "persistence/SavedEditSession.h"
 #include "persistence/SessionFile.h"
 #include "platform/FileCalls.h"

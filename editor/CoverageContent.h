@@ -3,6 +3,7 @@
 #include "engine/EditSettings.h"
 #include "engine/FrameRange.h"
 #include "engine/Project.h"
+#include "engine/generation/CoverageReport.h"
 
 #include <optional>
 #include <string>

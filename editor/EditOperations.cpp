@@ -1,5 +1,6 @@
 #include "editor/ContentView.h"
 #include "editor/ItemAccessGrant.h"
+#include "engine/export/ExportDocument.h"
 #include "engine/export/SettingsRecord.h"
 #include "planning/EditPlan.h"
 #include "platform/Files.h"
@@ -52,8 +53,8 @@ void ContentView::exportEdit() {
         if (!fields_.project || !revision || fields_.settings != revision->settings) return;
         // All of it before the dialog, during which another project may arrive.
         const Project& project = *fields_.project;
-        const std::string xml = project.engine.exportDocument(
-            revision->cuts, revision->settings.audio, environment_.makeUUID);
+        const std::string xml = exportDocument(project.engine, revision->cuts,
+                                               revision->settings.audio, environment_.makeUUID);
         const std::string record = settingsRecordText(project, *revision);
         const std::string projectName = project.summary.name;
 

@@ -1,5 +1,6 @@
 #include "editor/ContentView.h"
 #include "editor/ItemAccessGrant.h"
+#include "engine/export/ExportObstacles.h"
 #include "planning/ProjectDefaults.h"
 #include "planning/ProjectFile.h"
 #include "platform/FileURL.h"
@@ -106,7 +107,7 @@ void ContentView::projectDidChange() {
     forgetCoverage();
     cutTexts_.reset();
     importWarning_.reset();
-    const std::vector<std::string> obstacles = fields_.project->engine.exportObstacles();
+    const std::vector<std::string> obstacles = exportObstacles(fields_.project->engine);
     if (obstacles.empty()) return;
     importWarning_ = obstacles.front();
     if (obstacles.size() > 1)

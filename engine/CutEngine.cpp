@@ -185,4 +185,24 @@ void CutEngine::readCoverage(const ProjectImport& intake) {
     }
 }
 
+const Coverage& CutEngine::coverageOf(std::string_view angle) const {
+    static const Coverage none;
+    const auto found = coverage.find(angle);
+    return found == coverage.end() ? none : found->second;
+}
+
+std::vector<FrameRange> CutEngine::coveredParts(std::string_view angle, std::int64_t from,
+                                                std::int64_t to) const {
+    const Coverage& footage = coverageOf(angle);
+    auto range = std::upper_bound(
+        footage.begin(), footage.end(), from,
+        [](std::int64_t frame, const FrameRange& each) { return frame < each.upperBound; });
+    std::vector<FrameRange> parts;
+    for (; range != footage.end() && range->lowerBound < to; ++range) {
+        const FrameRange part{std::max(from, range->lowerBound), std::min(to, range->upperBound)};
+        if (part.lowerBound < part.upperBound) parts.push_back(part);
+    }
+    return parts;
+}
+
 } // namespace shotweaver

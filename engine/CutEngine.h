@@ -1,31 +1,18 @@
 #pragma once
 
-#include "engine/EditSettings.h"
 #include "engine/FrameDuration.h"
 #include "engine/FrameRange.h"
 #include "engine/import/ProjectImport.h"
-#include "platform/Random.h"
-#include "platform/Uuid.h"
 #include "platform/XmlIntake.h"
 
 #include <pugixml.hpp>
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace shotweaver {
-
-/// The coverage of a planned selection: the parts of the project that have recorded video, neither
-/// sorted nor merged, or a message in their place.
-struct SelectedCoverage {
-    std::vector<FrameRange> covered;
-    std::optional<std::string> message;
-
-    bool operator==(const SelectedCoverage&) const = default;
-};
 
 /// A loaded project: what every later step reads. Never changed once built.
 ///
@@ -63,64 +50,21 @@ class CutEngine {
     /// the project. The result may lie outside of the project.
     std::int64_t frameForTimecode(std::string_view text) const;
 
-    /// Refuses an audio angle whose sound does not cover the whole project.
-    void checkAudioCoverage(std::string_view audio) const;
+    double seconds(std::int64_t frames) const { return frameDuration.seconds(frames); }
 
-    /// The length of an opening or closing shot, at least 1 frame; 0 without one.
-    std::int64_t bookendFrames(const std::optional<BookendShot>& shot) const;
-
-    /// The sections sorted by start (a stable sort): inside of [openingFrames, closingStart), not
-    /// overlapping, each within footage of its camera.
-    std::vector<FixedCameraSection> validateSections(std::vector<FixedCameraSection> sections,
-                                                     std::int64_t openingFrames,
-                                                     std::int64_t closingStart) const;
-
-    /// A rough edit: an ordered, gap-free cut list from frame 0 to `length`. Draws from `random`
-    /// for each free shot, in this order: the weighted choice, the pacing factor, the length within
-    /// the range (when the kind has one), the doubling (main shots with `doubleMain` only).
-    std::vector<Cut> generateCuts(const GenerationInputs& inputs, RandomSource& random,
-                                  const UUIDMaker& makeUUID) const;
+    /// An angle's picture. Empty for an unknown angle.
+    const Coverage& coverageOf(std::string_view angle) const;
 
     /// An angle's picture within [from, to). Empty for an unknown angle.
     std::vector<FrameRange> coveredParts(std::string_view angle, std::int64_t from,
                                          std::int64_t to) const;
 
-    /// The parts of the project that a selection has footage for. `cameras` is the main camera
-    /// followed by the additional ones. Inside of fixed sections and bookends only their own camera
-    /// counts.
-    SelectedCoverage selectedCoverage(const std::vector<std::string>& cameras,
-                                      const std::optional<BookendShot>& opening,
-                                      const std::optional<BookendShot>& closing,
-                                      const std::vector<FixedCameraSection>& sections) const;
-
-    /// A cut list as a new FCPXML project, UTF-8. `audioAngle` is heard throughout; `audioID` when
-    /// absent. The cost grows with the input plus the output.
-    std::string exportDocument(const std::vector<Cut>& cuts,
-                               const std::optional<std::string>& audioAngle,
-                               const UUIDMaker& makeUUID) const;
-
-    /// What would stop an export whatever the cut list, with the imported audio: no format version,
-    /// times on the multicam clip that cannot be read, annotations off the frame grid. One sentence
-    /// each, in document order.
-    std::vector<std::string> exportObstacles() const;
-
-    double seconds(std::int64_t frames) const { return frameDuration.seconds(frames); }
-
   private:
-    struct BookendFrames {
-        std::int64_t opening;
-        std::int64_t closingStart;
-    };
-
     void readTiming(const ProjectImport& intake);
     void checkClip() const;
     void findAudioSource();
     void checkFormats(const ProjectImport& intake) const;
     void readCoverage(const ProjectImport& intake);
-
-    const Coverage& coverageOf(std::string_view angle) const;
-    void checkInputs(const GenerationInputs& inputs) const;
-    BookendFrames checkBookends(const GenerationInputs& inputs) const;
 };
 
 /// True when a multicam's format suits the project's: one and the same, or equal in frame duration

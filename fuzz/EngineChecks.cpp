@@ -1,5 +1,6 @@
 #include "fuzz/EngineChecks.h"
 
+#include "engine/generation/EditChecks.h"
 #include "fuzz/Check.h"
 
 #include <array>
@@ -33,8 +34,8 @@ std::vector<bool> fixedCuts(const CutEngine& engine, const GenerationInputs& inp
     std::map<std::int64_t, FixedCameraSection> fixed;
     for (const FixedCameraSection& section : inputs.sections)
         fixed[section.start] = section;
-    const std::int64_t opening = engine.bookendFrames(inputs.opening);
-    const std::int64_t closing = engine.length - engine.bookendFrames(inputs.closing);
+    const std::int64_t opening = bookendFrames(engine, inputs.opening);
+    const std::int64_t closing = engine.length - bookendFrames(engine, inputs.closing);
     if (inputs.opening) fixed[0] = {inputs.opening->angle, 0, opening};
     if (inputs.closing) fixed[closing] = {inputs.closing->angle, closing, engine.length};
 

@@ -2,6 +2,8 @@
 // what they take keeps their promises.
 
 #include "engine/CutEngine.h"
+#include "engine/export/ExportDocument.h"
+#include "engine/export/ExportObstacles.h"
 #include "fuzz/Check.h"
 #include "fuzz/EngineChecks.h"
 #include "fuzz/ExportChecks.h"
@@ -31,7 +33,7 @@ void checkOneCut(const CutEngine& engine) {
         const std::vector<Cut> cuts{{UUID{}, angle, 0, engine.length}};
         std::string exported;
         const auto refusal = refusalOf(
-            [&, &each = angle] { exported = engine.exportDocument(cuts, each, makeUUID); });
+            [&, &each = angle] { exported = exportDocument(engine, cuts, each, makeUUID); });
         if (!refusal) checkExport(engine, cuts, angle, exported);
     }
 }
@@ -46,7 +48,7 @@ void checkImport(std::string_view bytes) {
     if (!summaryRefusal) checkSummary(summary);
     if (!engine) return;
     checkEngine(*engine, summary);
-    for (const std::string& obstacle : engine->exportObstacles())
+    for (const std::string& obstacle : exportObstacles(*engine))
         require(isUTF8(obstacle) && !obstacle.empty(), "an obstacle is a sentence");
     checkOneCut(*engine);
 }

@@ -2,6 +2,9 @@
 // and every export holds what the import held.
 
 #include "engine/CutEngine.h"
+#include "engine/export/ExportDocument.h"
+#include "engine/export/ExportObstacles.h"
+#include "engine/generation/CutGeneration.h"
 #include "fuzz/Check.h"
 #include "fuzz/EngineChecks.h"
 #include "fuzz/ExportChecks.h"
@@ -21,7 +24,7 @@ void checkExportOf(const CutEngine& engine, const std::vector<Cut>& cuts,
                    const std::string& audio) {
     std::string exported;
     const auto refusal =
-        refusalOf([&] { exported = engine.exportDocument(cuts, audio, seededUUIDs(1)); });
+        refusalOf([&] { exported = exportDocument(engine, cuts, audio, seededUUIDs(1)); });
     if (!refusal) checkExport(engine, cuts, audio, exported);
 }
 
@@ -30,7 +33,7 @@ void checkGeneration(const CutEngine& engine, const GenerationInputs& inputs, st
     std::vector<Cut> cuts;
     const auto generate = [&](std::vector<Cut>& into) {
         SeededRandom random(seed);
-        into = engine.generateCuts(inputs, random, seededUUIDs(seed));
+        into = generateCuts(engine, inputs, random, seededUUIDs(seed));
     };
     const auto refusal = refusalOf([&] { generate(cuts); });
     std::vector<Cut> again;
@@ -61,7 +64,7 @@ void checkProject(FuzzedDataProvider& bytes) {
             "the engine refuses what the import refuses");
     if (!engine) return;
     checkEngine(*engine, summary);
-    refusalOf([&] { engine->exportObstacles(); });
+    refusalOf([&] { exportObstacles(*engine); });
     checkHalves(*engine, "A", bytes.ConsumeIntegralInRange<std::int64_t>(0, engine->length));
     const bool ownAudio = bytes.ConsumeIntegralInRange(0, 7) < 7;
     checkGeneration(*engine, project.inputs(engine->coverage), seed,

@@ -1,5 +1,6 @@
 // Writes what the fuzzers start from: a folder for each of them in the folder that is given.
 
+#include "engine/generation/CutGeneration.h"
 #include "engine/import/XmlAccess.h"
 #include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"
@@ -130,7 +131,7 @@ EditRevision exampleRevision(const CutEngine& engine) {
     GenerationInputs inputs;
     inputs.mainCamera = "A";
     inputs.otherCameras = {"B"};
-    revision.cuts = engine.generateCuts(inputs, random, makeUUID);
+    revision.cuts = generateCuts(engine, inputs, random, makeUUID);
     return revision;
 }
 

@@ -2,6 +2,7 @@
 // reads back as the same.
 
 #include "engine/CutEngine.h"
+#include "engine/export/ExportDocument.h"
 #include "fuzz/Check.h"
 #include "fuzz/ExportChecks.h"
 #include "help/ManualSearch.h"
@@ -44,7 +45,7 @@ void checkAccepted(const SavedEditSession& session) {
     for (const EditRevision& revision : session.history.items) {
         std::string exported;
         const auto exportRefusal = refusalOf([&] {
-            exported = engine->exportDocument(revision.cuts, revision.settings.audio, makeUUID);
+            exported = exportDocument(*engine, revision.cuts, revision.settings.audio, makeUUID);
         });
         if (!exportRefusal) checkExport(*engine, revision.cuts, revision.settings.audio, exported);
     }

@@ -1,6 +1,7 @@
 #include "persistence/SavedEditSession.h"
 
 #include "engine/FinalCutImportError.h"
+#include "engine/generation/EditChecks.h"
 #include "persistence/RecordJson.h"
 #include "platform/Base64.h"
 #include "platform/PlatformError.h"
@@ -110,7 +111,7 @@ void validateSession(const SavedEditSession& session, const CutEngine& engine) {
     for (const EditRevision& revision : session.history.items)
         checkSettings(revision.settings, engine);
     for (const EditRevision& revision : session.history.items) {
-        engine.checkAudioCoverage(revision.settings.audio);
+        checkAudioCoverage(engine, revision.settings.audio);
         checkCuts(revision.cuts, engine);
     }
 }

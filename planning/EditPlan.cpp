@@ -1,6 +1,8 @@
 #include "planning/EditPlan.h"
 
 #include "engine/FinalCutImportError.h"
+#include "engine/generation/CutGeneration.h"
+#include "engine/generation/EditChecks.h"
 #include "platform/Locale.h"
 
 #include <fmt/format.h>
@@ -65,8 +67,8 @@ GenerationInputs generationInputs(const EditSettings& settings, const Project& p
 std::vector<Cut> generateCutList(const EditSettings& settings, const Project& project,
                                  RandomSource& random, const UUIDMaker& makeUUID) {
     requireOrderedRanges(settings);
-    project.engine.checkAudioCoverage(settings.audio);
-    return project.engine.generateCuts(generationInputs(settings, project), random, makeUUID);
+    checkAudioCoverage(project.engine, settings.audio);
+    return generateCuts(project.engine, generationInputs(settings, project), random, makeUUID);
 }
 
 SelectedCoverage coverageReport(const EditSettings& settings, const Project& project) {
@@ -74,9 +76,9 @@ SelectedCoverage coverageReport(const EditSettings& settings, const Project& pro
     const std::vector<std::string> others = selectedOtherCameras(settings, project);
     cameras.insert(cameras.end(), others.begin(), others.end());
     try {
-        return project.engine.selectedCoverage(cameras, requestedShot(settings.opening),
-                                               requestedShot(settings.closing),
-                                               fixedCameraSections(settings, project));
+        return selectedCoverage(project.engine, cameras, requestedShot(settings.opening),
+                                requestedShot(settings.closing),
+                                fixedCameraSections(settings, project));
     } catch (const FinalCutImportError& error) {
         return {{}, error.what()};
     }

@@ -2,6 +2,7 @@
 
 #include "engine/EditSettings.h"
 #include "engine/Project.h"
+#include "engine/generation/CoverageReport.h"
 
 #include <optional>
 #include <string>

@@ -1,10 +1,8 @@
 #include "engine/export/ClipContents.h"
 
-#include "engine/FinalCutImportError.h"
-#include "engine/TimeValues.h"
+#include "engine/export/AudioFades.h"
+#include "engine/export/ClipItems.h"
 #include "engine/import/XmlAccess.h"
-
-#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
@@ -16,21 +14,10 @@ namespace {
 
 constexpr std::array<std::string_view, 4> clipSettings{"note", "adjust-volume", "adjust-panner",
                                                        "conform-rate"};
-constexpr std::array<std::string_view, 12> storyElements{
-    "asset-clip", "audio", "video",        "clip",    "sync-clip", "ref-clip",
-    "spine",      "title", "live-drawing", "caption", "mc-clip",   "audition"};
-constexpr std::array<std::string_view, 6> timedAnnotations{
-    "marker", "chapter-marker", "rating", "keyword", "analysis-marker", "hidden-clip-marker"};
-constexpr std::array<std::string_view, 3> rangeAnnotations{"keyword", "rating", "analysis-marker"};
 constexpr std::array<std::string_view, 2> trailingElements{"filter-audio", "metadata"};
 
 // A connected clip this little before a cut, in seconds, belongs to the cut.
 constexpr double ownerTolerance = 0.00000001;
-
-template <std::size_t count>
-bool isOneOf(const std::array<std::string_view, count>& names, pugi::xml_node element) {
-    return std::find(names.begin(), names.end(), element.name()) != names.end();
-}
 
 /// Sets an attribute the way that the exported order relies on: removed, then appended.
 void setAttribute(pugi::xml_node element, const char* name, const std::string& value) {
@@ -46,71 +33,7 @@ void copyAttributes(pugi::xml_node from, pugi::xml_node to,
     }
 }
 
-/// Calls `visit` with every element below `element`, in document order. The visit may not change
-/// the tree.
-template <class Visit>
-void forEachDescendant(pugi::xml_node element, Visit visit) {
-    for (const pugi::xml_node child : elements(element)) {
-        visit(child);
-        forEachDescendant(child, visit);
-    }
-}
-
-void addVolumeFades(std::vector<pugi::xml_node>& fades, pugi::xml_node volume) {
-    forEachDescendant(volume, [&](pugi::xml_node element) {
-        if (isElement(element, "fadeIn") || isElement(element, "fadeOut")) fades.push_back(element);
-    });
-}
-
-/// Removes the fades of one kind from a finished clip: its own, and those of its sources' roles.
-void removeFades(pugi::xml_node clip, std::string_view kind) {
-    std::vector<pugi::xml_node> fades;
-    for (const pugi::xml_node volume : elements(clip, "adjust-volume"))
-        addVolumeFades(fades, volume);
-    for (const pugi::xml_node source : elements(clip, "mc-source")) {
-        for (const pugi::xml_node role : elements(source, "audio-role-source")) {
-            for (const pugi::xml_node volume : elements(role, "adjust-volume"))
-                addVolumeFades(fades, volume);
-        }
-    }
-    // Backwards, so that a fade within a fade goes before the one that holds it.
-    for (auto fade = fades.rbegin(); fade != fades.rend(); ++fade) {
-        if (isElement(*fade, kind)) fade->parent().remove_child(*fade);
-    }
-}
-
-double storyOffset(pugi::xml_node element) {
-    return parseSeconds(attributeOr(element, "offset", "0s"));
-}
-
-/// Where an annotation lies in the multicam, in frames. Without a duration of at least a frame, or
-/// when its kind has none, it is a point.
-struct AnnotationTimes {
-    std::int64_t start;
-    std::int64_t duration;
-};
-
-AnnotationTimes annotationTimes(const CutEngine& engine, pugi::xml_node element) {
-    const auto frames = [&](const char* name, std::int64_t absent) {
-        const auto text = attribute(element, name);
-        return text ? engine.frameDuration.frames(*text) : absent;
-    };
-    const bool isRange = isOneOf(rangeAnnotations, element);
-    const std::int64_t start = frames("start", engine.sourceStart);
-    const std::int64_t duration = frames("duration", isRange ? engine.length : 0);
-    return {start, isRange ? duration : 0};
-}
-
 } // namespace
-
-void addAudioFades(std::vector<pugi::xml_node>& fades, pugi::xml_node element) {
-    for (const pugi::xml_node child : elements(element)) {
-        if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);
-        if (!isElement(child, "audio-role-source")) continue;
-        for (const pugi::xml_node volume : elements(child, "adjust-volume"))
-            addVolumeFades(fades, volume);
-    }
-}
 
 ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts,
                            std::string audioAngle, const UUIDMaker& makeUUID)
@@ -118,11 +41,11 @@ ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts
       pieces_(cuts.size()) {
     std::vector<pugi::xml_node> annotations;
     for (const pugi::xml_node child : elements(engine.original)) {
-        if (isOneOf(clipSettings, child)) sound_.leading.push_back(child);
+        if (isOneOf(clipSettings, child.name())) sound_.leading.push_back(child);
         if (isElement(child, "mc-source")) addSource(child);
-        if (isOneOf(storyElements, child)) addStoryElement(child);
-        if (isOneOf(timedAnnotations, child)) annotations.push_back(child);
-        if (isOneOf(trailingElements, child)) trailing_.push_back(child);
+        if (isStoryElement(child)) addStoryElement(child);
+        if (isTimedAnnotation(child)) annotations.push_back(child);
+        if (isOneOf(trailingElements, child.name())) trailing_.push_back(child);
     }
     // After all story elements: theirs is the first failure, and the first place in a clip.
     for (const pugi::xml_node annotation : annotations)
@@ -300,32 +223,6 @@ void ClipContents::copyPiece(pugi::xml_node clip, const Piece& piece) const {
 
 void ClipContents::setTime(pugi::xml_node element, const char* name, std::int64_t frames) const {
     setAttribute(element, name, engine_.frameDuration.time(frames));
-}
-
-std::vector<std::string> CutEngine::exportObstacles() const {
-    std::vector<std::string> obstacles;
-    if (!attribute(document->document_element(), "version")) obstacles.emplace_back(missingVersion);
-    for (const pugi::xml_node child : elements(original)) {
-        try {
-            // Of the sources, an export reads only those of the angle that is heard.
-            const bool isHeard = isElement(child, "mc-source") && audioSource &&
-                                 attribute(child, "angleID") == audioID;
-            std::vector<pugi::xml_node> fades;
-            if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);
-            if (isElement(child, "audio-role-source") || isHeard) addAudioFades(fades, child);
-            for (const pugi::xml_node fade : fades)
-                parseSeconds(attribute(fade, "duration"));
-            if (isOneOf(storyElements, child)) storyOffset(child);
-            if (isOneOf(timedAnnotations, child)) annotationTimes(*this, child);
-        } catch (const FinalCutImportError& error) {
-            const std::string_view label =
-                attributeOr(child, "value", attributeOr(child, "name", "without a name"));
-            obstacles.push_back(fmt::format("The {} “{}” on the multicam clip would stop an "
-                                            "export: {}",
-                                            child.name(), label, error.what()));
-        }
-    }
-    return obstacles;
 }
 
 } // namespace shotweaver

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "engine/CutEngine.h"
+#include "engine/EditSettings.h"
+#include "platform/Uuid.h"
 
 #include <pugixml.hpp>
 
@@ -13,15 +15,6 @@
 #include <vector>
 
 namespace shotweaver {
-
-/// Final Cut Pro imports no document that does not say its version.
-inline constexpr const char* missingVersion =
-    "The imported XML does not state its FCPXML version, so no project can be made from it. Export "
-    "XML again from Final Cut.";
-
-/// Adds the "fadeIn" and "fadeOut" elements anywhere below an element's "adjust-volume" children
-/// and below those of its "audio-role-source" children, in document order.
-void addAudioFades(std::vector<pugi::xml_node>& fades, pugi::xml_node element);
 
 /// The clips of an export: for each cut, a copy of the imported multicam clip that is switched to
 /// the cut's camera and holds what belongs to the cut's time.

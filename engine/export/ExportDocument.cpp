@@ -1,7 +1,11 @@
-#include "engine/CutEngine.h"
+#include "engine/export/ExportDocument.h"
+
 #include "engine/FinalCutImportError.h"
 #include "engine/TimeValues.h"
+#include "engine/export/AudioFades.h"
 #include "engine/export/ClipContents.h"
+#include "engine/export/ExportObstacles.h"
+#include "engine/generation/EditChecks.h"
 #include "engine/import/XmlAccess.h"
 #include "platform/NumberText.h"
 #include "platform/XmlWriter.h"
@@ -50,16 +54,6 @@ void checkFade(const CutEngine& engine, pugi::xml_node fade, const std::vector<C
         refuse(fmt::format("An audio fade extends across a camera cut. Set the opening or closing "
                            "shot to at least {} seconds to keep the fade intact.",
                            fixedDecimal(std::ceil(fadeSeconds), 0)));
-}
-
-/// The fades of the clip's own volume and of the audio angle's, in document order.
-std::vector<pugi::xml_node> audioFades(pugi::xml_node clip, std::string_view audioAngle) {
-    std::vector<pugi::xml_node> fades;
-    addAudioFades(fades, clip);
-    for (const pugi::xml_node source : elements(clip, "mc-source")) {
-        if (attribute(source, "angleID") == audioAngle) addAudioFades(fades, source);
-    }
-    return fades;
 }
 
 /// Writes the exported project: everything as imported but the spine, whose one clip becomes a copy
@@ -140,17 +134,17 @@ void ExportWriter::writeAttributes(pugi::xml_node element) {
 
 } // namespace
 
-std::string CutEngine::exportDocument(const std::vector<Cut>& cuts,
-                                      const std::optional<std::string>& audioAngle,
-                                      const UUIDMaker& makeUUID) const {
-    const std::string& audio = audioAngle ? *audioAngle : audioID;
-    checkAudioCoverage(audio);
+std::string exportDocument(const CutEngine& engine, const std::vector<Cut>& cuts,
+                           const std::optional<std::string>& audioAngle,
+                           const UUIDMaker& makeUUID) {
+    const std::string& audio = audioAngle ? *audioAngle : engine.audioID;
+    checkAudioCoverage(engine, audio);
     if (cuts.empty()) refuse("Generate a rough edit first.");
-    checkCuts(*this, cuts);
-    for (const pugi::xml_node fade : audioFades(original, audio))
-        checkFade(*this, fade, cuts);
-    ClipContents contents(*this, cuts, audio, makeUUID);
-    return ExportWriter(*this, contents).write(cuts.size());
+    checkCuts(engine, cuts);
+    for (const pugi::xml_node fade : audioFades(engine.original, audio))
+        checkFade(engine, fade, cuts);
+    ClipContents contents(engine, cuts, audio, makeUUID);
+    return ExportWriter(engine, contents).write(cuts.size());
 }
 
 } // namespace shotweaver

@@ -1,5 +1,7 @@
-#include "engine/CutEngine.h"
+#include "engine/generation/CutGeneration.h"
+
 #include "engine/FinalCutImportError.h"
+#include "engine/generation/EditChecks.h"
 #include "platform/NumberText.h"
 
 #include <fmt/format.h>
@@ -310,14 +312,14 @@ void GenerationWalk::refuseUncovered() const {
 
 } // namespace
 
-std::vector<Cut> CutEngine::generateCuts(const GenerationInputs& inputs, RandomSource& random,
-                                         const UUIDMaker& makeUUID) const {
-    checkInputs(inputs);
-    const BookendFrames bookends = checkBookends(inputs);
+std::vector<Cut> generateCuts(const CutEngine& engine, const GenerationInputs& inputs,
+                              RandomSource& random, const UUIDMaker& makeUUID) {
+    checkInputs(engine, inputs);
+    const BookendFrames bookends = checkBookends(engine, inputs);
     const std::vector<FixedCameraSection> sections =
-        validateSections(inputs.sections, bookends.opening, bookends.closingStart);
+        validateSections(engine, inputs.sections, bookends.opening, bookends.closingStart);
 
-    GenerationWalk walk(*this, inputs, random, makeUUID);
+    GenerationWalk walk(engine, inputs, random, makeUUID);
     walk.layOpening(bookends.opening);
     walk.layBetween(sections, bookends.closingStart);
     walk.layClosing(bookends.closingStart);

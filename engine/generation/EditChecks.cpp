@@ -1,4 +1,5 @@
-#include "engine/CutEngine.h"
+#include "engine/generation/EditChecks.h"
+
 #include "engine/FinalCutImportError.h"
 #include "engine/SettingLimits.h"
 
@@ -38,30 +39,25 @@ void checkShotRange(const std::optional<SecondsRange>& range) {
 
 } // namespace
 
-const Coverage& CutEngine::coverageOf(std::string_view angle) const {
-    static const Coverage none;
-    const auto found = coverage.find(angle);
-    return found == coverage.end() ? none : found->second;
-}
-
-void CutEngine::checkAudioCoverage(std::string_view audio) const {
-    const auto found = audioCoverage.find(audio);
-    if (found == audioCoverage.end() || found->second != Coverage{{0, length}})
+void checkAudioCoverage(const CutEngine& engine, std::string_view audio) {
+    const auto found = engine.audioCoverage.find(audio);
+    if (found == engine.audioCoverage.end() || found->second != Coverage{{0, engine.length}})
         refuse("This audio angle does not cover the whole project. Choose a continuous audio "
                "angle.");
 }
 
-std::int64_t CutEngine::bookendFrames(const std::optional<BookendShot>& shot) const {
+std::int64_t bookendFrames(const CutEngine& engine, const std::optional<BookendShot>& shot) {
     if (!shot) return 0;
     if (!limits::shotSeconds.contains(shot->seconds))
         refuse("Opening and closing lengths must be between 1 and 120 seconds.");
-    const double frames = frameDuration.frames(shot->seconds);
+    const double frames = engine.frameDuration.frames(shot->seconds);
     return std::max<std::int64_t>(std::llround(frames), 1);
 }
 
-std::vector<FixedCameraSection>
-CutEngine::validateSections(std::vector<FixedCameraSection> sections, std::int64_t openingFrames,
-                            std::int64_t closingStart) const {
+std::vector<FixedCameraSection> validateSections(const CutEngine& engine,
+                                                 std::vector<FixedCameraSection> sections,
+                                                 std::int64_t openingFrames,
+                                                 std::int64_t closingStart) {
     std::stable_sort(sections.begin(), sections.end(),
                      [](const auto& a, const auto& b) { return a.start < b.start; });
     std::int64_t previousEnd = openingFrames;
@@ -72,16 +68,16 @@ CutEngine::validateSections(std::vector<FixedCameraSection> sections, std::int64
                    "and not overlap opening or closing shots.");
         if (section.start < previousEnd)
             refuse("Fixed camera sections overlap. Adjust their start or end timecodes.");
-        if (!rangeContaining(coverageOf(section.angle), {section.start, section.end}))
+        if (!rangeContaining(engine.coverageOf(section.angle), {section.start, section.end}))
             refuse(fmt::format("The camera chosen for a fixed section has missing footage between "
                                "{} and {}. Choose another camera or shorten the section.",
-                               timecode(section.start), timecode(section.end)));
+                               engine.timecode(section.start), engine.timecode(section.end)));
         previousEnd = section.end;
     }
     return sections;
 }
 
-void CutEngine::checkInputs(const GenerationInputs& inputs) const {
+void checkInputs(const CutEngine& engine, const GenerationInputs& inputs) {
     for (const auto& [angle, seconds] : inputs.returnTimes) {
         if (!limits::returnSeconds.contains(seconds))
             refuse("Minimum return times must be between 0 and 600 seconds.");
@@ -89,8 +85,9 @@ void CutEngine::checkInputs(const GenerationInputs& inputs) const {
 
     std::set<std::string_view> selected{inputs.mainCamera};
     selected.insert(inputs.otherCameras.begin(), inputs.otherCameras.end());
-    const bool haveFootage = std::all_of(selected.begin(), selected.end(),
-                                         [&](auto camera) { return !coverageOf(camera).empty(); });
+    const bool haveFootage = std::all_of(selected.begin(), selected.end(), [&](auto camera) {
+        return !engine.coverageOf(camera).empty();
+    });
     if (inputs.otherCameras.empty() || selected.size() != inputs.otherCameras.size() + 1 ||
         !haveFootage)
         refuse(chooseCameras);
@@ -106,16 +103,18 @@ void CutEngine::checkInputs(const GenerationInputs& inputs) const {
     checkShotRange(inputs.otherRange);
 }
 
-CutEngine::BookendFrames CutEngine::checkBookends(const GenerationInputs& inputs) const {
-    const std::int64_t openingFrames = bookendFrames(inputs.opening);
-    const std::int64_t closingFrames = bookendFrames(inputs.closing);
-    if (openingFrames + closingFrames > length)
+BookendFrames checkBookends(const CutEngine& engine, const GenerationInputs& inputs) {
+    const std::int64_t openingFrames = bookendFrames(engine, inputs.opening);
+    const std::int64_t closingFrames = bookendFrames(engine, inputs.closing);
+    if (openingFrames + closingFrames > engine.length)
         refuse("The opening and closing shots are longer than the project. Reduce their lengths.");
-    const std::int64_t closingStart = length - closingFrames;
+    const std::int64_t closingStart = engine.length - closingFrames;
     if (inputs.opening)
-        checkBookendFootage(coverageOf(inputs.opening->angle), {0, openingFrames}, "opening");
+        checkBookendFootage(engine.coverageOf(inputs.opening->angle), {0, openingFrames},
+                            "opening");
     if (inputs.closing)
-        checkBookendFootage(coverageOf(inputs.closing->angle), {closingStart, length}, "closing");
+        checkBookendFootage(engine.coverageOf(inputs.closing->angle), {closingStart, engine.length},
+                            "closing");
     return {openingFrames, closingStart};
 }
 

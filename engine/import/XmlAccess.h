@@ -2,6 +2,8 @@
 
 #include <pugixml.hpp>
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstring>
 #include <iterator>
@@ -87,6 +89,21 @@ inline pugi::xml_node firstElement(pugi::xml_node parent, std::string_view name)
     while (child && !isElement(child, name))
         child = child.next_sibling();
     return child;
+}
+
+/// Calls `visit` with every element below `element`, in document order. The visit may not change
+/// the tree.
+template <class Visit>
+void forEachDescendant(pugi::xml_node element, Visit visit) {
+    for (const pugi::xml_node child : elements(element)) {
+        visit(child);
+        forEachDescendant(child, visit);
+    }
+}
+
+template <std::size_t count>
+bool isOneOf(const std::array<std::string_view, count>& names, std::string_view name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
 }
 
 /// An attribute's text; absent when the element has no such attribute (an empty text is present).

@@ -1,4 +1,6 @@
+#include "engine/export/ExportDocument.h"
 #include "engine/CutEngine.h"
+#include "engine/export/ExportObstacles.h"
 #include "engine/import/XmlAccess.h"
 #include "platform/XmlIntake.h"
 #include "tests/support/ProjectBuilder.h"
@@ -42,7 +44,7 @@ std::string exported(const CutEngine& engine, const std::string& edit,
     std::istringstream words(edit);
     for (Cut cut; words >> cut.angle >> cut.start >> cut.duration;)
         cuts.push_back(cut);
-    return engine.exportDocument(cuts, audio, countingUUIDs());
+    return exportDocument(engine, cuts, audio, countingUUIDs());
 }
 
 std::string failure(const ProjectBuilder& project, const std::string& edit,
@@ -222,8 +224,8 @@ TEST(ExportDocument, tellsBeforehandWhatWouldStopIt) {
         project.clipContent += content;
         if (!sentence.empty()) obstacles.push_back(obstacle(what, sentence));
     }
-    EXPECT_EQ(project.engine().exportObstacles(), obstacles);
-    EXPECT_EQ(ProjectBuilder().engine().exportObstacles(), Texts());
+    EXPECT_EQ(exportObstacles(project.engine()), obstacles);
+    EXPECT_EQ(exportObstacles(ProjectBuilder().engine()), Texts());
 }
 
 TEST(ExportDocument, keepsTheSpaceInElementsThatHoldText) {

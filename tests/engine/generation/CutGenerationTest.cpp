@@ -1,3 +1,4 @@
+#include "engine/generation/CutGeneration.h"
 #include "engine/CutEngine.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/ScriptedRandom.h"
@@ -64,7 +65,7 @@ struct Edit {
         test::ScriptedRandom random(draws);
         std::string text;
         const std::string failure = failureOf([&] {
-            for (const Cut& cut : project.engine().generateCuts(in, random, test::countingUUIDs()))
+            for (const Cut& cut : generateCuts(project.engine(), in, random, test::countingUUIDs()))
                 text += fmt::format("{} {}-{} ", cut.angle, cut.start, cut.start + cut.duration);
         });
         return failure.empty() ? text.substr(0, text.size() - 1) : failure;

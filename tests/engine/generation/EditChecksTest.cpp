@@ -1,5 +1,7 @@
+#include "engine/generation/EditChecks.h"
 #include "engine/CutEngine.h"
 #include "engine/generation/CameraUsage.h"
+#include "engine/generation/CoverageReport.h"
 #include "tests/support/ProjectBuilder.h"
 
 #include <fmt/format.h>
@@ -45,13 +47,13 @@ TEST(EditChecks, validateSectionsBookendsAndSound) {
     test::ProjectBuilder project;
     project.angles.push_back({"C", "C", {{150, 350}}});
     const CutEngine engine = project.engine();
-    EXPECT_EQ(engine.bookendFrames(BookendShot{"A", 1.06}), 27); // 26.5
+    EXPECT_EQ(bookendFrames(engine, BookendShot{"A", 1.06}), 27); // 26.5
     EXPECT_EQ(
-        failureOf([&] { engine.checkAudioCoverage("C"); }),
+        failureOf([&] { checkAudioCoverage(engine, "C"); }),
         "This audio angle does not cover the whole project. Choose a continuous audio angle.");
     using Sections = std::vector<FixedCameraSection>;
     const Sections sorted{{"A", 100, 150}, {"C", 150, 500}, {"A", 500, 900}};
-    EXPECT_EQ(engine.validateSections({sorted[2], sorted[1], sorted[0]}, 100, 900), sorted);
+    EXPECT_EQ(validateSections(engine, {sorted[2], sorted[1], sorted[0]}, 100, 900), sorted);
     const std::pair<std::string, Sections> refused[] = {
         {"must have an end after their start", {{"A", 200, 300}, {"A", 250, 250}}},
         {"must have an end after their start", {{"A", 100, 901}}},
@@ -60,7 +62,7 @@ TEST(EditChecks, validateSectionsBookendsAndSound) {
         {"between 00:00:05:24 and 00:00:08:00", {{"C", 149, 200}}},
         {"between 00:00:16:00 and 00:00:20:01", {{"A", 700, 700}, {"C", 400, 501}}}};
     for (const auto& [part, sections] : refused) {
-        const auto call = [&, &given = sections] { engine.validateSections(given, 100, 900); };
+        const auto call = [&, &given = sections] { validateSections(engine, given, 100, 900); };
         EXPECT_NE(failureOf(call).find(part), std::string::npos) << part;
     }
 }
@@ -80,8 +82,9 @@ TEST(CoverageReport, listsTheFootageOfASelection) {
     const CutEngine engine = project.engine();
     // Only their own camera counts inside of fixed parts: B under the opening, which it covers in
     // part, and under the first section; C under the second one and the closing of 112.5 frames.
-    const SelectedCoverage report = engine.selectedCoverage(
-        {"A", "B"}, BookendShot{"B", 3}, BookendShot{"C", 4.5}, {{"C", 350, 550}, {"B", 100, 200}});
+    const SelectedCoverage report =
+        selectedCoverage(engine, {"A", "B"}, BookendShot{"B", 3}, BookendShot{"C", 4.5},
+                         {{"C", 350, 550}, {"B", 100, 200}});
     std::string covered;
     for (const auto& [from, to] : report.covered)
         covered += fmt::format("{}-{} ", from, to);
@@ -91,7 +94,7 @@ TEST(CoverageReport, listsTheFootageOfASelection) {
 
     // Any planned length is taken, of a frame at least.
     const auto opened = [&](double seconds, const std::vector<FixedCameraSection>& sections = {}) {
-        return engine.selectedCoverage({"A"}, BookendShot{"C", seconds}, {}, sections);
+        return selectedCoverage(engine, {"A"}, BookendShot{"C", seconds}, {}, sections);
     };
     EXPECT_EQ(opened(-5).covered, (std::vector<FrameRange>{{1, 400}, {500, 1000}, {0, 1}}));
     for (const double seconds : {40.04, 1e300})

@@ -1,4 +1,5 @@
 #include "engine/CutEngine.h"
+#include "engine/generation/CutGeneration.h"
 #include "tests/support/ProjectBuilder.h"
 
 #include <fmt/format.h>
@@ -395,7 +396,7 @@ TEST(GenerationProperties, everyListKeepsTheRulesAndEveryRefusalIsTheFirst) {
             SeededRandom random(seed + 1000 * std::uint64_t(turn));
             Cuts cuts;
             const std::string failure =
-                test::failureOf([&] { cuts = engine.generateCuts(in, random, risingUUIDs()); });
+                test::failureOf([&] { cuts = generateCuts(engine, in, random, risingUUIDs()); });
             Rules rules(engine, in);
             const std::string refusal = rules.refusal();
             if (!refusal.empty())
@@ -431,7 +432,7 @@ struct LongEdit {
         for (const char* id : {"A", "B", "C", "D"})
             project.angles.push_back({id, id, {{0, length}}});
         SeededRandom random(2025);
-        Cuts cuts = project.engine().generateCuts(in, random, risingUUIDs());
+        Cuts cuts = generateCuts(project.engine(), in, random, risingUUIDs());
         cuts.resize(cuts.size() / 2 * 2 - 2); // whole pairs, none of them cut short
         std::pair<std::vector<double>, std::vector<double>> result;
         for (const Cut& cut : cuts) {

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "engine/CutEngine.h"
+#include "engine/EditSettings.h"
+#include "platform/Random.h"
+#include "platform/Uuid.h"
+
+#include <vector>
+
+namespace shotweaver {
+
+/// A rough edit: an ordered, gap-free cut list from frame 0 to the project's end. Draws from
+/// `random` for each free shot, in this order: the weighted choice, the pacing factor, the length
+/// within the range (when the kind has one), the doubling (main shots with `doubleMain` only).
+///
+/// Throws `FinalCutImportError` with the sentence of the first failed check.
+std::vector<Cut> generateCuts(const CutEngine& engine, const GenerationInputs& inputs,
+                              RandomSource& random, const UUIDMaker& makeUUID);
+
+} // namespace shotweaver
