@@ -20,15 +20,8 @@ namespace {
     throw FinalCutImportError::invalid(sentence);
 }
 
-const Coverage* pictureOf(const CutEngine& engine, std::string_view angle) {
-    const auto found = engine.coverage.find(angle);
-    return found == engine.coverage.end() || found->second.empty() ? nullptr : &found->second;
-}
-
 bool camerasMatch(const EditSettings& settings, const CutEngine& engine) {
-    const auto isCamera = [&](std::string_view angle) {
-        return pictureOf(engine, angle) != nullptr;
-    };
+    const auto isCamera = [&](std::string_view angle) { return !engine.coverageOf(angle).empty(); };
     return isCamera(settings.mainCamera) &&
            std::all_of(settings.otherCameras.begin(), settings.otherCameras.end(), isCamera) &&
            (settings.audio.empty() || engine.audioCoverage.contains(settings.audio)) &&
@@ -44,17 +37,10 @@ void checkSettings(const EditSettings& settings, const CutEngine& engine) {
         refuse("The saved session's cameras do not match its XML snapshot.");
 }
 
-void checkCuts(const std::vector<Cut>& cuts, const CutEngine& engine) {
-    std::int64_t end = 0; // never past the length, so that nothing below overflows
-    for (const Cut& cut : cuts) {
-        const bool follows =
-            cut.start == end && cut.duration >= 1 && cut.duration <= engine.length - end;
-        const Coverage* const picture = pictureOf(engine, cut.angle);
-        if (!follows || picture == nullptr || !rangeContaining(*picture, {end, end + cut.duration}))
-            refuse("The saved edit history contains invalid cuts.");
-        end += cut.duration;
-    }
-    if (end != engine.length) refuse("The saved edit history has an incomplete timeline.");
+void checkRevisionCuts(const std::vector<Cut>& cuts, const CutEngine& engine) {
+    const CutFault fault = checkCuts(engine, cuts);
+    if (fault == CutFault::invalid) refuse("The saved edit history contains invalid cuts.");
+    if (fault == CutFault::incomplete) refuse("The saved edit history has an incomplete timeline.");
 }
 
 SavedEditSession readAny(std::string_view json) {
@@ -112,7 +98,7 @@ void validateSession(const SavedEditSession& session, const CutEngine& engine) {
         checkSettings(revision.settings, engine);
     for (const EditRevision& revision : session.history.items) {
         checkAudioCoverage(engine, revision.settings.audio);
-        checkCuts(revision.cuts, engine);
+        checkRevisionCuts(revision.cuts, engine);
     }
 }
 

@@ -28,21 +28,12 @@ constexpr std::size_t spareSize = std::size_t{1} << 20U;
 // A fade may exceed its shot by this much, in seconds, for the sake of rounding.
 constexpr double fadeTolerance = 0.00000001;
 
-/// Checks that the cuts follow each other from frame 0 to the end, each within its camera's
-/// footage.
-void checkCuts(const CutEngine& engine, const std::vector<Cut>& cuts) {
-    std::int64_t position = 0;
-    for (const Cut& cut : cuts) {
-        const auto footage = engine.coverage.find(cut.angle);
-        // The end is compared as a difference: edited by hand, it may be past 64 bits.
-        const bool isSound = cut.start == position && cut.duration >= 1 &&
-                             cut.duration <= engine.length - position &&
-                             footage != engine.coverage.end() &&
-                             rangeContaining(footage->second, {position, position + cut.duration});
-        if (!isSound) refuse("The cut list contains invalid timing or unavailable footage.");
-        position += cut.duration;
-    }
-    if (position != engine.length) refuse("The cut list does not cover the entire project.");
+void requireWholeEdit(const CutEngine& engine, const std::vector<Cut>& cuts) {
+    if (cuts.empty()) refuse("Generate a rough edit first.");
+    const CutFault fault = checkCuts(engine, cuts);
+    if (fault == CutFault::invalid)
+        refuse("The cut list contains invalid timing or unavailable footage.");
+    if (fault == CutFault::incomplete) refuse("The cut list does not cover the entire project.");
 }
 
 /// A fade-in must end within the first cut, a fade-out begin within the last: it would be cut
@@ -139,8 +130,7 @@ std::string exportDocument(const CutEngine& engine, const std::vector<Cut>& cuts
                            const UUIDMaker& makeUUID) {
     const std::string& audio = audioAngle ? *audioAngle : engine.audioID;
     checkAudioCoverage(engine, audio);
-    if (cuts.empty()) refuse("Generate a rough edit first.");
-    checkCuts(engine, cuts);
+    requireWholeEdit(engine, cuts);
     for (const pugi::xml_node fade : audioFades(engine.original, audio))
         checkFade(engine, fade, cuts);
     ClipContents contents(engine, cuts, audio, makeUUID);

@@ -118,4 +118,18 @@ BookendFrames checkBookends(const CutEngine& engine, const GenerationInputs& inp
     return {openingFrames, closingStart};
 }
 
+CutFault checkCuts(const CutEngine& engine, const std::vector<Cut>& cuts) {
+    std::int64_t position = 0;
+    for (const Cut& cut : cuts) {
+        // The end is compared as a difference: edited by hand, it may be past 64 bits.
+        const bool follows =
+            cut.start == position && cut.duration >= 1 && cut.duration <= engine.length - position;
+        if (!follows ||
+            !rangeContaining(engine.coverageOf(cut.angle), {position, position + cut.duration}))
+            return CutFault::invalid;
+        position += cut.duration;
+    }
+    return position == engine.length ? CutFault::none : CutFault::incomplete;
+}
+
 } // namespace shotweaver

@@ -17,7 +17,7 @@ struct BookendFrames {
     std::int64_t closingStart = 0;
 };
 
-// Each throws `FinalCutImportError` with the sentence of the first failed check.
+// Each but the last throws `FinalCutImportError` with the sentence of the first failed check.
 
 /// Refuses an audio angle whose sound does not cover the whole project.
 void checkAudioCoverage(const CutEngine& engine, std::string_view audio);
@@ -37,5 +37,11 @@ void checkInputs(const CutEngine& engine, const GenerationInputs& inputs);
 
 /// Checks that opening and closing shot fit into the project and into their cameras' footage.
 BookendFrames checkBookends(const CutEngine& engine, const GenerationInputs& inputs);
+
+enum class CutFault { none, invalid, incomplete };
+
+/// Checks that cuts follow each other from frame 0 to the project's end, each within its camera's
+/// footage. The first fault counts: an invalid cut, or else an end before the project's.
+CutFault checkCuts(const CutEngine& engine, const std::vector<Cut>& cuts);
 
 } // namespace shotweaver
