@@ -26,8 +26,8 @@ struct SavedEditSession {
 /// with a sentence that says where.
 SavedEditSession readSession(std::string_view json);
 
-/// The document of a session in the form in which it is written here, in which it can be had before
-/// all else; nothing when the text may be of another form, which only `readSession` reads.
+/// Decodes the document from a file in the layout that we write, without reading the rest. Nothing
+/// for any other layout: use `readSession`.
 std::optional<std::string> readSessionDocument(std::string_view json);
 
 /// The same without its document, for a text of which `readSessionDocument` gave one. Throws like
@@ -45,9 +45,9 @@ class SessionEncoder {
   public:
     explicit SessionEncoder(std::string_view sourceXML);
 
-    /// The file's text in pieces, valid until the next call. `history` must be what it was at the
-    /// last call but for what `append` and moving through it change. Throws `PlatformError` for a
-    /// number that is not finite.
+    /// The file's text in pieces, valid until the next call. Between calls `history` may
+    /// only grow by `append` and move its index: revisions never change. Throws `PlatformError` for
+    /// a number that is not finite.
     std::vector<std::string_view> encode(const EditSettings& settings, const EditHistory& history);
 
   private:

@@ -44,13 +44,13 @@ class ClipContents {
     struct AngleSources {
         pugi::xml_node video;
         pugi::xml_node audio;
-        // Found by their "srcEnable", not for want of another.
+        // True when chosen for its "srcEnable"; false when it is merely the first.
         bool isVideoEnabled = false;
         bool isAudioEnabled = false;
         std::vector<pugi::xml_node> pictureSettings; // what goes with the picture
     };
 
-    /// What every clip gets that may hold fades of its sound.
+    /// Sound settings that every clip gets; they may contain fades.
     struct SoundSettings {
         std::vector<pugi::xml_node> leading; // clip settings
         std::vector<pugi::xml_node> roles;   // of the audio angle's source

@@ -24,7 +24,7 @@ double randomUnit(RandomSource& random) {
     return static_cast<double>(random.bits() & lowBits) * 0x1p-53;
 }
 
-// Nobody looks at an edit of more than these; it would only fill the memory.
+// More shots than anyone reviews; the limit keeps memory bounded.
 constexpr std::size_t maximumCuts = 5'000'000;
 
 /// Inside the walk a camera is its place in the list of selected cameras, the main camera first.
