@@ -144,7 +144,7 @@ void CutEngine::checkClip() const {
 
 void CutEngine::findAudioSource() {
     std::vector<pugi::xml_node> heard;
-    for (const pugi::xml_node source : elements(original, "mc-source")) {
+    for (const pugi::xml_node source : Elements(original, "mc-source")) {
         const std::string_view enabled = attributeOr(source, "srcEnable", "all");
         if (enabled == "all" || enabled == "audio") heard.push_back(source);
     }
@@ -164,7 +164,7 @@ void CutEngine::readCoverage(const ProjectImport& intake) {
         frameDuration.frames(attributeOr(intake.multicam, "tcStart", "0s"));
     const SpanFrames spanFrames(*this, multicamStart);
     AngleMediaWalker walker(intake.resources);
-    for (const pugi::xml_node angle : elements(intake.multicam, "mc-angle")) {
+    for (const pugi::xml_node angle : Elements(intake.multicam, "mc-angle")) {
         const std::string id(attributeOr(angle, "angleID", ""));
         const std::string_view camera = attributeOr(angle, "name", id);
         CoverageBuilder picture;
@@ -176,7 +176,7 @@ void CutEngine::readCoverage(const ProjectImport& intake) {
             if (range && span.video) picture.add(*range);
             if (range && span.audio) sound.add(*range);
         };
-        for (const pugi::xml_node child : elements(angle))
+        for (const pugi::xml_node child : Elements(angle))
             walker.walk(child, camera, sink);
         // After the walk, whose failures come first.
         if (!hasValidTiming) refuse("Invalid angle timing.");

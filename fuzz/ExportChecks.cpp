@@ -104,7 +104,7 @@ bool isSameTree(pugi::xml_node a, pugi::xml_node b) {
 std::set<std::string> importedShapes(pugi::xml_node clip, std::string_view angle) {
     std::set<std::string> shapes;
     int sources = 0;
-    for (const pugi::xml_node source : elements(clip, "mc-source")) {
+    for (const pugi::xml_node source : Elements(clip, "mc-source")) {
         if (attribute(source, "angleID") != angle) continue;
         ++sources;
         for (const pugi::xpath_node& shape :
@@ -121,7 +121,7 @@ class ExportReading {
     ExportReading(const CutEngine& engine, const std::vector<Cut>& cuts, const std::string& audio)
         : engine_(engine), cuts_(cuts), audio_(audio),
           hasFades_(!engine.original.select_nodes(".//fadeIn | .//fadeOut").empty()) {
-        for (const pugi::xml_node child : elements(engine.original)) {
+        for (const pugi::xml_node child : Elements(engine.original)) {
             if (isPlaced(child)) addImported(imported_, engine, child);
         }
         for (auto entry = imported_.begin(); entry != imported_.end();)
@@ -151,7 +151,7 @@ class ExportReading {
 void ExportReading::check(pugi::xml_node root) {
     require(isElement(root, "fcpxml"), "the root is fcpxml");
     std::vector<std::string> parts;
-    for (const pugi::xml_node part : elements(root))
+    for (const pugi::xml_node part : Elements(root))
         parts.emplace_back(part.name());
     require(parts == std::vector<std::string>{"resources", "project"},
             "an export holds resources and a project");
@@ -163,7 +163,7 @@ void ExportReading::check(pugi::xml_node root) {
 
     std::size_t index = 0;
     for (const pugi::xml_node clip :
-         elements(firstElement(firstElement(project, "sequence"), "spine"))) {
+         Elements(firstElement(firstElement(project, "sequence"), "spine"))) {
         require(index < cuts_.size(), "no more clips than cuts");
         checkClip(clip, cuts_[index++]);
     }
@@ -189,13 +189,13 @@ void ExportReading::checkClip(pugi::xml_node clip, const Cut& cut) {
     require(attribute(clip, "srcEnable") == "all", "a clip is on");
     checkSources(clip, cut);
     for (const char* name : {"note", "adjust-panner", "conform-rate", "filter-audio", "metadata"}) {
-        const Elements copies = elements(clip, name);
-        const Elements originals = elements(engine_.original, name);
+        const Elements copies(clip, name);
+        const Elements originals(engine_.original, name);
         require(std::equal(copies.begin(), copies.end(), originals.begin(), originals.end(),
                            isSameTree),
                 "every clip has the imported clip's settings", name);
     }
-    for (const pugi::xml_node child : elements(clip)) {
+    for (const pugi::xml_node child : Elements(clip)) {
         if (isPlaced(child)) addPlaced(child, cut);
     }
     if (hasFades_) checkFades(clip, cut);
@@ -219,7 +219,7 @@ void ExportReading::checkSources(pugi::xml_node clip, const Cut& cut) {
     std::vector<Source> expected{{cut.angle, "video"}, {audio_, "audio"}};
     if (cut.angle == audio_) expected = {{audio_, "all"}};
     std::vector<Source> sources;
-    for (const pugi::xml_node source : elements(clip, "mc-source")) {
+    for (const pugi::xml_node source : Elements(clip, "mc-source")) {
         sources.emplace_back(attributeOr(source, "angleID", ""),
                              attributeOr(source, "srcEnable", ""));
         checkTracking(source);
@@ -228,7 +228,7 @@ void ExportReading::checkSources(pugi::xml_node clip, const Cut& cut) {
 }
 
 void ExportReading::checkTracking(pugi::xml_node source) {
-    if (elements(source).empty()) return; // most are, and queries are slow
+    if (Elements(source).empty()) return; // most are, and queries are slow
     std::set<std::string> own;
     for (const pugi::xpath_node& shape : source.select_nodes(".//tracking-shape[@id]")) {
         const std::string id = shape.node().attribute("id").value();
@@ -270,7 +270,7 @@ void ExportReading::addPlaced(pugi::xml_node child, const Cut& cut) {
 
 /// Exact, but for a frame where seconds of this size are coarser than the tolerance at a cut.
 void ExportReading::checkConnected(pugi::xml_node child, const Cut& cut) const {
-    const Elements originals = elements(engine_.original, child.name());
+    const Elements originals(engine_.original, child.name());
     require(std::any_of(originals.begin(), originals.end(),
                         [&](pugi::xml_node original) { return isSameTree(original, child); }),
             "a connected item is copied as it is", labelOf(child));

@@ -11,10 +11,10 @@ void addVolumeFades(std::vector<pugi::xml_node>& fades, pugi::xml_node volume) {
 }
 
 void addAudioFades(std::vector<pugi::xml_node>& fades, pugi::xml_node element) {
-    for (const pugi::xml_node child : elements(element)) {
+    for (const pugi::xml_node child : Elements(element)) {
         if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);
         if (!isElement(child, "audio-role-source")) continue;
-        for (const pugi::xml_node volume : elements(child, "adjust-volume"))
+        for (const pugi::xml_node volume : Elements(child, "adjust-volume"))
             addVolumeFades(fades, volume);
     }
 }
@@ -22,7 +22,7 @@ void addAudioFades(std::vector<pugi::xml_node>& fades, pugi::xml_node element) {
 std::vector<pugi::xml_node> audioFades(pugi::xml_node clip, std::string_view audioAngle) {
     std::vector<pugi::xml_node> fades;
     addAudioFades(fades, clip);
-    for (const pugi::xml_node source : elements(clip, "mc-source")) {
+    for (const pugi::xml_node source : Elements(clip, "mc-source")) {
         if (attribute(source, "angleID") == audioAngle) addAudioFades(fades, source);
     }
     return fades;
@@ -30,11 +30,11 @@ std::vector<pugi::xml_node> audioFades(pugi::xml_node clip, std::string_view aud
 
 void removeFades(pugi::xml_node clip, std::string_view kind) {
     std::vector<pugi::xml_node> fades;
-    for (const pugi::xml_node volume : elements(clip, "adjust-volume"))
+    for (const pugi::xml_node volume : Elements(clip, "adjust-volume"))
         addVolumeFades(fades, volume);
-    for (const pugi::xml_node source : elements(clip, "mc-source")) {
-        for (const pugi::xml_node role : elements(source, "audio-role-source")) {
-            for (const pugi::xml_node volume : elements(role, "adjust-volume"))
+    for (const pugi::xml_node source : Elements(clip, "mc-source")) {
+        for (const pugi::xml_node role : Elements(source, "audio-role-source")) {
+            for (const pugi::xml_node volume : Elements(role, "adjust-volume"))
                 addVolumeFades(fades, volume);
         }
     }

@@ -40,7 +40,7 @@ ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts
     : engine_(engine), cuts_(cuts), audioAngle_(std::move(audioAngle)), makeUUID_(makeUUID),
       pieces_(cuts.size()) {
     std::vector<pugi::xml_node> annotations;
-    for (const pugi::xml_node child : elements(engine.original)) {
+    for (const pugi::xml_node child : Elements(engine.original)) {
         if (isOneOf(clipSettings, child.name())) sound_.leading.push_back(child);
         if (isElement(child, "mc-source")) addSource(child);
         if (isStoryElement(child)) addStoryElement(child);
@@ -69,13 +69,13 @@ void ClipContents::addSource(pugi::xml_node source) {
 
 void ClipContents::findSourceSettings() {
     for (auto& [angle, sources] : sources_) {
-        for (const pugi::xml_node child : elements(sources.video)) {
+        for (const pugi::xml_node child : Elements(sources.video)) {
             if (!isElement(child, "audio-role-source")) sources.pictureSettings.push_back(child);
         }
     }
     const auto heard = sources_.find(audioAngle_);
     if (heard == sources_.end()) return;
-    const Elements roles = elements(heard->second.audio, "audio-role-source");
+    const Elements roles(heard->second.audio, "audio-role-source");
     sound_.roles.assign(roles.begin(), roles.end());
 }
 
@@ -89,9 +89,9 @@ void ClipContents::copyWithoutFades() {
         source.append_copy(role);
     removeFades(clip, "fadeIn");
     removeFades(clip, "fadeOut");
-    const Elements roles = elements(source);
+    const Elements roles(source);
     withoutFades_.roles.assign(roles.begin(), roles.end());
-    const Elements children = elements(clip);
+    const Elements children(clip);
     withoutFades_.leading.assign(children.begin(), children.end());
     withoutFades_.leading.pop_back(); // the source
 }

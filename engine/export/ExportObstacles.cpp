@@ -39,7 +39,7 @@ std::vector<std::string> exportObstacles(const CutEngine& engine) {
     std::vector<std::string> obstacles;
     if (!attribute(engine.document->document_element(), "version"))
         obstacles.emplace_back(missingVersion);
-    for (const pugi::xml_node child : elements(engine.original)) {
+    for (const pugi::xml_node child : Elements(engine.original)) {
         try {
             readTimes(engine, child);
         } catch (const FinalCutImportError& error) {

@@ -38,14 +38,14 @@ class CountingSource final : public ByteSource {
 pugi::xml_node findProject(pugi::xml_node root) {
     std::vector<pugi::xml_node> projects;
     const auto addProjects = [&](pugi::xml_node parent) {
-        const Elements found = elements(parent, "project");
+        const Elements found(parent, "project");
         projects.insert(projects.end(), found.begin(), found.end());
     };
     const auto addEvents = [&](pugi::xml_node parent) {
-        for (const pugi::xml_node event : elements(parent, "event"))
+        for (const pugi::xml_node event : Elements(parent, "event"))
             addProjects(event);
     };
-    for (const pugi::xml_node library : elements(root, "library"))
+    for (const pugi::xml_node library : Elements(root, "library"))
         addEvents(library);
     addEvents(root);
     addProjects(root);
@@ -55,7 +55,7 @@ pugi::xml_node findProject(pugi::xml_node root) {
 }
 
 pugi::xml_node findMulticamClip(pugi::xml_node spine) {
-    const Elements content = elements(spine);
+    const Elements content(spine);
     const pugi::xml_node clip = firstElement(spine, "mc-clip");
     if (!clip || std::distance(content.begin(), content.end()) != 1)
         refuse("For this prototype, export a timeline containing one uncut multicam clip.");
@@ -64,7 +64,7 @@ pugi::xml_node findMulticamClip(pugi::xml_node spine) {
 
 std::string audioAngleNames(pugi::xml_node multicamClip, const std::vector<ImportedAngle>& angles) {
     std::set<std::string_view> heard;
-    for (const pugi::xml_node source : elements(multicamClip, "mc-source")) {
+    for (const pugi::xml_node source : Elements(multicamClip, "mc-source")) {
         const std::string_view enabled = attributeOr(source, "srcEnable", "all");
         const auto id = attribute(source, "angleID");
         if (id && (enabled == "all" || enabled == "audio")) heard.insert(*id);
@@ -110,7 +110,7 @@ ImportedProject summarize(const ProjectImport& intake) {
         refuse("The project must have a positive duration and frame rate.");
 
     AngleImport angles(intake.resources);
-    for (const pugi::xml_node angle : elements(intake.multicam, "mc-angle"))
+    for (const pugi::xml_node angle : Elements(intake.multicam, "mc-angle"))
         summary.angles.push_back(angles.parseAngle(angle));
     requireUniqueAngles(summary.angles);
     summary.name = attributeOr(intake.project, "name", "Untitled project");

@@ -9,7 +9,7 @@ namespace shotweaver {
 namespace {
 
 bool hasMediaLocation(pugi::xml_node asset) {
-    const Elements representations = elements(asset, "media-rep");
+    const Elements representations(asset, "media-rep");
     return std::any_of(representations.begin(), representations.end(),
                        [](pugi::xml_node each) { return !attributeOr(each, "src", "").empty(); }) ||
            !attributeOr(asset, "src", "").empty();
@@ -40,11 +40,11 @@ const Resource* Resources::Index<Resource>::find(std::optional<std::string_view>
 }
 
 Resources::Resources(pugi::xml_node element) {
-    for (const pugi::xml_node asset : elements(element, "asset"))
+    for (const pugi::xml_node asset : Elements(element, "asset"))
         assets_.add(asset);
-    for (const pugi::xml_node format : elements(element, "format"))
+    for (const pugi::xml_node format : Elements(element, "format"))
         formats_.add(format);
-    for (const pugi::xml_node media : elements(element, "media"))
+    for (const pugi::xml_node media : Elements(element, "media"))
         media_.add(media);
 }
 

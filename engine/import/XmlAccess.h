@@ -65,23 +65,15 @@ class Elements {
     };
 
     explicit Elements(pugi::xml_node parent, std::string_view name = {})
-        : first_(parent.first_child(), name) {}
+        : begin_(parent.first_child(), name) {}
 
-    Iterator begin() const { return first_; }
+    Iterator begin() const { return begin_; }
     Iterator end() const { return {}; }
     bool empty() const { return begin() == end(); }
 
   private:
-    Iterator first_;
+    Iterator begin_;
 };
-
-inline Elements elements(pugi::xml_node parent) {
-    return Elements(parent);
-}
-
-inline Elements elements(pugi::xml_node parent, std::string_view name) {
-    return Elements(parent, name);
-}
 
 /// The first child element of that name; a null handle when there is none.
 inline pugi::xml_node firstElement(pugi::xml_node parent, std::string_view name) {
@@ -95,7 +87,7 @@ inline pugi::xml_node firstElement(pugi::xml_node parent, std::string_view name)
 /// the tree.
 template <class Visit>
 void forEachDescendant(pugi::xml_node element, Visit visit) {
-    for (const pugi::xml_node child : elements(element)) {
+    for (const pugi::xml_node child : Elements(element)) {
         visit(child);
         forEachDescendant(child, visit);
     }
