@@ -19,7 +19,7 @@ bool isWalkableKind(std::string_view kind) {
     static constexpr std::array<std::string_view, 10> walkableKinds{
         "asset-clip", "audio", "video", "clip",  "sync-clip",
         "ref-clip",   "spine", "gap",   "title", "live-drawing"};
-    return std::find(walkableKinds.begin(), walkableKinds.end(), kind) != walkableKinds.end();
+    return isOneOf(walkableKinds, kind);
 }
 
 } // namespace

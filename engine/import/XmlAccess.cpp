@@ -1,6 +1,5 @@
 #include "engine/import/XmlAccess.h"
 
-#include <algorithm>
 #include <array>
 
 namespace shotweaver {
@@ -51,9 +50,8 @@ bool holdsText(const char* elementName) {
 }
 
 bool isMediaClipKind(std::string_view elementName) {
-    static constexpr std::array<std::string_view, 3> MediaClipKinds{"asset-clip", "audio", "video"};
-    return std::find(MediaClipKinds.begin(), MediaClipKinds.end(), elementName) !=
-           MediaClipKinds.end();
+    static constexpr std::array<std::string_view, 3> mediaClipKinds{"asset-clip", "audio", "video"};
+    return isOneOf(mediaClipKinds, elementName);
 }
 
 } // namespace shotweaver
