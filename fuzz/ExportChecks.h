@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/CutEngine.h"
+#include "engine/EditSettings.h"
 
 #include <string>
 #include <string_view>
