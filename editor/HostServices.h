@@ -17,7 +17,7 @@ struct OpenPanel {
     bool operator==(const OpenPanel&) const = default;
 };
 
-/// An error of the host, shown by its description.
+/// An error of the host, shown by its description. Domain and code name it for a host's own use.
 struct HostError {
     std::string domain;
     int code = 0;

@@ -50,7 +50,7 @@ struct ShotweaverManual {
 /// `PlatformError` with a sentence that says where; a URL that is not absolute fails it all.
 ShotweaverManual readManual(std::string_view json);
 
-/// Why there is no manual to show.
+/// Why there is no manual to show. Domain and code name the error for a host's own use.
 struct ManualError {
     std::string domain;
     int code = 0;
