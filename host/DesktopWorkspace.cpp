@@ -21,12 +21,11 @@ DesktopWorkspace::urlForApplication(const std::string& bundleIdentifier) {
     return entry ? std::optional(entry->path) : std::nullopt;
 }
 
-void DesktopWorkspace::open(const std::vector<std::string>& files, const std::string& application,
-                            const OpenConfiguration&, OpenCompletion completion) {
+void DesktopWorkspace::open(const std::string& file, const std::string& application,
+                            OpenCompletion completion) {
     std::optional<std::string> problem;
     try {
-        for (std::size_t i = 0; i < files.size() && !problem; ++i)
-            problem = start(application, files[i]);
+        problem = start(application, file);
     } catch (const PlatformError& failure) {
         problem = failure.what();
     }

@@ -15,10 +15,10 @@ class DesktopWorkspace final : public Workspace {
 
     std::optional<std::string> urlForApplication(const std::string& bundleIdentifier) override;
 
-    /// Starts the entry's command, once for each file; success is that it could be started, told
+    /// Starts the entry's command; success is that it could be started, told
     /// before this returns. Whether it comes to the front is the desktop's decision.
-    void open(const std::vector<std::string>& files, const std::string& application,
-              const OpenConfiguration& configuration, OpenCompletion completion) override;
+    void open(const std::string& file, const std::string& application,
+              OpenCompletion completion) override;
 
   private:
     /// Gives why it could not be started, a sentence. Throws `PlatformError` for reasons of the

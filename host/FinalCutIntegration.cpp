@@ -34,7 +34,7 @@ class OpenRequest : public std::enable_shared_from_this<OpenRequest> {
 
     void start(Workspace& workspace, const std::string& application) {
         accessStarted_ = access_.startAccess(path_);
-        workspace.open({path_}, application, {.activates = true},
+        workspace.open(path_, application,
                        [self = shared_from_this()](const auto& error) { self->report(error); });
     }
 

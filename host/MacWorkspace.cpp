@@ -49,23 +49,15 @@ std::optional<std::string> MacWorkspace::urlForApplication(const std::string& bu
     return std::string(place);
 }
 
-void MacWorkspace::open(const std::vector<std::string>& files, const std::string& application,
-                        const OpenConfiguration& configuration, OpenCompletion completion) {
+void MacWorkspace::open(const std::string& file, const std::string& application,
+                        OpenCompletion completion) {
     const std::optional<std::string> opener = findProgram(opener_, environment_);
     if (!opener) {
         completion(openError(fmt::format("“{}” could not be found.", opener_)));
         return;
     }
-    std::vector<std::string> command{*opener};
-    if (!configuration.activates) command.emplace_back("-g"); // stays in the background
-    // By identifier where it is known, so that the system picks among several copies.
-    const auto identifier = identifiers_.find(application);
-    if (identifier != identifiers_.end())
-        command.insert(command.end(), {"-b", identifier->second});
-    else
-        command.insert(command.end(), {"-a", application});
-    command.insert(command.end(), files.begin(), files.end());
-
+    // By identifier, so that the system picks among several copies.
+    std::vector<std::string> command{*opener, "-b", identifiers_.at(application), file};
     std::erase_if(running_, isOver);
     running_.push_back(std::async(
         std::launch::async, [command = std::move(command), completion = std::move(completion)] {

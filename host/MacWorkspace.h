@@ -24,8 +24,8 @@ class MacWorkspace final : public Workspace {
 
     /// Reports on a thread of its own, which the destructor waits for. An error has the program's
     /// exit status as its code and what it wrote as its description.
-    void open(const std::vector<std::string>& files, const std::string& application,
-              const OpenConfiguration& configuration, OpenCompletion completion) override;
+    void open(const std::string& file, const std::string& application,
+              OpenCompletion completion) override;
 
   private:
     Environment environment_;

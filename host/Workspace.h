@@ -4,14 +4,8 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace shotweaver {
-
-/// How an application is asked to open files.
-struct OpenConfiguration {
-    bool activates = false; // comes to the front
-};
 
 /// The part of the operating system that knows applications.
 class Workspace {
@@ -21,10 +15,10 @@ class Workspace {
     /// Where the application with a bundle identifier is; nothing when there is none.
     virtual std::optional<std::string> urlForApplication(const std::string& bundleIdentifier) = 0;
 
-    /// Opens files with an application that was found. `completion` is called exactly once, on any
-    /// thread, perhaps before this returns.
-    virtual void open(const std::vector<std::string>& files, const std::string& application,
-                      const OpenConfiguration& configuration, OpenCompletion completion) = 0;
+    /// Opens a file with an application that `urlForApplication` gave, which comes to the front.
+    /// `completion` is called exactly once, on any thread, perhaps before this returns.
+    virtual void open(const std::string& file, const std::string& application,
+                      OpenCompletion completion) = 0;
 
   protected:
     Workspace() = default;

@@ -1,7 +1,6 @@
 #include "host/DesktopWorkspace.h"
 #include "host/FinalCutIntegration.h"
 #include "host/MacWorkspace.h"
-#include "platform/Text.h"
 #include "tests/support/TestFolder.h"
 
 #include <fmt/format.h>
@@ -92,10 +91,9 @@ struct Host final : Workspace, ItemAccess {
         if (application == "broken") throw std::runtime_error("No index.");
         return application;
     }
-    void open(const std::vector<std::string>& files, const std::string& with,
-              const OpenConfiguration& configuration, OpenCompletion completion) override {
-        events += fmt::format("open {} with {} {}; ", joined(files, ","), with,
-                              configuration.activates ? "in front" : "behind");
+    void open(const std::string& file, const std::string& with,
+              OpenCompletion completion) override {
+        events += fmt::format("open {} with {}; ", file, with);
         report(completion);
     }
     bool startAccess(const std::string& path) override {
@@ -111,7 +109,7 @@ struct Host final : Workspace, ItemAccess {
 
 TEST(OpenInFinalCut, completesOnceOnTheMainThreadAfterTheAccess) {
     const std::string find = "find com.apple.FinalCut; ";
-    const std::string stop = find + "start /f; open /f with app in front; returned; stop /f; ";
+    const std::string stop = find + "start /f; open /f with app; returned; stop /f; ";
     const Report succeed = [](const auto& done) { done(std::nullopt); };
     const Report refuse = [](const auto& done) { done(HostError{"NSCocoa", 256, "No."}); };
     const Report fail = [](const auto&) { throw std::runtime_error("Why."); };
@@ -121,7 +119,7 @@ TEST(OpenInFinalCut, completesOnceOnTheMainThreadAfterTheAccess) {
         {"app", fail, stop + "Shotweaver 2 Why."},
         {"app", [&](auto& done) { std::thread(refuse, done).join(); }, stop + "NSCocoa 256 No."},
         {"app", [&](auto& done) { succeed(done), refuse(done), fail(done); }, stop + "opened"},
-        {"free", succeed, find + "start /f; open /f with free in front; returned; opened"},
+        {"free", succeed, find + "start /f; open /f with free; returned; opened"},
         {"broken", succeed, find + "returned; Shotweaver 2 No index."},
         {std::nullopt, succeed,
          find + "Shotweaver 1 Final Cut Pro could not be found. Your exported files have been "
@@ -152,7 +150,7 @@ struct ProgramFolder : test::TestFolder {
 
 std::string opening(Workspace& workspace, const std::string& file, const std::string& application) {
     const auto outcome = std::make_shared<std::promise<std::string>>();
-    workspace.open({file}, application, {.activates = true},
+    workspace.open(file, application,
                    [=](const auto& error) { outcome->set_value(textOf(error)); });
     return outcome->get_future().get();
 }
@@ -181,20 +179,18 @@ TEST(DesktopWorkspace, startsTheCommandOfTheEntry) {
 TEST(MacWorkspace, asksTheSystemsPrograms) {
     const ProgramFolder folder;
     MacWorkspace workspace(folder.environment(), "mdfind", "open");
-    EXPECT_EQ(opening(workspace, "/f", "/A"), "Shotweaver 2 “open” could not be found.");
     folder.add("mdfind", "echo");
     EXPECT_EQ(workspace.urlForApplication("a.b"), std::nullopt);
     folder.add("mdfind", "echo \"/A $1.app\"; echo /B.app");
     const std::string application = "/A kMDItemCFBundleIdentifier == 'a.b'.app";
     EXPECT_EQ(workspace.urlForApplication("a.b"), application);
 
+    EXPECT_EQ(opening(workspace, "/f", application), "Shotweaver 2 “open” could not be found.");
     folder.add("open", "printf '<%s>' \"$@\" >\"${0%open}said\"");
     EXPECT_EQ(opening(workspace, "/My \"50%\" cut", application), "opened");
     EXPECT_EQ(folder.read("said"), "<-b><a.b></My \"50%\" cut>");
-    EXPECT_EQ(opening(workspace, "/f", "/A b.app"), "opened"); // not one that was looked up
-    EXPECT_EQ(folder.read("said"), "<-a></A b.app></f>");
     folder.add("open", "echo noise; echo 'Unable to find it.' >&2; exit 1");
-    EXPECT_EQ(opening(workspace, "/f", "/A"), "Shotweaver 1 Unable to find it.");
+    EXPECT_EQ(opening(workspace, "/f", application), "Shotweaver 1 Unable to find it.");
 }
 
 } // namespace
