@@ -1,47 +1,30 @@
 #include "host/DesktopWorkspace.h"
 
 #include "host/OpenError.h"
-#include "platform/DesktopEntry.h"
-#include "platform/Files.h"
+#include "platform/DesktopApplications.h"
 #include "platform/PlatformError.h"
-#include "platform/Programs.h"
-
-#include <fmt/format.h>
 
 #include <utility>
 
 namespace shotweaver {
 
-DesktopWorkspace::DesktopWorkspace(FileCalls& calls, Environment environment)
-    : calls_(calls), environment_(std::move(environment)) {}
+DesktopWorkspace::DesktopWorkspace(Environment environment)
+    : environment_(std::move(environment)) {}
 
 std::optional<std::string>
 DesktopWorkspace::urlForApplication(const std::string& bundleIdentifier) {
-    const auto entry = findDesktopEntry(calls_, environment_, bundleIdentifier + ".desktop");
-    return entry ? std::optional(entry->path) : std::nullopt;
+    return findDesktopEntry(environment_, bundleIdentifier + ".desktop");
 }
 
 void DesktopWorkspace::open(const std::string& file, const std::string& application,
                             OpenCompletion completion) {
-    std::optional<std::string> problem;
+    std::optional<HostError> error;
     try {
-        problem = start(application, file);
+        openWithDesktopEntry(application, file, environment_);
     } catch (const PlatformError& failure) {
-        problem = failure.what();
+        error = openError(failure.what());
     }
-    completion(problem ? std::optional(openError(*problem)) : std::nullopt);
-}
-
-std::optional<std::string> DesktopWorkspace::start(const std::string& application,
-                                                   const std::string& file) {
-    const auto entry = parseDesktopEntry(readFile(calls_, application), application);
-    auto command = entry ? openCommand(*entry, file) : std::nullopt;
-    if (!command) return fmt::format("“{}” has no command that opens a file.", application);
-    const std::optional<std::string> program = findProgram(command->front(), environment_);
-    if (!program) return fmt::format("“{}” could not be found.", command->front());
-    command->front() = *program;
-    startProgram(*command, entry->folder);
-    return std::nullopt;
+    completion(error);
 }
 
 } // namespace shotweaver

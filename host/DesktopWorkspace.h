@@ -2,7 +2,6 @@
 
 #include "host/Workspace.h"
 #include "platform/Environment.h"
-#include "platform/FileCalls.h"
 
 namespace shotweaver {
 
@@ -10,22 +9,16 @@ namespace shotweaver {
 /// desktop entry is named after it ("com.apple.FinalCut.desktop"), and its URL is the entry's path.
 class DesktopWorkspace final : public Workspace {
   public:
-    /// `calls` must outlive this.
-    DesktopWorkspace(FileCalls& calls, Environment environment);
+    explicit DesktopWorkspace(Environment environment);
 
     std::optional<std::string> urlForApplication(const std::string& bundleIdentifier) override;
 
-    /// Starts the entry's command; success is that it could be started, told
-    /// before this returns. Whether it comes to the front is the desktop's decision.
+    /// Starts the entry's command; success is that it could be started, told before this returns.
+    /// Whether it comes to the front is the desktop's decision.
     void open(const std::string& file, const std::string& application,
               OpenCompletion completion) override;
 
   private:
-    /// Gives why it could not be started, a sentence. Throws `PlatformError` for reasons of the
-    /// system.
-    std::optional<std::string> start(const std::string& application, const std::string& file);
-
-    FileCalls& calls_;
     Environment environment_;
 };
 

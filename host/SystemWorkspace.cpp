@@ -1,7 +1,10 @@
 #include "host/SystemWorkspace.h"
 
-#include "host/DesktopWorkspace.h"
+#if defined(__APPLE__)
 #include "host/MacWorkspace.h"
+#else
+#include "host/DesktopWorkspace.h"
+#endif
 
 #include <utility>
 
@@ -11,7 +14,7 @@ std::unique_ptr<Workspace> systemWorkspace(Environment environment) {
 #if defined(__APPLE__)
     return std::make_unique<MacWorkspace>(std::move(environment));
 #else
-    return std::make_unique<DesktopWorkspace>(systemFileCalls(), std::move(environment));
+    return std::make_unique<DesktopWorkspace>(std::move(environment));
 #endif
 }
 

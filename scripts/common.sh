@@ -13,8 +13,8 @@ folders=(platform engine persistence planning editor help host cli widgets edito
 
 # What a build needs, and what else the checks, the benchmarks and the fuzzers need.
 build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev libfmt-dev
-    nlohmann-json3-dev libcli11-dev libfast-float-dev libgtest-dev libbenchmark-dev qt6-base-dev
-    fonts-open-sans)
+    nlohmann-json3-dev libcli11-dev libfast-float-dev libglib2.0-dev pkgconf libgtest-dev
+    libbenchmark-dev qt6-base-dev fonts-open-sans)
 check_packages=(clang-format clang-tidy)
 benchmark_packages=(libxml2-utils)
 clang_packages=(clang)

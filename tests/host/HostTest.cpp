@@ -1,4 +1,3 @@
-#include "host/DesktopWorkspace.h"
 #include "host/FinalCutIntegration.h"
 #include "host/MacWorkspace.h"
 #include "tests/support/TestFolder.h"
@@ -153,27 +152,6 @@ std::string opening(Workspace& workspace, const std::string& file, const std::st
     workspace.open(file, application,
                    [=](const auto& error) { outcome->set_value(textOf(error)); });
     return outcome->get_future().get();
-}
-
-TEST(DesktopWorkspace, startsTheCommandOfTheEntry) {
-    const ProgramFolder folder;
-    DesktopWorkspace workspace(systemFileCalls(), folder.environment());
-    EXPECT_EQ(workspace.urlForApplication("cut"), std::nullopt);
-    std::filesystem::create_directory(folder.path("applications"));
-    ASSERT_EQ(mkfifo(folder.path("said").c_str(), 0600), 0);
-    folder.add("cutter", "printf '%s\\n' \"$PWD\" \"$@\" >\"${0%cutter}said\"");
-    const std::string head = "[Desktop Entry]\nType=Application\nPath=" + folder.path() + "\nExec=";
-    const std::string entry =
-        folder.write("applications/cut.desktop", head + "cutter \"for $\" %f %%");
-    EXPECT_EQ(workspace.urlForApplication("cut"), entry);
-    const std::string file = folder.path("My “first” \"50%f\" 'cut' $HOME.fcpxml");
-    ASSERT_EQ(opening(workspace, file, entry), "opened");
-    EXPECT_EQ(folder.read("said"), fmt::format("{}\nfor $\n{}\n%\n", folder.path(), file));
-
-    EXPECT_EQ(opening(workspace, file, folder.write("w", head + "cutter %q")),
-              "Shotweaver 2 “" + folder.path("w") + "” has no command that opens a file.");
-    EXPECT_EQ(opening(workspace, file, folder.write("n", head + "no")),
-              "Shotweaver 2 “no” could not be found.");
 }
 
 TEST(MacWorkspace, asksTheSystemsPrograms) {
