@@ -11,13 +11,17 @@
 #include <cerrno>
 #include <csignal>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
+#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+extern char** environ; // not every system's header declares it
 
 namespace shotweaver {
 
@@ -37,16 +41,12 @@ auto uninterrupted(Call call) {
     return result;
 }
 
-/// A descriptor of this process alone: closed on every way out and in every program that is
-/// started.
+/// An open descriptor, closed on every way out.
 class Descriptor {
   public:
     explicit Descriptor(int number) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(number_, other.number_);
-        return *this;
-    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() { close(); }
 
     /// Negative once it is closed.
@@ -61,131 +61,104 @@ class Descriptor {
     int number_;
 };
 
-/// The same descriptor under a number clear of the standard three: a child replaces those, and
-/// where they are closed in this process, they are the first to be given out.
-Descriptor clearOfStandard(Descriptor descriptor, const std::string& program) {
-    if (descriptor.number() > STDERR_FILENO) return descriptor;
-    Descriptor clear(::fcntl(descriptor.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-    if (!clear.isOpen()) fail("started", program, errno);
-    return clear;
-}
-
 struct Pipe {
     Descriptor reading;
     Descriptor writing;
 };
 
+/// Its descriptors are closed in every program that is started, and their numbers are clear of the
+/// standard three: where those are closed in this process, they are the first to be given out.
 Pipe openPipe(const std::string& program) {
     std::array<int, 2> ends{};
-#if defined(__APPLE__)
     if (::pipe(ends.data()) != 0) fail("started", program, errno);
-    for (const int end : ends)
-        ::fcntl(end, F_SETFD, FD_CLOEXEC);
-#else
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) fail("started", program, errno);
-#endif
-    Pipe made{Descriptor(ends[0]), Descriptor(ends[1])};
-    made.reading = clearOfStandard(std::move(made.reading), program);
-    made.writing = clearOfStandard(std::move(made.writing), program);
-    return made;
+    const Descriptor reading(ends[0]);
+    const Descriptor writing(ends[1]);
+    const auto clear = [&](const Descriptor& end) {
+        const int number = ::fcntl(end.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+        if (number < 0) fail("started", program, errno);
+        return number;
+    };
+    return {Descriptor(clear(reading)), Descriptor(clear(writing))};
 }
 
-Descriptor openNothing(const std::string& program) {
-    Descriptor nothing(uninterrupted([] { return ::open("/dev/null", O_RDWR | O_CLOEXEC); }));
-    if (!nothing.isOpen()) fail("started", program, errno);
-    return clearOfStandard(std::move(nothing), program);
-}
-
-/// What a child needs to become a program. All of it is made before the fork: the other threads are
-/// gone in the child, perhaps with the allocator's lock, so it makes only async-signal-safe calls.
-struct Launch {
-    std::vector<char*> arguments; // ends with a null pointer
-    const char* folder = "";      // empty: this process's
-    int input = -1;
-    int output = -1;
-    int errors = -1; // negative: this process's
-    int report = -1; // takes an error number
-};
-
-std::vector<char*> argumentPointers(const std::vector<std::string>& command) {
-    assert(!command.empty());
-    std::vector<char*> pointers;
-    pointers.reserve(command.size() + 1);
-    for (const std::string& argument : command)
-        pointers.push_back(const_cast<char*>(argument.c_str())); // execv's type; it changes nothing
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-[[noreturn]] void reportAndExit(int report) {
-    const int reason = errno;
-    uninterrupted([&] { return ::write(report, &reason, sizeof reason); });
-    ::_exit(127);
-}
-
-bool replace(int standard, int with) {
-    return with < 0 || uninterrupted([&] { return ::dup2(with, standard); }) >= 0;
-}
-
-/// In a child.
-[[noreturn]] void becomeProgram(const Launch& launch) {
-    // A program inherits what is ignored and what is blocked here, and expects neither.
-    std::signal(SIGPIPE, SIG_DFL);
-    sigset_t none;
-    sigemptyset(&none);
-    ::pthread_sigmask(SIG_SETMASK, &none, nullptr);
-
-    if (replace(STDIN_FILENO, launch.input) && replace(STDOUT_FILENO, launch.output) &&
-        replace(STDERR_FILENO, launch.errors) &&
-        (*launch.folder == '\0' || ::chdir(launch.folder) == 0))
-        ::execv(launch.arguments[0], launch.arguments.data());
-    reportAndExit(launch.report);
-}
-
-/// In a child: hands over to a child of its own, which the system adopts and waits for.
-[[noreturn]] void startDetached(const Launch& launch) {
-    ::setsid();
-    const pid_t program = ::fork();
-    if (program == 0) becomeProgram(launch);
-    if (program < 0) reportAndExit(launch.report);
-    ::_exit(0);
-}
-
-/// The error number that kept a child from becoming the program; 0 when it has become it, which
-/// closed the pipe.
-int reportedReason(Pipe& report) {
-    report.writing.close();
-    int reason = 0;
-    uninterrupted([&] { return ::read(report.reading.number(), &reason, sizeof reason); });
-    return reason;
-}
-
-/// A child that is waited for on every way out.
-class Child {
+/// How a program is started: without standard input, and without the signals that are ignored or
+/// blocked here, which it would inherit.
+class Launch {
   public:
-    Child() = default;
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-    ~Child() { wait(); }
-
-    template <class Body>
-    void start(const std::string& program, Body body) {
-        process_ = ::fork();
-        if (process_ == 0) body();
-        if (process_ < 0) fail("started", program, errno);
+    Launch() {
+        ::posix_spawnattr_init(&attributes_);
+        ::posix_spawn_file_actions_init(&actions_);
+        sigset_t signals;
+        sigemptyset(&signals);
+        ::posix_spawnattr_setsigmask(&attributes_, &signals);
+        sigaddset(&signals, SIGPIPE);
+        ::posix_spawnattr_setsigdefault(&attributes_, &signals);
+        connectToNothing(STDIN_FILENO);
+    }
+    Launch(const Launch&) = delete;
+    Launch& operator=(const Launch&) = delete;
+    ~Launch() {
+        ::posix_spawn_file_actions_destroy(&actions_);
+        ::posix_spawnattr_destroy(&attributes_);
     }
 
-    /// What waitpid says of its end; nothing when this process leaves its children to the system.
-    std::optional<int> wait() {
-        const pid_t process = std::exchange(process_, -1);
-        int status = 0;
-        if (process < 0) return std::nullopt;
-        if (uninterrupted([&] { return ::waitpid(process, &status, 0); }) < 0) return std::nullopt;
-        return status;
+    void connectToNothing(int standard) {
+        note(::posix_spawn_file_actions_addopen(&actions_, standard, "/dev/null", O_RDWR, 0));
+    }
+    void connect(int standard, const Descriptor& with) {
+        note(::posix_spawn_file_actions_adddup2(&actions_, with.number(), standard));
+    }
+    void changeFolder(const std::string& folder) {
+        note(::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str()));
+    }
+    void leaveSession() { flags_ |= POSIX_SPAWN_SETSID; }
+
+    /// Returns once the program runs, that is once its image was loaded.
+    pid_t start(std::vector<std::string> command) {
+        assert(!command.empty());
+        std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
+        for (std::string& argument : command)
+            arguments.push_back(argument.data());
+        arguments.push_back(nullptr);
+        note(::posix_spawnattr_setflags(&attributes_, static_cast<short>(flags_)));
+        pid_t process = -1;
+        if (reason_ == 0)
+            note(::posix_spawn(&process, arguments[0], &actions_, &attributes_, arguments.data(),
+                               environ));
+        if (reason_ != 0) fail("started", command.front(), reason_);
+        return process;
     }
 
   private:
-    pid_t process_ = -1;
+    void note(int reason) {
+        if (reason_ == 0) reason_ = reason;
+    }
+
+    posix_spawnattr_t attributes_{};
+    posix_spawn_file_actions_t actions_{};
+    int flags_ = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+    int reason_ = 0; // why it cannot be started
+};
+
+/// What waitpid says of a process's end; nothing when this process leaves its children to the
+/// system.
+std::optional<int> waitFor(pid_t process) {
+    int status = 0;
+    if (uninterrupted([&] { return ::waitpid(process, &status, 0); }) < 0) return std::nullopt;
+    return status;
+}
+
+/// A process that is waited for on every way out.
+struct Child {
+    Child() = default;
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+    ~Child() {
+        if (process >= 0) waitFor(process);
+    }
+
+    pid_t process = -1;
 };
 
 /// Moves what is there already; closes the pipe at its end.
@@ -234,39 +207,30 @@ std::optional<std::string> findProgram(const std::string& name, const Environmen
 }
 
 void startProgram(const std::vector<std::string>& command, const std::string& folder) {
-    const std::string& program = command.front();
-    Child middle;
-    Pipe report = openPipe(program);
-    const Descriptor nothing = openNothing(program);
-    const Launch launch{.arguments = argumentPointers(command),
-                        .folder = folder.c_str(),
-                        .input = nothing.number(),
-                        .output = nothing.number(),
-                        .report = report.writing.number()};
-    middle.start(program, [&] { startDetached(launch); });
-    if (const int reason = reportedReason(report); reason != 0) fail("started", program, reason);
+    Launch launch;
+    launch.connectToNothing(STDOUT_FILENO);
+    if (!folder.empty()) launch.changeFolder(folder);
+    launch.leaveSession();
+    const pid_t process = launch.start(command);
+    // Its end may come any time: without a thread that waits for it, a zombie stays behind.
+    std::thread([process] { waitFor(process); }).detach();
 }
 
 ProgramResult runProgram(const std::vector<std::string>& command) {
     const std::string& program = command.front();
     Child child; // before the pipes: it is waited for once nobody reads what it writes
-    Pipe report = openPipe(program);
     Pipe output = openPipe(program);
     Pipe errors = openPipe(program);
-    const Descriptor nothing = openNothing(program);
-    const Launch launch{.arguments = argumentPointers(command),
-                        .input = nothing.number(),
-                        .output = output.writing.number(),
-                        .errors = errors.writing.number(),
-                        .report = report.writing.number()};
-    child.start(program, [&] { becomeProgram(launch); });
+    Launch launch;
+    launch.connect(STDOUT_FILENO, output.writing);
+    launch.connect(STDERR_FILENO, errors.writing);
+    child.process = launch.start(command);
     output.writing.close();
     errors.writing.close();
-    if (const int reason = reportedReason(report); reason != 0) fail("started", program, reason);
 
     ProgramResult result;
     readBoth(output.reading, errors.reading, result, program);
-    const std::optional<int> status = child.wait();
+    const std::optional<int> status = waitFor(std::exchange(child.process, -1));
     if (!status) fail("waited for", program, errno);
     result.status = WIFSIGNALED(*status) ? 128 + WTERMSIG(*status) : WEXITSTATUS(*status);
     return result;

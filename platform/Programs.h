@@ -12,10 +12,11 @@ namespace shotweaver {
 /// executable file is there.
 std::optional<std::string> findProgram(const std::string& name, const Environment& environment);
 
-/// Starts a program on its own: in a session of its own, without standard input and output, and
-/// without anyone having to wait for its end (no zombie stays behind). Returns once it runs, that
-/// is once its image was loaded. `command` is its path and its arguments; `folder` its working
-/// folder (empty: this process's). Throws `PlatformError` when it cannot be started.
+/// Starts a program on its own: in a session of its own, in which it outlives this process, without
+/// standard input and output, and without anyone having to wait for its end (no zombie stays
+/// behind). Returns once it runs, that is once its image was loaded. `command` is its path and its
+/// arguments; `folder` its working folder (empty: this process's). Throws `PlatformError` when it
+/// cannot be started.
 void startProgram(const std::vector<std::string>& command, const std::string& folder = "");
 
 /// What a program that has ended left behind.
