@@ -6,30 +6,18 @@
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionRootView.h"
 #include "host/views/PanelSheets.h"
-#include "host/views/ProgramResources.h"
+#include "host/views/ShotweaverHelpBundle.h"
 #include "platform/Dates.h"
 #include "platform/Locale.h"
 
 #include <QEvent>
 #include <QVBoxLayout>
 
-#include <functional>
-#include <map>
-
 namespace shotweaver {
 
 namespace {
 
 constexpr QSize preferredSize(960, 860);
-
-using Maker = std::function<std::unique_ptr<ExtensionViewController>()>;
-
-const std::map<std::string, Maker>& registeredControllers() {
-    static const std::map<std::string, Maker> controllers{
-        {ExtensionViewController::registeredName,
-         [] { return std::make_unique<ExtensionViewController>(); }}};
-    return controllers;
-}
 
 } // namespace
 
@@ -50,7 +38,6 @@ QWidget* ExtensionViewController::view() {
     auto* const layout = new QVBoxLayout(view_);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(new ExtensionRootView(editor_));
-    const ExtensionDescription description = extensionDescription();
     new PanelSheets(
         editor_, view_,
         [] {
@@ -58,7 +45,7 @@ QWidget* ExtensionViewController::view() {
                 loadManual(systemFileCalls(), ShotweaverHelpBundle::path("ShotweaverHelp", "json")),
                 userLocale());
         },
-        versionText(description.version, description.build));
+        versionText(SHOTWEAVER_VERSION, SHOTWEAVER_BUILD));
     view_->installEventFilter(this);
     host_.setWindow(view_);
     return view_;
@@ -68,11 +55,6 @@ QWidget* ExtensionViewController::view() {
 bool ExtensionViewController::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Show) editor_.appear();
     return QObject::eventFilter(watched, event);
-}
-
-std::unique_ptr<ExtensionViewController> makeViewController(const std::string& name) {
-    const auto found = registeredControllers().find(name);
-    return found == registeredControllers().end() ? nullptr : found->second();
 }
 
 } // namespace shotweaver

@@ -9,23 +9,18 @@
 #include <QObject>
 #include <QPointer>
 
-#include <memory>
-#include <string>
-
 namespace shotweaver {
 
 class ExtensionDropContainer;
 
-/// The extension's principal view controller. The program's description names it as
-/// `ShotweaverExtensionViewController`, under which it is registered.
+/// The extension's principal view controller, `ShotweaverExtensionViewController` to a host that
+/// looks it up by name.
 class ExtensionViewController : public QObject {
     Q_OBJECT
 
   public:
-    static constexpr const char* registeredName = "ShotweaverExtensionViewController";
-
     /// Works on the user's own session and presets, and with the shared inbox.
-    Q_INVOKABLE ExtensionViewController();
+    ExtensionViewController();
     ~ExtensionViewController() override;
 
     /// The view, made when it is first asked for. Whoever asks becomes its owner.
@@ -42,8 +37,5 @@ class ExtensionViewController : public QObject {
     InboxSubscription inbox_;
     QPointer<ExtensionDropContainer> view_;
 };
-
-/// Makes the view controller of that name; null when none is registered under it.
-std::unique_ptr<ExtensionViewController> makeViewController(const std::string& name);
 
 } // namespace shotweaver

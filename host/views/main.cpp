@@ -1,6 +1,5 @@
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionViewController.h"
-#include "host/views/ProgramResources.h"
 #include "platform/FileURL.h"
 #include "widgets/IconLabel.h"
 #include "widgets/Style.h"
@@ -51,16 +50,10 @@ int run(QApplication& application) {
     parser.process(application);
 
     style::apply(application);
-    const ExtensionDescription description = extensionDescription();
-    const auto controller = makeViewController(description.principalViewControllerClass);
-    if (!controller) {
-        std::cerr << "shotweaver-app: the description names no view controller: "
-                  << description.principalViewControllerClass << '\n';
-        return 1;
-    }
+    ExtensionViewController controller;
     if (!parser.positionalArguments().isEmpty())
         handInProject(parser.positionalArguments().constFirst());
-    QWidget* const view = controller->view();
+    QWidget* const view = controller.view();
     view->setWindowTitle(QStringLiteral("Shotweaver"));
     view->show();
     return QApplication::exec();

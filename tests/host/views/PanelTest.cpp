@@ -237,14 +237,12 @@ TEST(ItemDialog, bundlesAreTakenLikeFiles) {
     EXPECT_EQ(folders.chosen(), path("plain"));
 }
 
-TEST(Host, theNamedControllerShowsThePanelAndTakesFinalCutsXml) {
+TEST(Host, theControllerShowsThePanelAndTakesFinalCutsXml) {
     const TestFolder home;
     for (const char* variable : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME"})
         qputenv(variable, QByteArray::fromStdString(home.path()));
-    EXPECT_EQ(makeViewController("Another"), nullptr);
-    const auto controller = makeViewController("ShotweaverExtensionViewController");
-    ASSERT_TRUE(controller);
-    QWidget* const view = controller->view();
+    ExtensionViewController controller;
+    QWidget* const view = controller.view();
     EXPECT_EQ(view->size(), QSize(960, 860));
     view->show();
     QApplication::processEvents();
@@ -256,7 +254,7 @@ TEST(Host, theNamedControllerShowsThePanelAndTakesFinalCutsXml) {
     drag.setData(QStringLiteral("com.apple.finalcutpro.xml.v1-10"),
                  QByteArray::fromStdString(concert().xml()));
     EXPECT_TRUE(drop(view, drag));
-    EXPECT_EQ(controller->editor().fields().project->summary.name, "Concert");
+    EXPECT_EQ(controller.editor().fields().project->summary.name, "Concert");
     QMimeData empty;
     empty.setData(QStringLiteral("com.apple.finalcutpro.xml"), "");
     EXPECT_FALSE(drop(view, empty));

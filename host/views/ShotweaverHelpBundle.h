@@ -1,13 +1,8 @@
 #pragma once
 
-#include "host/ExtensionDescription.h"
-
 #include <string>
 
 namespace shotweaver {
-
-/// The program's description of itself, which is built into it.
-ExtensionDescription extensionDescription();
 
 /// What the manual belongs to: the program's other files, beside the folder that holds it.
 class ShotweaverHelpBundle {
