@@ -63,6 +63,7 @@ void ContentView::exportEdit() {
              "Pro. Existing exports will be kept.",
              "Export", false, true, true});
         if (!folder) return;
+        const BusySign busy = environment_.host.showBusy();
         const ItemAccessGrant access(environment_.host, *folder);
         handOver(writeExportFiles(environment_.files, *folder, xml, record, projectName));
     });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -44,6 +45,9 @@ class ItemAccess {
     ItemAccess& operator=(const ItemAccess&) = default;
 };
 
+/// The user is shown that work is under way for as long as this lives. Null where nothing is shown.
+using BusySign = std::shared_ptr<const void>;
+
 /// What the editor asks of the panel that shows it. Everything is called on the main thread. A
 /// dialog may run an event loop of its own, in which the editor is used further.
 class HostServices : public ItemAccess {
@@ -51,6 +55,9 @@ class HostServices : public ItemAccess {
     /// One item's path, or nothing when the user cancels. Bundles count as items, not as folders to
     /// look into.
     virtual std::optional<std::string> chooseItem(const OpenPanel& panel) = 0;
+
+    /// Asked for around work that takes a moment. Signs may nest.
+    virtual BusySign showBusy() { return {}; }
 
     /// Hands an exported file to Final Cut Pro. `completion` is called exactly once, on the main
     /// thread, perhaps before this returns.

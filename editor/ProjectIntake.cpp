@@ -116,6 +116,7 @@ void ContentView::projectDidChange() {
 
 void ContentView::readProjectFile(const std::string& path) {
     reportingFailures([&] {
+        const BusySign busy = environment_.host.showBusy();
         const ItemAccessGrant access(environment_.host, path);
         importProject(readAll(*openProjectFile(environment_.files, path)));
     });

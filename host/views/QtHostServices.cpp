@@ -19,13 +19,9 @@ std::optional<std::string> QtHostServices::chooseItem(const OpenPanel& panel) {
     return dialog.chosen().toStdString();
 }
 
-bool QtHostServices::startAccess(const std::string&) {
+BusySign QtHostServices::showBusy() {
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    return true;
-}
-
-void QtHostServices::stopAccess(const std::string&) {
-    QApplication::restoreOverrideCursor();
+    return {nullptr, [](const void*) { QApplication::restoreOverrideCursor(); }};
 }
 
 void QtHostServices::openInFinalCut(const std::string& path, OpenCompletion completion) {

@@ -24,9 +24,10 @@ class QtHostServices final : public QObject, public HostServices {
     void setWindow(QWidget* window) { window_ = window; }
 
     std::optional<std::string> chooseItem(const OpenPanel& panel) override;
-    /// Shows a busy cursor until the access is stopped.
-    bool startAccess(const std::string& path) override;
-    void stopAccess(const std::string& path) override;
+    bool startAccess(const std::string&) override { return false; }
+    void stopAccess(const std::string&) override {}
+    /// A busy cursor.
+    BusySign showBusy() override;
     void openInFinalCut(const std::string& path, OpenCompletion completion) override;
     void later(std::function<void()> function) override;
 

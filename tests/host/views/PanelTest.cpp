@@ -263,5 +263,14 @@ TEST(Host, theControllerShowsThePanelAndTakesFinalCutsXml) {
     EXPECT_TRUE(std::filesystem::exists(folders.session + "/session-v1.json"));
 }
 
+TEST(Host, workIsShownByTheCursor) {
+    QtHostServices host(nullptr);
+    BusySign busy = host.showBusy();
+    ASSERT_TRUE(QApplication::overrideCursor());
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    busy.reset();
+    EXPECT_FALSE(QApplication::overrideCursor());
+}
+
 } // namespace
 } // namespace shotweaver::test
