@@ -6,9 +6,8 @@
 
 namespace shotweaver {
 
-/// Chooses one item as an `OpenPanel` offers it. Where files can be chosen, folders that are
-/// bundles
-/// (".fcpxmld") can be, too: they are taken, not entered.
+/// Chooses one item as an `OpenPanel` offers it. Where files can be chosen, so can folders that are
+/// bundles (".fcpxmld"): they are taken, not entered.
 class ItemDialog : public QFileDialog {
     Q_OBJECT
 
