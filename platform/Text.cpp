@@ -2,6 +2,7 @@
 
 #include "platform/PlatformError.h"
 
+#include <fmt/ranges.h>
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/normalizer2.h>
@@ -183,12 +184,7 @@ std::vector<std::string> TextSet::sorted() const {
 }
 
 std::string joined(const std::vector<std::string>& texts, std::string_view separator) {
-    std::string result;
-    for (const std::string& text : texts) {
-        if (&text != &texts.front()) result += separator;
-        result += text;
-    }
-    return result;
+    return fmt::format("{}", fmt::join(texts, separator));
 }
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
