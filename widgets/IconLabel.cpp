@@ -10,12 +10,6 @@
 #include <algorithm>
 #include <array>
 
-/// Resources in a static library must be registered explicitly. Outside of every namespace, as the
-/// macro wants it.
-static void loadPictures() {
-    Q_INIT_RESOURCE(shotweaver);
-}
-
 namespace shotweaver {
 
 namespace {
@@ -24,7 +18,7 @@ namespace {
 constexpr std::array<int, 9> pictureSides{16, 32, 48, 64, 112, 128, 224, 256, 512};
 
 QString pictureOfIcon(int side) {
-    return QStringLiteral(":/icons/%1.png").arg(side);
+    return QStringLiteral(":/icons/ShotweaverIcon-%1.png").arg(side);
 }
 
 class AccessibleIcon : public QAccessibleWidget {
@@ -42,7 +36,6 @@ class AccessibleIcon : public QAccessibleWidget {
 
 IconLabel::IconLabel(int points) {
     installAccessible<IconLabel, AccessibleIcon>();
-    loadPictures();
     const int side = style::scaled(points);
     const double ratio = devicePixelRatioF();
     const int wanted = static_cast<int>(side * ratio);
@@ -57,7 +50,6 @@ IconLabel::IconLabel(int points) {
 }
 
 QIcon applicationIcon() {
-    loadPictures();
     QIcon icon;
     for (const int side : {16, 32, 48, 64, 128, 256})
         icon.addFile(pictureOfIcon(side));
