@@ -28,9 +28,8 @@ struct FakeWorkspace final : Workspace {
     std::optional<std::string> urlForApplication(const std::string&) override {
         return application;
     }
-    void open(const std::vector<std::string>& files, const std::string&, const OpenConfiguration&,
-              OpenCompletion completion) override {
-        opened.insert(opened.end(), files.begin(), files.end());
+    void open(const std::string& file, const std::string&, OpenCompletion completion) override {
+        opened.push_back(file);
         reporting = std::async(std::launch::async, std::move(completion), error);
     }
     std::optional<std::string> application;
