@@ -60,10 +60,21 @@ TEST(JsonReader, numbersAreReadTheSameWayUnderEveryLocale) {
 }
 
 EditRevision revision() {
-    EditSettings settings{
-        62.5, 0.1,  1,      120, 2.25,  1e-7, "+A/=", {"B"}, {{"+A/=", 5}, {"Ç\"\n", 9.5}}, {}, "B",
-        true, true, "+A/=", 16,  false, "",   17,     {}};
-    settings.sections = {{UUID(), "Prayer", "B", "01:00:00;00", "as typed"}};
+    const EditSettings settings{.mainShare = 62.5,
+                                .averageShot = 0.1,
+                                .mainMinimum = 1,
+                                .mainMaximum = 120,
+                                .otherMinimum = 2.25,
+                                .otherMaximum = 1e-7,
+                                .mainCamera = "+A/=",
+                                .otherCameras = {"B"},
+                                .frequencies = {{"+A/=", 5}, {"Ç\"\n", 9.5}},
+                                .returnTimes = {},
+                                .audio = "B",
+                                .doubleMain = true,
+                                .opening = {true, "+A/=", 16},
+                                .closing = {false, "", 17},
+                                .sections = {{UUID(), "Prayer", "B", "01:00:00;00", "as typed"}}};
     return {UUID(), 763221900.75, settings, {{UUID(), "B", INT64_MIN, INT64_MAX}}};
 }
 

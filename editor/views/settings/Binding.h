@@ -22,6 +22,14 @@ inline auto changeOf(const ValueSlider*) {
     return &ValueSlider::moved;
 }
 
+template <class Setting, class Value>
+void assign(EditSettings& settings, const Setting& setting, const Value& value) {
+    if constexpr (std::is_invocable_v<const Setting&, EditSettings&, const Value&>)
+        setting(settings, value);
+    else
+        std::invoke(setting, settings) = value;
+}
+
 /// Lets a control change the settings. `setting` is one of them, as a pointer to member or a
 /// function that gives its place, or else a rule that takes the settings and the new value:
 ///
@@ -35,12 +43,7 @@ inline auto changeOf(const ValueSlider*) {
 template <class Control, class Setting>
 void bind(Control* control, ContentView& editor, Setting setting) {
     QObject::connect(control, changeOf(control), control, [&editor, setting](const auto& value) {
-        editor.edit([&](EditSettings& settings) {
-            if constexpr (std::is_invocable_v<Setting, EditSettings&, decltype(value)>)
-                std::invoke(setting, settings, value);
-            else
-                std::invoke(setting, settings) = value;
-        });
+        editor.edit([&](EditSettings& settings) { assign(settings, setting, value); });
     });
 }
 
