@@ -27,25 +27,13 @@ const std::string oldPreset =
     R"([{"id":"00000000-0000-0000-0000-000000000000","name":"Old","mainShare":30,"averageShot":10,)"
     R"("doubleMain":false,"mainAngleName":"A","otherAngleNames":["B"],"audioAngleName":"A"}])";
 
-/// The system's calls, before each of which a test may act, or make it fail with an error number.
-class WatchedFileCalls final : public ForwardingFileCalls {
-  public:
-    std::function<int()> beforeEach = [] { return 0; };
-
-    std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override {
-        return next().write(file, bytes, std::min<std::size_t>(count, 600)); // short ones
+/// Without waits for the device, which would show only after a loss of power, in small writes.
+struct QuickFileCalls final : WatchedFileCalls {
+    QuickFileCalls() {
+        isQuick = true;
+        knowsSizes = false;
+        shortWrites = 600;
     }
-    // Without a wait for the device, which would show only after a loss of power.
-    int sync(int) override { return next().probe("."); }
-
-  private:
-    FileCalls& next() override { return failing(beforeEach()); }
-    FileCalls& failing(int error) {
-        failing_ = FailingFileCalls(error == 0 ? 0 : 1, error);
-        return failing_;
-    }
-
-    FailingFileCalls failing_{0, 0};
 };
 
 /// An editor with a small project and an edit.
@@ -126,7 +114,7 @@ struct Action {
 };
 
 /// Lets each file call of an action fail in turn, and then none.
-void expectAllOrNothing(WatchedFileCalls& calls, const TestFolder& folder, const Action& action,
+void expectAllOrNothing(QuickFileCalls& calls, const TestFolder& folder, const Action& action,
                         int error) {
     int refusals = 0;
     int made = 0;
@@ -153,7 +141,7 @@ void expectAllOrNothing(WatchedFileCalls& calls, const TestFolder& folder, const
 }
 
 TEST(Durability, everyUseOfFilesIsWholeOrRefusedWhateverCallFails) {
-    WatchedFileCalls calls;
+    QuickFileCalls calls;
     Loaded bench(calls);
     const std::string exported = "out/Sunday Shotweaver";
     bench.host.chosen = bench.folder.path("out");
@@ -257,7 +245,7 @@ bool isNumbered(const SavedEditSession& session, const SavedEditSession& base) {
 
 TEST(Durability, deathAtAnyCallOrMomentLeavesOneOfTheStates) {
     constexpr int deaths = 50; // rounds that end at each call in turn; in the others it is killed
-    WatchedFileCalls calls;
+    QuickFileCalls calls;
     Loaded bench(calls);
     bench.storeAndChoosePreset();
     SavedEditSession now = numbered(bench.held(), 0);

@@ -10,14 +10,14 @@ namespace shotweaver::test {
 namespace {
 
 /// The system's calls without waits for the device. Sessions cannot be stored while told so.
-class QuickFileCalls final : public ForwardingFileCalls {
+class QuickFileCalls final : public WatchedFileCalls {
   public:
+    QuickFileCalls() { isQuick = true; }
+
     bool isFull = false;
 
-    int sync(int) override { return 0; }
     int rename(const std::string& from, const std::string& to) override {
-        if (!isFull || !to.ends_with("session-v1.json"))
-            return ForwardingFileCalls::rename(from, to);
+        if (!isFull || !to.ends_with("session-v1.json")) return WatchedFileCalls::rename(from, to);
         errno = ENOSPC;
         return -1;
     }

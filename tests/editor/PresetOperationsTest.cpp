@@ -174,25 +174,5 @@ TEST(Presets, nothingHappensWithoutAChoiceANameOrCameras) {
     }
 }
 
-TEST(Presets, whatCannotBeReadIsKept) {
-    Stage stage(replaced(old, "00002", "00001"));
-    stage.editor().appear();
-    EXPECT_EQ(stage.fields().error,
-              "Saved presets could not be read. Their stored data has been kept.");
-    std::string expected = stage.state();
-    EXPECT_TRUE(expected.starts_with("Choose a preset, [{"));
-    stage.editor().applyPreset();
-    EXPECT_EQ(stage.state(), expected);
-    expected.pop_back(); // the sheet closes
-    for (const Operation operation :
-         {&ContentView::savePreset, &ContentView::updatePreset, &ContentView::deletePreset}) {
-        stage.editor().dismissError();
-        (stage.editor().*operation)();
-        EXPECT_EQ(stage.fields().error, "The saved presets could not be read. Your existing saved "
-                                        "data has been kept.");
-        EXPECT_EQ(stage.state(), expected);
-    }
-}
-
 } // namespace
 } // namespace shotweaver::test

@@ -49,19 +49,6 @@ TEST(UserDefaults, anEntryThatCannotBeReadIsNotNone) {
     }
 }
 
-TEST(UserDefaults, anEntryIsStoredOrNotWhateverCallFails) {
-    for (int failing = 1, made = failing; made >= failing; ++failing) {
-        const TestFolder folder;
-        FailingFileCalls calls(failing, EDQUOT);
-        UserDefaults defaults(calls, folder.path("a/b"));
-        const bool stored = failureOf([&] { defaults.setData("entry", "new"); }).empty();
-        made = calls.calls();
-        EXPECT_EQ(defaults.data("entry"), stored ? "new" : "") << failing;
-        defaults.setData("entry", "next");
-        EXPECT_EQ(defaults.data("entry"), "next") << failing;
-    }
-}
-
 TEST(StateFolders, followTheEnvironmentWhereItIsAbsolute) {
     using Variables = std::map<std::string, std::string>;
     const auto folders = [](const Variables& variables) {

@@ -46,69 +46,20 @@ std::vector<std::string> TestFolder::names() const {
     return names;
 }
 
-bool FailingFileCalls::fails() {
-    if (++calls_ != failingCall_) return false;
-    errno = error_;
-    return true;
-}
-
-int FailingFileCalls::openForReading(const std::string& path) {
-    return fails() ? -1 : systemFileCalls().openForReading(path);
-}
-
-int FailingFileCalls::createNew(const std::string& path) {
-    return fails() ? -1 : systemFileCalls().createNew(path);
-}
-
-std::ptrdiff_t FailingFileCalls::read(int file, char* bytes, std::size_t count) {
-    return fails() ? -1 : systemFileCalls().read(file, bytes, count);
-}
-
-std::ptrdiff_t FailingFileCalls::size(int file) {
-    // Nothing depends on it, so it is no call to fail at: only to do without.
-    return failingCall_ > 0 ? -1 : systemFileCalls().size(file);
-}
-
-std::ptrdiff_t FailingFileCalls::write(int file, const char* bytes, std::size_t count) {
-    if (fails()) return -1;
-    return systemFileCalls().write(file, bytes,
-                                   shortWrites > 0 ? std::min(count, shortWrites) : count);
-}
-
-int FailingFileCalls::sync(int file) {
-    return fails() ? -1 : systemFileCalls().sync(file);
-}
-
-int FailingFileCalls::close(int file) {
+int WatchedFileCalls::close(int file) {
     // The descriptor is gone even when a close reports an error.
-    const int error = errno;
-    systemFileCalls().close(file);
-    errno = error;
-    return fails() ? -1 : 0;
+    const int before = errno;
+    next().close(file);
+    errno = before;
+    return made([] { return 0; });
 }
 
-int FailingFileCalls::rename(const std::string& from, const std::string& to) {
-    ++renames;
-    return fails() ? -1 : systemFileCalls().rename(from, to);
-}
-
-int FailingFileCalls::renameToNew(const std::string& from, const std::string& to) {
-    if (fails()) return -1;
-    if (!lacksRenameToNew) return systemFileCalls().renameToNew(from, to);
-    errno = EINVAL;
-    return -1;
-}
-
-int FailingFileCalls::remove(const std::string& path) {
-    return fails() ? -1 : systemFileCalls().remove(path);
-}
-
-int FailingFileCalls::createFolder(const std::string& path) {
-    return fails() ? -1 : systemFileCalls().createFolder(path);
-}
-
-int FailingFileCalls::probe(const std::string& path) {
-    return fails() ? -1 : systemFileCalls().probe(path);
+int WatchedFileCalls::renameToNew(const std::string& from, const std::string& to) {
+    return made([&] {
+        if (!lacksRenameToNew) return next().renameToNew(from, to);
+        errno = EINVAL;
+        return -1;
+    });
 }
 
 } // namespace shotweaver::test

@@ -2,7 +2,11 @@
 
 #include "platform/FileCalls.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,70 +33,75 @@ class TestFolder {
     std::filesystem::path path_;
 };
 
-/// Calls that are passed on, for a test to change some of them.
-class ForwardingFileCalls : public FileCalls {
+/// The system's calls, which a test may watch, or make fail.
+class WatchedFileCalls : public FileCalls {
   public:
-    int openForReading(const std::string& path) override { return next().openForReading(path); }
-    int createNew(const std::string& path) override { return next().createNew(path); }
-    std::ptrdiff_t read(int file, char* bytes, std::size_t count) override {
-        return next().read(file, bytes, count);
-    }
-    std::ptrdiff_t size(int file) override { return next().size(file); }
-    std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override {
-        return next().write(file, bytes, count);
-    }
-    int sync(int file) override { return next().sync(file); }
-    int close(int file) override { return next().close(file); }
-    int rename(const std::string& from, const std::string& to) override {
-        return next().rename(from, to);
-    }
-    int renameToNew(const std::string& from, const std::string& to) override {
-        return next().renameToNew(from, to);
-    }
-    int remove(const std::string& path) override { return next().remove(path); }
-    int createFolder(const std::string& path) override { return next().createFolder(path); }
-    int probe(const std::string& path) override { return next().probe(path); }
+    /// Runs before each call; an error number makes the call fail.
+    std::function<int()> beforeEach = [] { return 0; };
+    bool isQuick = false;          // without waits for the device
+    bool knowsSizes = true;        // or files are read without them
+    bool lacksRenameToNew = false; // as on some file systems
+    std::size_t shortWrites = 0;   // at most so many bytes a call; 0 for no limit
+    int renames = 0;               // files replaced so far
 
-  protected:
-    /// What takes the call that is being made.
-    virtual FileCalls& next() { return systemFileCalls(); }
+    int openForReading(const std::string& path) override {
+        return made([&] { return next().openForReading(path); });
+    }
+    int createNew(const std::string& path) override {
+        return made([&] { return next().createNew(path); });
+    }
+    std::ptrdiff_t read(int file, char* bytes, std::size_t count) override {
+        return made([&] { return next().read(file, bytes, count); });
+    }
+    std::ptrdiff_t size(int file) override { return knowsSizes ? next().size(file) : -1; }
+    std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override {
+        const std::size_t most = shortWrites > 0 ? shortWrites : count;
+        return made([&] { return next().write(file, bytes, std::min(count, most)); });
+    }
+    int sync(int file) override {
+        return made([&] { return isQuick ? 0 : next().sync(file); });
+    }
+    int close(int file) override;
+    int rename(const std::string& from, const std::string& to) override {
+        ++renames;
+        return made([&] { return next().rename(from, to); });
+    }
+    int renameToNew(const std::string& from, const std::string& to) override;
+    int remove(const std::string& path) override {
+        return made([&] { return next().remove(path); });
+    }
+    int createFolder(const std::string& path) override {
+        return made([&] { return next().createFolder(path); });
+    }
+    int probe(const std::string& path) override {
+        return made([&] { return next().probe(path); });
+    }
+
+  private:
+    static FileCalls& next() { return systemFileCalls(); }
+
+    template <class Call>
+    auto made(Call call) -> decltype(call()) {
+        const int error = beforeEach();
+        if (error == 0) return call();
+        errno = error;
+        return -1;
+    }
 };
 
-/// The system's calls, of which the k-th (from 1) fails with an error of the test's choice. The
-/// calls that only let go of something (close, and a removal) are counted too.
-class FailingFileCalls final : public FileCalls {
+/// Calls of which the k-th (from 1) fails with an error of the test's choice. The calls that only
+/// let go of something (close, and a removal) are counted too.
+class FailingFileCalls final : public WatchedFileCalls {
   public:
-    explicit FailingFileCalls(int failingCall, int error)
-        : failingCall_(failingCall), error_(error) {}
+    explicit FailingFileCalls(int failingCall, int error) {
+        knowsSizes = failingCall == 0;
+        beforeEach = [this, failingCall, error] { return ++calls_ == failingCall ? error : 0; };
+    }
 
     /// Calls made so far.
     int calls() const { return calls_; }
 
-    int openForReading(const std::string& path) override;
-    int createNew(const std::string& path) override;
-    std::ptrdiff_t read(int file, char* bytes, std::size_t count) override;
-    std::ptrdiff_t size(int file) override;
-    std::ptrdiff_t write(int file, const char* bytes, std::size_t count) override;
-    int sync(int file) override;
-    int close(int file) override;
-    int rename(const std::string& from, const std::string& to) override;
-    int renameToNew(const std::string& from, const std::string& to) override;
-    int remove(const std::string& path) override;
-    int createFolder(const std::string& path) override;
-    int probe(const std::string& path) override;
-
-    /// Makes `renameToNew` unknown, as on file systems that lack it.
-    bool lacksRenameToNew = false;
-    /// Writes at most so many bytes a call; 0 for no limit.
-    std::size_t shortWrites = 0;
-    /// Files replaced so far.
-    int renames = 0;
-
   private:
-    bool fails();
-
-    int failingCall_;
-    int error_;
     int calls_ = 0;
 };
 

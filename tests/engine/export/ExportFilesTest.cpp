@@ -46,24 +46,6 @@ TEST(ExportFiles, areNamedAfterTheProjectWithTheFirstFreeNumber) {
               "Choose another folder or clear space for a new export name.");
 }
 
-TEST(ExportFiles, areWholeOrNotThereWhateverCallFails) {
-    std::string outcomes; // the number of files there
-    for (int failing = 1;; ++failing) {
-        const TestFolder folder;
-        FailingFileCalls calls(failing, EIO);
-        const std::string failure = outcome(calls, folder.path());
-        if (calls.calls() < failing) break;
-        const int files = failure.starts_with("The XML was saved") ? 1 : failure[0] == '/' ? 2 : 0;
-        EXPECT_EQ(folder.read("P Shotweaver.fcpxml"), files > 0 ? "xml" : "") << failing;
-        EXPECT_EQ(folder.read("P Shotweaver.settings.txt"), files > 1 ? "text" : "") << failing;
-        EXPECT_EQ(std::ssize(folder.names()), files);
-        outcomes += std::to_string(files);
-    }
-    // The names are looked for; then for each file: create, write, store, close, rename, and the
-    // folder, whose failures lose nothing.
-    EXPECT_EQ(outcomes, "000000022211111222");
-}
-
 TEST(ExportFiles, areNeverWrittenOverAFileThatJustAppeared) {
     const TestFolder folder;
     folder.write("P Shotweaver.settings.txt", "kept");

@@ -9,7 +9,6 @@
 #include <cmath>
 #include <limits>
 #include <map>
-#include <numeric>
 #include <random>
 #include <set>
 
@@ -444,18 +443,6 @@ struct LongEdit {
     std::map<std::string, int> shots;
 };
 
-double meanOf(const std::vector<double>& values) {
-    return std::accumulate(values.begin(), values.end(), 0.0) / double(values.size());
-}
-
-double varianceOf(const std::vector<double>& values) {
-    const double mean = meanOf(values);
-    return std::accumulate(
-               values.begin(), values.end(), 0.0,
-               [&](double sum, double value) { return sum + (value - mean) * (value - mean); }) /
-           double(values.size());
-}
-
 /// Within five times the deviation that so many draws of a chance have.
 void expectChance(int hits, std::size_t draws, double chance, const std::string& what) {
     const double expected = chance * double(draws);
@@ -476,49 +463,6 @@ TEST(GenerationProperties, camerasComeAsOftenAsTheirWeightsAskAndHoldsDoubleOnce
     EXPECT_EQ(doubled + std::count(main.begin(), main.end(), 150), std::ssize(main));
     EXPECT_EQ(std::count(other.begin(), other.end(), 150), std::ssize(other));
     expectChance(int(doubled), main.size(), 0.25, "doubled");
-}
-
-TEST(GenerationProperties, lengthsAndTheMainShareAverageWhatTheArithmeticSays) {
-    struct Row {
-        double share;
-        std::optional<SecondsRange> main;
-        std::optional<SecondsRange> other;
-        double mainMean; // seconds
-        double otherMean;
-        bool doubles = false;
-    };
-    const Row rows[] = {
-        {0.7, std::nullopt, std::nullopt, 14, 6}, // the share itself: twice the average, divided
-        {0.1, std::nullopt, std::nullopt, 2, 18},
-        {0.7, SecondsRange{10, 25}, SecondsRange{4, 8}, 14, 7.5}, // a fresh editor's
-        {0.7, SecondsRange{10, 25}, SecondsRange{4, 8}, 17.5, 7.5, true},
-        {0.5, SecondsRange{2, 12}, SecondsRange{4, 8}, 6, 7},
-        {0.5, SecondsRange{4, 12}, SecondsRange{3, 7}, 5, 6.6},  // near the first of ten parts
-        {0.9, SecondsRange{4, 8}, SecondsRange{4, 8}, 7.6, 4.4}, // held within nine tenths
-        {0.1, SecondsRange{4, 8}, SecondsRange{4, 24}, 4.4, 22},
-        {0.6, SecondsRange{5, 35}, std::nullopt, 15, 8}, // against the average of 10
-        {0.4, std::nullopt, SecondsRange{5, 35}, 8, 15}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        LongEdit edit(row.share);
-        edit.in.mainRange = row.main;
-        edit.in.otherRange = row.other;
-        edit.in.doubleMain = row.doubles;
-        const auto [main, other] = edit.durations();
-        const auto count = double(main.size());
-        const double mainError = 5 * std::sqrt(varianceOf(main) / count) / 25;
-        const double otherError = 5 * std::sqrt(varianceOf(other) / count) / 25;
-        // Whole frames draw a mean by half a frame at most.
-        EXPECT_NEAR(meanOf(main), 25 * row.mainMean, 25 * mainError + (row.doubles ? 1 : 0.5));
-        EXPECT_NEAR(meanOf(other), 25 * row.otherMean, 25 * otherError + 0.5);
-
-        const double expected = row.mainMean / (row.mainMean + row.otherMean);
-        const double actual = meanOf(main) / (meanOf(main) + meanOf(other));
-        const double error =
-            std::hypot((1 - expected) * (mainError + 0.02), expected * (otherError + 0.02)) /
-            (row.mainMean + row.otherMean);
-        EXPECT_NEAR(actual, expected, error);
-    }
 }
 
 } // namespace

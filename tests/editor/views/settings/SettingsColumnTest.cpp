@@ -249,19 +249,6 @@ TEST(SettingsColumn, whatAScreenReaderSetsIsTaken) {
     EXPECT_EQ(test.settings().mainShare, 60);
 }
 
-TEST(CoverageBar, everyRangeIsSeen) {
-    const std::vector<FrameRange> ranges{{201, 202}, {218, 219}}; // at 10.05 and 10.9 points
-    QImage image(40, 1, QImage::Format_RGB32);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    drawBarRanges(painter, {QRectF(image.rect()), 800, 1}, ranges, Qt::white);
-    painter.end();
-    for (const int x : {10, 11})
-        EXPECT_GT(qGray(image.pixel(x, 0)), 200) << x;
-    EXPECT_EQ(qGray(image.pixel(12, 0)), 0);
-}
-
 TEST(SettingsColumn, coverageIsTold) {
     Column test;
     auto* const pulpit = test.find<CoverageBarView>("coverage-1");
