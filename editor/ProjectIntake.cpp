@@ -7,8 +7,6 @@
 
 #include <fmt/format.h>
 
-#include <future>
-
 namespace shotweaver {
 
 void ContentView::appear() {
@@ -32,39 +30,20 @@ std::shared_ptr<const Project> loadProject(std::string_view xml) {
     return std::make_shared<const Project>(xml);
 }
 
-struct LoadedSession {
-    SavedEditSession session;
-    std::shared_ptr<const Project> project;
-};
-
-/// Reads a stored session. Its project, which takes as long as the rest, is loaded beside it.
-LoadedSession loadSession(const std::string& bytes) {
-    LoadedSession loaded;
-    if (auto document = readSessionDocument(bytes)) {
-        auto project = std::async([&document] { return loadProject(*document); });
-        loaded.session = readSessionButDocument(bytes);
-        loaded.project = project.get();
-        loaded.session.sourceXML = *std::move(document);
-    } else {
-        loaded.session = readSession(bytes);
-        loaded.project = loadProject(loaded.session.sourceXML);
-    }
-    validateSession(loaded.session, loaded.project->engine);
-    return loaded;
-}
-
 } // namespace
 
 void ContentView::restoreSession() {
     try {
         const auto bytes = sessionFile_.read();
         if (!bytes) return;
-        LoadedSession loaded = loadSession(*bytes);
+        SavedEditSession session = readSession(*bytes);
+        std::shared_ptr<const Project> project = loadProject(session.sourceXML);
+        validateSession(session, project->engine);
         change([&](EditorFields& fields) {
-            fields.sourceXML = std::move(loaded.session.sourceXML);
-            fields.project = std::move(loaded.project);
-            fields.history = std::move(loaded.session.history);
-            fields.settings = std::move(loaded.session.settings);
+            fields.sourceXML = std::move(session.sourceXML);
+            fields.project = std::move(project);
+            fields.history = std::move(session.history);
+            fields.settings = std::move(session.settings);
             const EditRevision* const current = fields.history.current();
             fields.showsCurrentEdit = current && current->settings == fields.settings;
             fields.status =

@@ -65,14 +65,14 @@ std::size_t documentEnd(std::string_view json) {
     return std::min(json.find('"', head.size()), json.size());
 }
 
-} // namespace
-
-std::optional<std::string> readSessionDocument(std::string_view json) {
+/// Decodes the document without reading the rest. Nothing when the text is of another form.
+std::optional<std::string> readDocument(std::string_view json) {
     if (!json.starts_with(head)) return std::nullopt;
     return fromBase64(json.substr(head.size(), documentEnd(json) - head.size()));
 }
 
-SavedEditSession readSessionButDocument(std::string_view json) {
+/// Decodes all but the document, which costs less than reading it as JSON does.
+SavedEditSession readAllButDocument(std::string_view json) {
     try {
         std::string rest(head);
         return readAny(rest += json.substr(documentEnd(json)));
@@ -82,10 +82,12 @@ SavedEditSession readSessionButDocument(std::string_view json) {
     }
 }
 
+} // namespace
+
 SavedEditSession readSession(std::string_view json) {
-    auto document = readSessionDocument(json);
+    auto document = readDocument(json);
     if (!document) return readAny(json);
-    SavedEditSession session = readSessionButDocument(json);
+    SavedEditSession session = readAllButDocument(json);
     session.sourceXML = *std::move(document);
     return session;
 }

@@ -5,7 +5,6 @@
 #include "persistence/EditHistory.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,14 +24,6 @@ struct SavedEditSession {
 /// Decodes a session file. Only its form is checked: see `validateSession`. Throws `PlatformError`
 /// with a sentence that says where.
 SavedEditSession readSession(std::string_view json);
-
-/// Decodes the document from a file in the layout that we write, without reading the rest. Nothing
-/// for any other layout: use `readSession`.
-std::optional<std::string> readSessionDocument(std::string_view json);
-
-/// The same without its document, for a text of which `readSessionDocument` gave one. Throws like
-/// `readSession`.
-SavedEditSession readSessionButDocument(std::string_view json);
 
 /// Checks a decoded session against the engine built from its XML. Throws `FinalCutImportError`
 /// with the sentence of the first failed check: version and index; for the settings and then each
