@@ -63,7 +63,7 @@ class HostServices : public ItemAccess {
     /// thread, perhaps before this returns.
     virtual void openInFinalCut(const std::string& path, OpenCompletion completion) = 0;
 
-    /// Runs a function on the main thread once the event that is being handled has been.
+    /// Runs a function on the main thread after the current event.
     virtual void later(std::function<void()> function) = 0;
 };
 

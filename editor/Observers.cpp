@@ -11,7 +11,7 @@ Observers::Subscription Observers::add(std::function<void()> observer) {
 
 void Observers::notify() {
     // Over a copy: an observer may add others, which learn of the next change, and may end its own
-    // or another's subscription, which then is told nothing more.
+    // or another's subscription, which then is not called.
     const auto present = observers_;
     for (const auto& known : present)
         if (const auto observer = known.lock()) (*observer)();

@@ -7,7 +7,7 @@
 
 namespace shotweaver {
 
-/// Functions that want to be told of changes.
+/// Functions that are called after changes.
 class Observers {
   public:
     /// Ends the observation when it goes; it may outlive the observed.

@@ -5,7 +5,7 @@
 #include "engine/export/ExportDocument.h"
 #include "fuzz/Check.h"
 #include "fuzz/ExportChecks.h"
-#include "help/ManualSearch.h"
+#include "help/HelpContent.h"
 #include "help/ShotweaverManual.h"
 #include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"

@@ -169,7 +169,7 @@ void checkTimes(FuzzedDataProvider& bytes) {
 
     const std::string composed = composedTime(bytes);
     // As a document's text is: decoded, and without the character that none may hold.
-    std::string text = toUTF8(bytes.ConsumeRemainingBytesAsString(), "UTF-8");
+    std::string text = toUTF8(bytes.ConsumeRemainingBytesAsString());
     std::erase(text, '\0');
     for (const std::string& each : {text, text + "s", composed, composed + "s"}) {
         checkSeconds(each);

@@ -13,8 +13,8 @@ class DesktopWorkspace final : public Workspace {
 
     std::optional<std::string> urlForApplication(const std::string& bundleIdentifier) override;
 
-    /// Starts the entry's command; success is that it could be started, told before this returns.
-    /// Whether it comes to the front is the desktop's decision.
+    /// Starts the entry's command; success means that it could be started. Completes before it
+    /// returns. Whether it comes to the front is the desktop's decision.
     void open(const std::string& file, const std::string& application,
               OpenCompletion completion) override;
 

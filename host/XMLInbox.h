@@ -8,9 +8,9 @@
 
 namespace shotweaver {
 
-/// Where the host's side leaves what it received for the editor. Observers are told of every
-/// assignment, of a clearing too; the editor clears each value that it took, so that it is used
-/// once. On the main thread only.
+/// Where the host's side leaves what it received for the editor. Observers are called after
+/// every assignment, clearing included. The editor clears each value that it takes, so that it is
+/// used once. On the main thread only.
 class XMLInbox {
   public:
     /// The one that the host's views and the editor share.

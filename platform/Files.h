@@ -50,8 +50,8 @@ void writeNewFile(FileCalls& calls, const std::string& path, std::string_view by
 void replaceFile(FileCalls& calls, const std::string& path,
                  const std::vector<std::string_view>& pieces);
 
-/// Creates a folder and the missing ones that lead to it. Content when it is there already, be it
-/// through a link or because another process has just created it.
+/// Creates a folder and the missing ones that lead to it. Succeeds when it already exists, also
+/// through a link or because another process has just made it.
 void createFolders(FileCalls& calls, const std::string& path);
 
 /// The part of a path after its last slash; trailing slashes do not count.

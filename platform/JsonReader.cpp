@@ -26,8 +26,7 @@ std::string parserText(const Json::exception& error) {
     const std::string_view text = error.what();
     const std::size_t prefix = text.find("] ");
     return toUTF8(firstCharacters(prefix == std::string_view::npos ? text : text.substr(prefix + 2),
-                                  shownCharacters),
-                  "UTF-8");
+                                  shownCharacters));
 }
 
 /// Builds a document from the events of the parser, and refuses what the library lets pass.

@@ -89,10 +89,9 @@ bool isUTF8(std::string_view text) {
     return true;
 }
 
-std::string toUTF8(std::string_view bytes, const char* encoding) {
+std::string toUTF8(std::string_view bytes) {
     std::string result;
-    icu::UnicodeString(bytes.data(), static_cast<std::int32_t>(bytes.size()), encoding)
-        .toUTF8String(result);
+    icu::UnicodeString::fromUTF8(piece(bytes)).toUTF8String(result);
     return result;
 }
 

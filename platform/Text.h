@@ -10,8 +10,8 @@ namespace shotweaver {
 
 /// Text is UTF-8. Bytes that are not do no harm: they are kept, or stand as U+FFFD.
 
-/// Text in one of ICU's encodings ("UTF-16LE", "ISO-8859-1") as UTF-8.
-std::string toUTF8(std::string_view bytes, const char* encoding);
+/// Bytes as well-formed UTF-8: what is not stands as U+FFFD.
+std::string toUTF8(std::string_view bytes);
 
 /// True when the bytes are well-formed UTF-8.
 bool isUTF8(std::string_view text);

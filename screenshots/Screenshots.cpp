@@ -3,7 +3,7 @@
 #include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
 #include "help/AboutTexts.h"
-#include "help/ManualSearch.h"
+#include "help/HelpContent.h"
 #include "host/views/ExtensionRootView.h"
 #include "host/views/PanelSheets.h"
 #include "platform/Files.h"

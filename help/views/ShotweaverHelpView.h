@@ -1,6 +1,6 @@
 #pragma once
 
-#include "help/ManualSearch.h"
+#include "help/HelpContent.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #include "host/views/ExtensionViewController.h"
 
 #include "help/AboutTexts.h"
-#include "help/ManualSearch.h"
+#include "help/HelpContent.h"
 #include "host/SystemWorkspace.h"
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionRootView.h"

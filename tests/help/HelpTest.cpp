@@ -1,5 +1,5 @@
 #include "help/AboutTexts.h"
-#include "help/ManualSearch.h"
+#include "help/HelpContent.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/TestFolder.h"
 

@@ -1,5 +1,5 @@
 #include "editor/views/EditorPanel.h"
-#include "help/ManualSearch.h"
+#include "help/HelpContent.h"
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionRootView.h"
 #include "host/views/ExtensionViewController.h"

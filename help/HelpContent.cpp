@@ -1,4 +1,4 @@
-#include "help/ManualSearch.h"
+#include "help/HelpContent.h"
 
 #include "platform/Text.h"
 #include "platform/TextSearch.h"
