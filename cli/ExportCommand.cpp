@@ -72,11 +72,12 @@ Verb addExport(CLI::App& program) {
 void exportRevision(const EditRevision& revision, const Project& project,
                     const ExportFolder& output, const CommandContext& context,
                     CommandResult& result) {
-    const std::string xml =
-        exportDocument(project.engine, revision.cuts, revision.settings.audio, secureUUIDs());
+    const ExportDocument document(project.engine, revision.cuts, revision.settings.audio,
+                                  secureUUIDs());
     const std::string record = settingsRecordText(project, revision);
-    const ExportedFiles files =
-        writeExportFiles(context.files, output.path, xml, record, project.summary.name);
+    const ExportedFiles files = writeExportFiles(
+        context.files, output.path, [&](ByteSink& sink) { document.write(sink); }, record,
+        project.summary.name);
     result.files = fmt::format("{}\n{}\n", files.xml, files.record);
     if (output.open) result.failure = handOff(files.xml, context.workspace);
 }

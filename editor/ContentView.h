@@ -137,7 +137,8 @@ class ContentView {
     const std::optional<std::string>& coverageWarning() const;
     /// Only with a project.
     const CoverageContent& coverageContent() const;
-    /// What would stop an export of the loaded project, whatever its edit; shown from the import on.
+    /// What would stop an export of the loaded project, whatever its edit; shown from the import
+    /// on.
     const std::optional<std::string>& importWarning() const { return importWarning_; }
     ActionBar actionBar() const;
     /// A row of the cut list; an empty one where there is no cut. Cheap, so that a view asks for

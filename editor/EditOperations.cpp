@@ -49,14 +49,14 @@ void ContentView::showRevision(std::int64_t position) {
 
 void ContentView::exportEdit() {
     reportingFailures([&] {
-        const EditRevision* const revision = fields_.shownEdit();
-        if (!fields_.project || !revision || fields_.settings != revision->settings) return;
-        // All of it before the dialog, during which another project may arrive.
-        const Project& project = *fields_.project;
-        const std::string xml = exportDocument(project.engine, revision->cuts,
-                                               revision->settings.audio, environment_.makeUUID);
-        const std::string record = settingsRecordText(project, *revision);
-        const std::string projectName = project.summary.name;
+        const EditRevision* const shown = fields_.shownEdit();
+        if (!fields_.project || !shown || fields_.settings != shown->settings) return;
+        // Kept, and checked, before the dialog, during which another project may arrive.
+        const std::shared_ptr<const Project> project = fields_.project;
+        const EditRevision revision = *shown;
+        const ExportDocument document(project->engine, revision.cuts, revision.settings.audio,
+                                      environment_.makeUUID);
+        const std::string record = settingsRecordText(*project, revision);
 
         const auto folder = environment_.host.chooseItem(
             {"Choose a folder for the XML and settings record. The XML will then open in Final Cut "
@@ -65,7 +65,9 @@ void ContentView::exportEdit() {
         if (!folder) return;
         const BusySign busy = environment_.host.showBusy();
         const ItemAccessGrant access(environment_.host, *folder);
-        handOver(writeExportFiles(environment_.files, *folder, xml, record, projectName));
+        handOver(writeExportFiles(
+            environment_.files, *folder, [&](ByteSink& sink) { document.write(sink); }, record,
+            project->summary.name));
     });
 }
 

@@ -28,7 +28,7 @@ constexpr double maximumFrame = 1'000'000'000;
 
 /// The attributes of a format that have to agree, with what an absent one means.
 struct FormatAttribute {
-    const char* name;
+    Name name;
     std::optional<std::string_view> absent;
 };
 
@@ -41,17 +41,15 @@ constexpr std::array<FormatAttribute, 8> formatAttributes{{{"width", {}},
                                                            {"projection", {}},
                                                            {"stereoscopic", {}}}};
 
-std::optional<std::string_view> formatValue(pugi::xml_node format,
-                                            const FormatAttribute& description) {
+std::optional<std::string_view> formatValue(XmlNode format, const FormatAttribute& description) {
     const auto value = attribute(format, description.name);
     if (!value) return description.absent;
     // A colour space is a code, perhaps followed by its name: "1-1-1 (Rec. 709)".
-    if (std::string_view(description.name) == "colorSpace")
-        return value->substr(0, value->find(" ("));
+    if (description.name == Name("colorSpace")) return value->substr(0, value->find(" ("));
     return value;
 }
 
-bool frameDurationsMatch(pugi::xml_node a, pugi::xml_node b) {
+bool frameDurationsMatch(XmlNode a, XmlNode b) {
     const RationalTime first = parseRationalTime(attributeOr(a, "frameDuration", "0s"));
     const RationalTime second = parseRationalTime(attributeOr(b, "frameDuration", "0s"));
     std::int64_t left = 0;
@@ -92,7 +90,7 @@ class SpanFrames {
 
 } // namespace
 
-bool formatsMatch(pugi::xml_node projectFormat, pugi::xml_node multicamFormat) {
+bool formatsMatch(XmlNode projectFormat, XmlNode multicamFormat) {
     if (attribute(projectFormat, "id") == attribute(multicamFormat, "id")) return true;
     if (!frameDurationsMatch(projectFormat, multicamFormat)) return false;
     return std::all_of(
@@ -111,7 +109,6 @@ CutEngine::CutEngine(ProjectImport intake)
     checkFormats(intake);
     readCoverage(intake);
     document = std::move(intake.document);
-    documentSize = intake.documentSize;
 }
 
 void CutEngine::readTiming(const ProjectImport& intake) {
@@ -122,7 +119,7 @@ void CutEngine::readTiming(const ProjectImport& intake) {
         refuse("Unsupported frame rate.");
     frameDuration = {frame.numerator, frame.denominator};
 
-    const auto frames = [&](pugi::xml_node element, const char* name) {
+    const auto frames = [&](XmlNode element, Name name) {
         return frameDuration.frames(attributeOr(element, name, "0s"));
     };
     dropFrame = attribute(sequence, "tcFormat") == "DF" ? DropFrame::yes : DropFrame::no;
@@ -143,8 +140,8 @@ void CutEngine::checkClip() const {
 }
 
 void CutEngine::findAudioSource() {
-    std::vector<pugi::xml_node> heard;
-    for (const pugi::xml_node source : Elements(original, "mc-source")) {
+    std::vector<XmlNode> heard;
+    for (const XmlNode source : Elements(original, "mc-source")) {
         const std::string_view enabled = attributeOr(source, "srcEnable", "all");
         if (enabled == "all" || enabled == "audio") heard.push_back(source);
     }
@@ -154,7 +151,7 @@ void CutEngine::findAudioSource() {
 }
 
 void CutEngine::checkFormats(const ProjectImport& intake) const {
-    const pugi::xml_node format = intake.resources.format(attribute(intake.multicam, "format"));
+    const XmlNode format = intake.resources.format(attribute(intake.multicam, "format"));
     if (!format || !formatsMatch(intake.projectFormat, format))
         refuse("The multicam and project need matching frame rate, dimensions and colour format.");
 }
@@ -164,7 +161,7 @@ void CutEngine::readCoverage(const ProjectImport& intake) {
         frameDuration.frames(attributeOr(intake.multicam, "tcStart", "0s"));
     const SpanFrames spanFrames(*this, multicamStart);
     AngleMediaWalker walker(intake.resources);
-    for (const pugi::xml_node angle : Elements(intake.multicam, "mc-angle")) {
+    for (const XmlNode angle : Elements(intake.multicam, "mc-angle")) {
         const std::string id(attributeOr(angle, "angleID", ""));
         const std::string_view camera = attributeOr(angle, "name", id);
         CoverageBuilder picture;
@@ -176,7 +173,7 @@ void CutEngine::readCoverage(const ProjectImport& intake) {
             if (range && span.video) picture.add(*range);
             if (range && span.audio) sound.add(*range);
         };
-        for (const pugi::xml_node child : Elements(angle))
+        for (const XmlNode child : Elements(angle))
             walker.walk(child, camera, sink);
         // After the walk, whose failures come first.
         if (!hasValidTiming) refuse("Invalid angle timing.");

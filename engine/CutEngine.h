@@ -3,11 +3,10 @@
 #include "engine/FrameDuration.h"
 #include "engine/FrameRange.h"
 #include "engine/import/ProjectImport.h"
-#include "platform/XmlIntake.h"
-
-#include <pugixml.hpp>
+#include "platform/XmlDocument.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,11 +27,10 @@ class CutEngine {
     /// The same from a document that the import has accepted already.
     explicit CutEngine(ProjectImport intake);
 
-    XmlDocument document;         // the elements below are nodes of it; nothing changes it
-    std::size_t documentSize = 0; // of its text as read, bytes
-    pugi::xml_node project;
-    pugi::xml_node sequence;
-    pugi::xml_node original; // the multicam clip
+    std::unique_ptr<const XmlDocument> document; // the elements below are nodes of it
+    XmlNode project;
+    XmlNode sequence;
+    XmlNode original; // the multicam clip
     FrameDuration frameDuration;
     std::int64_t length = 0;             // of the project in frames, at least 1
     std::int64_t sourceStart = 0;        // the clip's in-point inside the multicam, frames
@@ -40,7 +38,7 @@ class CutEngine {
     DropFrame dropFrame = DropFrame::no; // as the sequence asks for, whether or not it applies
     CoverageMap coverage;                // picture; an entry for every angle, perhaps empty
     std::string audioID;                 // the clip's one audio source; empty when not exactly one
-    pugi::xml_node audioSource;          // its "mc-source"; null when not exactly one
+    XmlNode audioSource;                 // its "mc-source"; null when not exactly one
     CoverageMap audioCoverage;           // sound; an entry for every angle
 
     /// A frame of the project as timecode of its timeline.
@@ -70,6 +68,6 @@ class CutEngine {
 /// True when a multicam's format suits the project's: one and the same, or equal in frame duration
 /// and the attributes that describe the picture. Throws `FinalCutImportError` for a frame duration
 /// that cannot be read.
-bool formatsMatch(pugi::xml_node projectFormat, pugi::xml_node multicamFormat);
+bool formatsMatch(XmlNode projectFormat, XmlNode multicamFormat);
 
 } // namespace shotweaver

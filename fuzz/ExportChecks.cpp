@@ -24,7 +24,7 @@ const std::set<std::string_view> connected{"asset-clip",   "audio",    "video", 
                                            "live-drawing", "caption",  "mc-clip", "audition"};
 
 /// A time of a clip in an export, in frames: frames × numerator "/" denominator.
-std::int64_t exportedFrames(const CutEngine& engine, pugi::xml_node element, const char* name) {
+std::int64_t exportedFrames(const CutEngine& engine, XmlNode element, const char* name) {
     const RationalTime time = parseRationalTime(attributeOr(element, name, ""));
     require(time.denominator == engine.frameDuration.denominator &&
                 time.numerator % engine.frameDuration.numerator == 0,
@@ -34,7 +34,7 @@ std::int64_t exportedFrames(const CutEngine& engine, pugi::xml_node element, con
 
 /// An annotation's time in frames, however large: the import has checked it already, and what an
 /// export makes of it may be past the limit of what is imported.
-std::int64_t annotationFrames(const CutEngine& engine, pugi::xml_node element, const char* name,
+std::int64_t annotationFrames(const CutEngine& engine, XmlNode element, const char* name,
                               std::int64_t absent) {
     const auto text = attribute(element, name);
     if (!text) return absent;
@@ -45,7 +45,7 @@ std::int64_t annotationFrames(const CutEngine& engine, pugi::xml_node element, c
     return static_cast<std::int64_t>(dividend / divisor);
 }
 
-std::string labelOf(pugi::xml_node element) {
+std::string labelOf(XmlNode element) {
     return std::string(element.name()) + "|" +
            std::string(attributeOr(element, "value", attributeOr(element, "name", "")));
 }
@@ -59,7 +59,7 @@ struct Amount {
 };
 using Amounts = std::map<std::string, Amount>;
 
-void addImported(Amounts& amounts, const CutEngine& engine, pugi::xml_node child) {
+void addImported(Amounts& amounts, const CutEngine& engine, XmlNode child) {
     Amount& amount = amounts[labelOf(child)];
     if (connected.count(child.name()) == 1) {
         ++amount.count;
@@ -79,16 +79,16 @@ void addImported(Amounts& amounts, const CutEngine& engine, pugi::xml_node child
     amount.frames += std::max<std::int64_t>(inside, 0);
 }
 
-bool isPlaced(pugi::xml_node child) {
+bool isPlaced(XmlNode child) {
     const std::string_view name = child.name();
     return points.count(name) == 1 || spans.count(name) == 1 || connected.count(name) == 1;
 }
 
-bool isSameTree(pugi::xml_node a, pugi::xml_node b) {
+bool isSameTree(XmlNode a, XmlNode b) {
     if (a.type() != b.type() || std::string_view(a.name()) != b.name() ||
         std::string_view(a.value()) != b.value())
         return false;
-    const auto isSameAttribute = [](pugi::xml_attribute left, pugi::xml_attribute right) {
+    const auto isSameAttribute = [](XmlAttribute left, XmlAttribute right) {
         return std::string_view(left.name()) == right.name() &&
                std::string_view(left.value()) == right.value();
     };
@@ -101,10 +101,10 @@ bool isSameTree(pugi::xml_node a, pugi::xml_node b) {
 
 /// The identifiers of the shapes that a clip with an angle's picture has to renew; none for an
 /// angle with more than one source, of which an export chooses.
-std::set<std::string> importedShapes(pugi::xml_node clip, std::string_view angle) {
+std::set<std::string> importedShapes(XmlNode clip, std::string_view angle) {
     std::set<std::string> shapes;
     int sources = 0;
-    for (const pugi::xml_node source : Elements(clip, "mc-source")) {
+    for (const XmlNode source : Elements(clip, "mc-source")) {
         if (attribute(source, "angleID") != angle) continue;
         ++sources;
         for (const pugi::xpath_node& shape :
@@ -121,23 +121,23 @@ class ExportReading {
     ExportReading(const CutEngine& engine, const std::vector<Cut>& cuts, const std::string& audio)
         : engine_(engine), cuts_(cuts), audio_(audio),
           hasFades_(!engine.original.select_nodes(".//fadeIn | .//fadeOut").empty()) {
-        for (const pugi::xml_node child : Elements(engine.original)) {
+        for (const XmlNode child : Elements(engine.original)) {
             if (isPlaced(child)) addImported(imported_, engine, child);
         }
         for (auto entry = imported_.begin(); entry != imported_.end();)
             entry = entry->second == Amount{} ? imported_.erase(entry) : std::next(entry);
     }
 
-    void check(pugi::xml_node root);
+    void check(XmlNode root);
 
   private:
-    void checkProject(pugi::xml_node project) const;
-    void checkClip(pugi::xml_node clip, const Cut& cut);
-    void checkFades(pugi::xml_node clip, const Cut& cut) const;
-    void checkSources(pugi::xml_node clip, const Cut& cut);
-    void checkTracking(pugi::xml_node source);
-    void addPlaced(pugi::xml_node child, const Cut& cut);
-    void checkConnected(pugi::xml_node child, const Cut& cut) const;
+    void checkProject(XmlNode project) const;
+    void checkClip(XmlNode clip, const Cut& cut);
+    void checkFades(XmlNode clip, const Cut& cut) const;
+    void checkSources(XmlNode clip, const Cut& cut);
+    void checkTracking(XmlNode source);
+    void addPlaced(XmlNode child, const Cut& cut);
+    void checkConnected(XmlNode child, const Cut& cut) const;
 
     const CutEngine& engine_;
     const std::vector<Cut>& cuts_;
@@ -148,22 +148,21 @@ class ExportReading {
     std::set<std::string> shapes_;
 };
 
-void ExportReading::check(pugi::xml_node root) {
+void ExportReading::check(XmlNode root) {
     require(isElement(root, "fcpxml"), "the root is fcpxml");
     std::vector<std::string> parts;
-    for (const pugi::xml_node part : Elements(root))
+    for (const XmlNode part : Elements(root))
         parts.emplace_back(part.name());
     require(parts == std::vector<std::string>{"resources", "project"},
             "an export holds resources and a project");
     require(isSameTree(firstElement(root, "resources"),
-                       firstElement(engine_.document->document_element(), "resources")),
+                       firstElement(engine_.document->documentElement(), "resources")),
             "the resources are the imported ones");
-    const pugi::xml_node project = firstElement(root, "project");
+    const XmlNode project = firstElement(root, "project");
     checkProject(project);
 
     std::size_t index = 0;
-    for (const pugi::xml_node clip :
-         Elements(firstElement(firstElement(project, "sequence"), "spine"))) {
+    for (const XmlNode clip : Elements(firstElement(firstElement(project, "sequence"), "spine"))) {
         require(index < cuts_.size(), "no more clips than cuts");
         checkClip(clip, cuts_[index++]);
     }
@@ -171,7 +170,7 @@ void ExportReading::check(pugi::xml_node root) {
     require(exported_ == imported_, "items and annotations come through once and whole");
 }
 
-void ExportReading::checkProject(pugi::xml_node project) const {
+void ExportReading::checkProject(XmlNode project) const {
     require(!attribute(project, "uid") && !attribute(project, "modDate"),
             "the new project has no identity yet");
     const auto name = attribute(engine_.project, "name");
@@ -180,7 +179,7 @@ void ExportReading::checkProject(pugi::xml_node project) const {
             "the new project is named after the imported one");
 }
 
-void ExportReading::checkClip(pugi::xml_node clip, const Cut& cut) {
+void ExportReading::checkClip(XmlNode clip, const Cut& cut) {
     require(isElement(clip, "mc-clip"), "the spine holds multicam clips");
     require(exportedFrames(engine_, clip, "offset") == engine_.timelineStart + cut.start &&
                 exportedFrames(engine_, clip, "start") == engine_.sourceStart + cut.start &&
@@ -195,13 +194,13 @@ void ExportReading::checkClip(pugi::xml_node clip, const Cut& cut) {
                            isSameTree),
                 "every clip has the imported clip's settings", name);
     }
-    for (const pugi::xml_node child : Elements(clip)) {
+    for (const XmlNode child : Elements(clip)) {
         if (isPlaced(child)) addPlaced(child, cut);
     }
     if (hasFades_) checkFades(clip, cut);
 }
 
-void ExportReading::checkFades(pugi::xml_node clip, const Cut& cut) const {
+void ExportReading::checkFades(XmlNode clip, const Cut& cut) const {
     const bool isFirst = cut.start == 0;
     const bool isLast = cut.start + cut.duration == engine_.length;
     require(isFirst || clip.select_nodes("./adjust-volume//fadeIn | "
@@ -214,12 +213,12 @@ void ExportReading::checkFades(pugi::xml_node clip, const Cut& cut) const {
             "only the last clip fades out");
 }
 
-void ExportReading::checkSources(pugi::xml_node clip, const Cut& cut) {
+void ExportReading::checkSources(XmlNode clip, const Cut& cut) {
     using Source = std::pair<std::string, std::string>;
     std::vector<Source> expected{{cut.angle, "video"}, {audio_, "audio"}};
     if (cut.angle == audio_) expected = {{audio_, "all"}};
     std::vector<Source> sources;
-    for (const pugi::xml_node source : Elements(clip, "mc-source")) {
+    for (const XmlNode source : Elements(clip, "mc-source")) {
         sources.emplace_back(attributeOr(source, "angleID", ""),
                              attributeOr(source, "srcEnable", ""));
         checkTracking(source);
@@ -227,7 +226,7 @@ void ExportReading::checkSources(pugi::xml_node clip, const Cut& cut) {
     require(sources == expected, "a clip shows its cut's camera and plays the chosen sound");
 }
 
-void ExportReading::checkTracking(pugi::xml_node source) {
+void ExportReading::checkTracking(XmlNode source) {
     if (Elements(source).empty()) return; // most are, and queries are slow
     std::set<std::string> own;
     for (const pugi::xpath_node& shape : source.select_nodes(".//tracking-shape[@id]")) {
@@ -247,7 +246,7 @@ void ExportReading::checkTracking(pugi::xml_node source) {
     }
 }
 
-void ExportReading::addPlaced(pugi::xml_node child, const Cut& cut) {
+void ExportReading::addPlaced(XmlNode child, const Cut& cut) {
     Amount& amount = exported_[labelOf(child)];
     if (connected.count(child.name()) == 1) {
         ++amount.count;
@@ -269,10 +268,10 @@ void ExportReading::addPlaced(pugi::xml_node child, const Cut& cut) {
 }
 
 /// Exact, but for a frame where seconds of this size are coarser than the tolerance at a cut.
-void ExportReading::checkConnected(pugi::xml_node child, const Cut& cut) const {
+void ExportReading::checkConnected(XmlNode child, const Cut& cut) const {
     const Elements originals(engine_.original, child.name());
     require(std::any_of(originals.begin(), originals.end(),
-                        [&](pugi::xml_node original) { return isSameTree(original, child); }),
+                        [&](XmlNode original) { return isSameTree(original, child); }),
             "a connected item is copied as it is", labelOf(child));
     RationalTime offset;
     if (refusalOf([&] { offset = parseRationalTime(attributeOr(child, "offset", "0s")); })) return;
@@ -321,7 +320,7 @@ void checkExport(const CutEngine& engine, const std::vector<Cut>& cuts, const st
     XmlDocument document;
     const auto refusal = refusalOf([&] { document = parseXml(exported, holdsText); });
     require(!refusal, "an export is well-formed", refusal.value_or(""));
-    ExportReading(engine, cuts, audio).check(document->document_element());
+    ExportReading(engine, cuts, audio).check(document->documentElement());
     checkReadBack(engine, cuts.size(), exported);
 }
 

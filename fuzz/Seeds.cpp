@@ -49,7 +49,7 @@ class SeedFolder {
 
 /// The example without what no rule looks at: a mutation has to meet what matters.
 std::string shrunkExample() {
-    const XmlDocument document =
+    const auto document =
         parseXml(contentOf(SHOTWEAVER_SOURCE_DIR "/examples/Sunday Service.fcpxml"), holdsText);
     for (const char* path : {"//adjust-colorConform", "//bookmark", "//mc-angle//keyword",
                              "//mc-angle/asset-clip[position() > 2]"}) {

@@ -87,11 +87,25 @@ int writeAll(FileCalls& calls, const OpenFile& file, std::string_view bytes) {
     return 0;
 }
 
-/// Writes, stores and closes. Gives 0 or the error number.
-int fill(FileCalls& calls, OpenFile& file, const std::vector<std::string_view>& pieces) {
-    for (const std::string_view piece : pieces) {
-        if (const int reason = writeAll(calls, file, piece); reason != 0) return reason;
+/// What goes into an open file. Throws the failure to write `path`.
+class FileSink final : public ByteSink {
+  public:
+    FileSink(FileCalls& calls, const OpenFile& file, const std::string& path)
+        : calls_(calls), file_(file), path_(path) {}
+
+    void write(std::string_view bytes) override {
+        if (const int reason = writeAll(calls_, file_, bytes); reason != 0)
+            fail("written", path_, reason);
     }
+
+  private:
+    FileCalls& calls_;
+    const OpenFile& file_;
+    const std::string& path_;
+};
+
+/// Stores and closes. Gives 0 or the error number.
+int store(FileCalls& calls, OpenFile& file) {
     if (uninterrupted([&] { return calls.sync(file.descriptor()); }) != 0) return errno;
     // After an interrupted close the descriptor is gone, and the bytes are stored already.
     if (file.close() != 0 && errno != EINTR) return errno;
@@ -179,15 +193,22 @@ bool fileExists(FileCalls& calls, const std::string& path) {
     return false;
 }
 
-void writeNewFile(FileCalls& calls, const std::string& path, std::string_view bytes) {
+void writeNewFile(FileCalls& calls, const std::string& path,
+                  const std::function<void(ByteSink&)>& write) {
     const std::string temporaryPath = temporaryPathBeside(path);
     OpenFile file(calls, uninterrupted([&] { return calls.createNew(temporaryPath); }));
     if (file.descriptor() < 0) fail("created", path, errno);
     TemporaryFile temporary(calls, temporaryPath);
-    if (const int reason = fill(calls, file, {bytes}); reason != 0) fail("written", path, reason);
+    FileSink sink(calls, file, path);
+    write(sink);
+    if (const int reason = store(calls, file); reason != 0) fail("written", path, reason);
     if (const int reason = placeAtNewName(calls, temporary, path); reason != 0)
         fail("created", path, reason);
     syncFolder(calls, parentFolder(path));
+}
+
+void writeNewFile(FileCalls& calls, const std::string& path, std::string_view bytes) {
+    writeNewFile(calls, path, [bytes](ByteSink& sink) { sink.write(bytes); });
 }
 
 void replaceFile(FileCalls& calls, const std::string& path,
@@ -196,7 +217,10 @@ void replaceFile(FileCalls& calls, const std::string& path,
     OpenFile file(calls, uninterrupted([&] { return calls.createNew(temporaryPath); }));
     if (file.descriptor() < 0) fail("written", path, errno);
     TemporaryFile temporary(calls, temporaryPath);
-    int reason = fill(calls, file, pieces);
+    FileSink sink(calls, file, path);
+    for (const std::string_view piece : pieces)
+        sink.write(piece);
+    int reason = store(calls, file);
     if (reason == 0) reason = placeOver(calls, temporary, path);
     if (reason != 0) fail("written", path, reason);
     syncFolder(calls, parentFolder(path));

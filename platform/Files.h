@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/ByteSink.h"
 #include "platform/ByteSource.h"
 #include "platform/FileCalls.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,7 +42,9 @@ std::string readFile(FileCalls& calls, const std::string& path);
 bool fileExists(FileCalls& calls, const std::string& path);
 
 /// Creates a file, complete and stored on the device or not at all, and never over an existing
-/// name.
+/// name. `write` gives it its bytes; what it throws leaves no file.
+void writeNewFile(FileCalls& calls, const std::string& path,
+                  const std::function<void(ByteSink&)>& write);
 void writeNewFile(FileCalls& calls, const std::string& path, std::string_view bytes);
 
 /// Replaces a file, or creates it: afterwards it holds the pieces one after the other, stored on

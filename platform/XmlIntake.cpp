@@ -29,7 +29,7 @@ constexpr auto currentLine = XML_GetCurrentLineNumber;
 constexpr auto currentColumn = XML_GetCurrentColumnNumber;
 #endif
 
-constexpr int blockSize = 1 << 18;
+constexpr std::size_t blockSize = std::size_t{1} << 18U;
 
 // What entities may add to a document: anything up to the threshold, then at most so many times
 // the document's own size. Exports hold none at all.
@@ -51,22 +51,23 @@ bool needsNoDeclaration(std::string_view reference) {
 /// Builds the tree from the parser's events.
 class XmlIntake {
   public:
-    explicit XmlIntake(TextRule holdsText);
+    explicit XmlIntake(const XmlVocabulary& vocabulary);
 
-    XmlDocument parse(ByteSource& source);
+    std::unique_ptr<const XmlDocument> parse(ByteSource& source);
 
   private:
     /// White space seen in an element, kept aside until it is known whether it is content.
     struct PendingSpace {
-        pugi::xml_node previous;
+        XmlNode previous;
         std::size_t start; // in `space_`, up to the next one's start
     };
 
     struct OpenElement {
-        pugi::xml_node node;
+        XmlNode node;
         bool keepsSpace;
-        bool hasElements = false;
         std::size_t firstPending;
+        XmlNode last = {}; // of its children so far
+        bool hasElements = false;
     };
 
     void setHandlers();
@@ -82,8 +83,9 @@ class XmlIntake {
     void flushText();
     void keepPending(OpenElement& element);
     void dropPending(const OpenElement& element);
-    pugi::xml_node append(pugi::xml_node_type type);
-    pugi::xml_node parent() { return open_.empty() ? *document_ : open_.back().node; }
+    XmlNode append(XmlKind kind, std::string_view name, std::string_view value = {});
+    std::size_t waiting(std::size_t total) const;
+    std::size_t fill(ByteSource& source, std::size_t count);
 
     void refuseReferencesInTag();
     [[noreturn]] static void refuseOutside(std::string_view what);
@@ -102,10 +104,9 @@ class XmlIntake {
         }
     }
 
-    TextRule holdsText_;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
-    XmlDocument document_ = std::make_unique<pugi::xml_document>();
-    std::vector<OpenElement> open_;
+    std::unique_ptr<XmlDocument> document_;
+    std::vector<OpenElement> open_; // from the document itself inward
     std::vector<PendingSpace> pending_;
     std::string space_;
     std::string text_;
@@ -117,8 +118,9 @@ class XmlIntake {
     std::exception_ptr failure_;
 };
 
-XmlIntake::XmlIntake(TextRule holdsText)
-    : holdsText_(holdsText), parser_(XML_ParserCreate(nullptr), &XML_ParserFree) {
+XmlIntake::XmlIntake(const XmlVocabulary& vocabulary)
+    : parser_(XML_ParserCreate(nullptr), &XML_ParserFree),
+      document_(std::make_unique<XmlDocument>(vocabulary)), open_{{document_->root(), false, 0}} {
     if (!parser_) throw std::bad_alloc();
     XML_SetUserData(parser_.get(), this);
     XML_SetBillionLaughsAttackProtectionMaximumAmplification(parser_.get(), maximumAmplification);
@@ -189,18 +191,43 @@ void XmlIntake::setEntityHandlers() {
     });
 }
 
-XmlDocument XmlIntake::parse(ByteSource& source) {
-    std::size_t count = 0;
-    do {
-        auto* const block = static_cast<char*>(XML_GetBuffer(parser_.get(), blockSize));
-        if (block == nullptr) throw std::bad_alloc();
-        count = source.read(block, blockSize);
-        const XML_Status status = XML_ParseBuffer(parser_.get(), static_cast<int>(count),
-                                                  count == 0 ? XML_TRUE : XML_FALSE);
+std::unique_ptr<const XmlDocument> XmlIntake::parse(ByteSource& source) {
+    std::size_t total = 0;
+    bool isAtEnd = false;
+    while (!isAtEnd) {
+        const std::size_t wanted = std::max(blockSize, waiting(total));
+        const std::size_t count = fill(source, wanted);
+        total += count;
+        isAtEnd = count < wanted;
+        const XML_Status status =
+            XML_ParseBuffer(parser_.get(), static_cast<int>(count), isAtEnd ? XML_TRUE : XML_FALSE);
         if (failure_) std::rethrow_exception(failure_);
         if (status != XML_STATUS_OK) failParsing();
-    } while (count > 0);
+    }
     return std::move(document_);
+}
+
+/// Bytes of `total` that the parser has been given and not used up yet: the beginning of a tag, a
+/// comment or the like. It reads them again with the next block, which is therefore as large as
+/// they are, or a long one would take time with the square of its length.
+std::size_t XmlIntake::waiting(std::size_t total) const {
+    const XML_Index used =
+        XML_GetCurrentByteIndex(parser_.get()) + XML_GetCurrentByteCount(parser_.get());
+    constexpr std::size_t most = std::size_t{1} << 30U; // the parser counts in int
+    return used < 0 ? 0 : std::min(most, total - static_cast<std::size_t>(used));
+}
+
+/// Fills the parser's buffer with `count` bytes, or with fewer at the source's end.
+std::size_t XmlIntake::fill(ByteSource& source, std::size_t count) {
+    auto* const block = static_cast<char*>(XML_GetBuffer(parser_.get(), static_cast<int>(count)));
+    if (block == nullptr) throw std::bad_alloc();
+    std::size_t filled = 0;
+    while (filled < count) {
+        const std::size_t more = source.read(block + filled, count - filled);
+        if (more == 0) break;
+        filled += more;
+    }
+    return filled;
 }
 
 void XmlIntake::failParsing() {
@@ -210,25 +237,23 @@ void XmlIntake::failParsing() {
                                     currentColumn(parser) + 1));
 }
 
-pugi::xml_node XmlIntake::append(pugi::xml_node_type type) {
-    const pugi::xml_node node = parent().append_child(type);
-    if (!node) throw std::bad_alloc();
-    return node;
+XmlNode XmlIntake::append(XmlKind kind, std::string_view name, std::string_view value) {
+    OpenElement& parent = open_.back();
+    return parent.last = document_->insert(parent.node, parent.last, kind, name, value);
 }
 
 void XmlIntake::startElement(const char* name, const char** attributes) {
     flushText();
-    if (open_.size() >= maximumXmlDepth)
+    if (open_.size() > maximumXmlDepth)
         throw PlatformError(
             fmt::format("The XML is nested more than {} levels deep.", maximumXmlDepth));
     if (mayMissDeclarations_ && attributes[0] != nullptr) refuseReferencesInTag();
 
-    pugi::xml_node node = append(pugi::node_element);
-    node.set_name(name);
+    const XmlNode element = append(XmlKind::element, name);
     for (; attributes[0] != nullptr; attributes += 2)
-        node.append_attribute(attributes[0]).set_value(attributes[1]);
-    if (!open_.empty()) open_.back().hasElements = true;
-    open_.push_back({node, holdsText_(name), false, pending_.size()});
+        document_->addAttribute(attributes[0], attributes[1]);
+    open_.back().hasElements = true;
+    open_.push_back({element, element.holdsText(), pending_.size()});
 }
 
 void XmlIntake::endElement() {
@@ -243,11 +268,9 @@ void XmlIntake::endElement() {
 void XmlIntake::keepPending(OpenElement& element) {
     while (pending_.size() > element.firstPending) {
         const PendingSpace& space = pending_.back();
-        pugi::xml_node node =
-            space.previous ? element.node.insert_child_after(pugi::node_pcdata, space.previous)
-                           : element.node.prepend_child(pugi::node_pcdata);
-        if (!node) throw std::bad_alloc();
-        node.set_value(space_.c_str() + space.start);
+        const XmlNode node = document_->insert(element.node, space.previous, XmlKind::text, {},
+                                               std::string_view(space_).substr(space.start));
+        if (space.previous == element.last) element.last = node;
         space_.resize(space.start);
         pending_.pop_back();
     }
@@ -263,16 +286,14 @@ void XmlIntake::dropPending(const OpenElement& element) {
 /// Puts the text gathered so far into the tree. The parser hands text over in pieces.
 void XmlIntake::flushText() {
     if (text_.empty()) return;
-    if (!open_.empty()) {
-        OpenElement& element = open_.back();
-        const bool isSpace = isWhiteSpace(text_);
-        if (isSpace && !element.keepsSpace) {
-            pending_.push_back({element.node.last_child(), space_.size()});
-            space_ += text_;
-        } else {
-            if (!element.keepsSpace) keepPending(element);
-            append(pugi::node_pcdata).set_value(text_.c_str());
-        }
+    OpenElement& element = open_.back();
+    const bool isSpace = isWhiteSpace(text_);
+    if (isSpace && !element.keepsSpace) {
+        pending_.push_back({element.last, space_.size()});
+        space_ += text_;
+    } else {
+        if (!element.keepsSpace) keepPending(element);
+        append(XmlKind::text, {}, text_);
     }
     text_.clear();
 }
@@ -280,22 +301,20 @@ void XmlIntake::flushText() {
 void XmlIntake::endCdata() {
     OpenElement& element = open_.back();
     if (!element.keepsSpace) keepPending(element);
-    append(pugi::node_cdata).set_value(text_.c_str());
+    append(XmlKind::cdata, {}, text_);
     text_.clear();
 }
 
 void XmlIntake::comment(const char* text) {
     if (inDoctype_) return;
     flushText();
-    append(pugi::node_comment).set_value(text);
+    append(XmlKind::comment, {}, text);
 }
 
 void XmlIntake::processingInstruction(const char* target, const char* data) {
     if (inDoctype_) return;
     flushText();
-    pugi::xml_node node = append(pugi::node_pi);
-    node.set_name(target);
-    node.set_value(data);
+    append(XmlKind::instruction, target, data);
 }
 
 /// The parser reports attributes with their references resolved. A default handler gets the tag as
@@ -326,13 +345,14 @@ void XmlIntake::refuseOutside(std::string_view what) {
 
 } // namespace
 
-XmlDocument parseXml(ByteSource& source, TextRule holdsText) {
-    return XmlIntake(holdsText).parse(source);
+std::unique_ptr<const XmlDocument> parseXml(ByteSource& source, const XmlVocabulary& vocabulary) {
+    return XmlIntake(vocabulary).parse(source);
 }
 
-XmlDocument parseXml(std::string_view bytes, TextRule holdsText) {
+std::unique_ptr<const XmlDocument> parseXml(std::string_view bytes,
+                                            const XmlVocabulary& vocabulary) {
     MemorySource source(bytes);
-    return parseXml(source, holdsText);
+    return parseXml(source, vocabulary);
 }
 
 } // namespace shotweaver

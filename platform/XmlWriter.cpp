@@ -9,6 +9,8 @@ namespace shotweaver {
 
 namespace {
 
+constexpr std::size_t blockSize = std::size_t{1} << 16U;
+
 /// What stands for a character, or nothing when it stands for itself.
 std::string_view escape(char c, bool isInAttribute) {
     switch (c) {
@@ -35,8 +37,13 @@ std::string_view escape(char c, bool isInAttribute) {
 
 } // namespace
 
-XmlWriter::XmlWriter(TextRule holdsText, std::size_t expectedSize) : holdsText_(holdsText) {
-    text_.reserve(expectedSize);
+void XmlCopyRule::writeAttributes(XmlWriter& writer, XmlNode element) const {
+    for (const XmlAttribute each : element.attributes())
+        writer.attribute(each.name(), each.value().data());
+}
+
+XmlWriter::XmlWriter(ByteSink& sink) : sink_(sink) {
+    block_.reserve(blockSize);
     put("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
 }
 
@@ -44,19 +51,19 @@ void XmlWriter::begin(std::string_view name) {
     open(name, true);
 }
 
-void XmlWriter::beginLike(pugi::xml_node element) {
-    open(element.name(), mayIndent(element));
+void XmlWriter::beginLike(XmlNode element, const XmlCopyRule& rule) {
+    open(element.name(), mayIndent(element, rule));
 }
 
 /// True when white space between the children means nothing: the same condition under which it was
 /// dropped.
-bool XmlWriter::mayIndent(pugi::xml_node element) const {
-    if (holdsText_(element.name())) return false;
+bool XmlWriter::mayIndent(XmlNode element, const XmlCopyRule& rule) {
+    if (element.holdsText()) return false;
     bool hasElements = false;
-    for (auto child = element.first_child(); child; child = child.next_sibling()) {
-        const pugi::xml_node_type type = child.type();
-        if (type == pugi::node_pcdata || type == pugi::node_cdata) return false;
-        hasElements |= type == pugi::node_element;
+    for (const XmlNode child : element.children()) {
+        const XmlKind kind = child.kind();
+        if (kind == XmlKind::text || kind == XmlKind::cdata) return false;
+        hasElements |= kind == XmlKind::element && !rule.leavesOut(child);
     }
     return hasElements;
 }
@@ -111,51 +118,62 @@ void XmlWriter::newLine(std::size_t depth) {
         put("    ");
 }
 
-void XmlWriter::node(pugi::xml_node node) {
-    if (node.type() != pugi::node_element) {
-        leaf(node);
-        return;
-    }
-    beginLike(node);
-    for (auto each = node.first_attribute(); each; each = each.next_attribute())
-        attribute(each.name(), each.value());
-    for (auto child = node.first_child(); child; child = child.next_sibling())
-        this->node(child);
+void XmlWriter::node(XmlNode node, const XmlCopyRule& rule) {
+    if (!node.isElement()) return leaf(node);
+    if (rule.leavesOut(node)) return;
+    beginLike(node, rule);
+    rule.writeAttributes(*this, node);
+    for (const XmlNode child : node.children())
+        this->node(child, rule);
     end();
 }
 
-void XmlWriter::leaf(pugi::xml_node node) {
+void XmlWriter::leaf(XmlNode node) {
     startContent();
-    switch (node.type()) {
-    case pugi::node_pcdata:
-        putEscaped(node.value(), Escaping::text);
+    switch (node.kind()) {
+    case XmlKind::text:
+        putEscaped(node.value().data(), Escaping::text);
         break;
-    case pugi::node_cdata:
+    case XmlKind::cdata:
         put("<![CDATA[");
         put(node.value());
         put("]]>");
         break;
-    case pugi::node_comment:
+    case XmlKind::comment:
         put("<!--");
         put(node.value());
         put("-->");
         break;
-    case pugi::node_pi:
+    case XmlKind::instruction:
         put("<?");
         put(node.name());
-        if (*node.value() != '\0') put(' ');
+        if (!node.value().empty()) put(' ');
         put(node.value());
         put("?>");
         break;
-    default:
-        assert(false && "a parsed document holds no other kind of node");
+    case XmlKind::document:
+    case XmlKind::element:
+        assert(false && "not a leaf");
     }
 }
 
-std::string XmlWriter::take() {
+void XmlWriter::finish() {
     assert(open_.empty());
     put('\n');
-    return std::move(text_);
+    flush();
+}
+
+void XmlWriter::put(std::string_view piece) {
+    if (block_.size() + piece.size() > blockSize) flush();
+    if (piece.size() > blockSize)
+        sink_.write(piece);
+    else
+        block_ += piece;
+}
+
+void XmlWriter::flush() {
+    sink_.write(block_);
+    block_.clear();
 }
 
 void XmlWriter::putEscaped(const char* value, Escaping escaping) {

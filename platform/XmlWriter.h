@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/XmlIntake.h"
-
-#include <pugixml.hpp>
+#include "platform/ByteSink.h"
+#include "platform/XmlDocument.h"
 
 #include <cstddef>
 #include <string>
@@ -11,15 +10,28 @@
 
 namespace shotweaver {
 
-/// Writes an XML document in UTF-8 as text, element by element, without holding a tree of it: one
-/// element a line, nested elements indented by four spaces. Where text is content nothing is added:
-/// inside an element that has text, and inside one whose name `holdsText` is true of, everything
-/// stands as it is.
+class XmlWriter;
+
+/// How what is written of a node differs from the node. As it stands: not at all.
+class XmlCopyRule {
+  public:
+    virtual ~XmlCopyRule() = default;
+
+    /// Whether an element is left out, with all below it.
+    virtual bool leavesOut(XmlNode /*element*/) const { return false; }
+
+    /// Writes the attributes of an element.
+    virtual void writeAttributes(XmlWriter& writer, XmlNode element) const;
+};
+
+/// Writes an XML document in UTF-8 into a sink, element by element, without holding a tree of it:
+/// one element a line, nested elements indented by four spaces. Where text is content nothing is
+/// added: inside an element that has text, and inside one that holds text by its name, everything
+/// stands as it is. Every call throws what the sink throws.
 class XmlWriter {
   public:
-    /// Starts with the XML declaration (version 1.0, UTF-8). `expectedSize`, in bytes, only spares
-    /// the text from moving while it grows.
-    explicit XmlWriter(TextRule holdsText, std::size_t expectedSize = 0);
+    /// Starts with the XML declaration (version 1.0, UTF-8). `sink` must outlive the writer.
+    explicit XmlWriter(ByteSink& sink);
 
     /// Opens an element; `attribute` calls may follow until something is put into it. The name is
     /// not copied: it must stay valid until the element is closed.
@@ -29,13 +41,13 @@ class XmlWriter {
     void end();
 
     /// Opens an element that stands for `element` (its name, and its way with white space).
-    void beginLike(pugi::xml_node element);
+    void beginLike(XmlNode element, const XmlCopyRule& rule = {});
 
     /// Writes a node and everything below it.
-    void node(pugi::xml_node node);
+    void node(XmlNode node, const XmlCopyRule& rule = {});
 
-    /// The finished text. Every element must be closed.
-    std::string take();
+    /// Ends the document. Every element must be closed.
+    void finish();
 
   private:
     enum class Escaping { attribute, text };
@@ -46,19 +58,20 @@ class XmlWriter {
         bool hasContent = false;
     };
 
-    bool mayIndent(pugi::xml_node element) const;
+    static bool mayIndent(XmlNode element, const XmlCopyRule& rule);
     void open(std::string_view name, bool isIndented);
     void closeStartTag();
     void startContent();
     void newLine(std::size_t depth);
-    void leaf(pugi::xml_node node);
+    void leaf(XmlNode node);
 
-    void put(std::string_view piece) { text_ += piece; }
-    void put(char c) { text_ += c; }
+    void put(std::string_view piece);
+    void put(char c) { put({&c, 1}); }
     void putEscaped(const char* value, Escaping escaping);
+    void flush();
 
-    TextRule holdsText_;
-    std::string text_;
+    ByteSink& sink_;
+    std::string block_; // what the sink has not got yet
     std::vector<Open> open_;
 };
 

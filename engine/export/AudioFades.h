@@ -1,6 +1,6 @@
 #pragma once
 
-#include <pugixml.hpp>
+#include "platform/XmlDocument.h"
 
 #include <string_view>
 #include <vector>
@@ -10,16 +10,13 @@ namespace shotweaver {
 /// The "fadeIn" and "fadeOut" elements of a clip's sound, in document order.
 
 /// Adds those anywhere below an "adjust-volume" element.
-void addVolumeFades(std::vector<pugi::xml_node>& fades, pugi::xml_node volume);
+void addVolumeFades(std::vector<XmlNode>& fades, XmlNode volume);
 
 /// Adds those anywhere below an element's "adjust-volume" children and below those of its
 /// "audio-role-source" children.
-void addAudioFades(std::vector<pugi::xml_node>& fades, pugi::xml_node element);
+void addAudioFades(std::vector<XmlNode>& fades, XmlNode element);
 
 /// Those of the imported clip's own volume and of the audio angle's.
-std::vector<pugi::xml_node> audioFades(pugi::xml_node clip, std::string_view audioAngle);
-
-/// Removes the fades of one kind from a finished clip: its own, and those of its sources' roles.
-void removeFades(pugi::xml_node clip, std::string_view kind);
+std::vector<XmlNode> audioFades(XmlNode clip, std::string_view audioAngle);
 
 } // namespace shotweaver

@@ -6,55 +6,85 @@
 
 #include <algorithm>
 #include <array>
-#include <unordered_map>
 
 namespace shotweaver {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> clipSettings{"note", "adjust-volume", "adjust-panner",
-                                                       "conform-rate"};
-constexpr std::array<std::string_view, 2> trailingElements{"filter-audio", "metadata"};
+constexpr std::array<Name, 4> clipSettings{"note", "adjust-volume", "adjust-panner",
+                                           "conform-rate"};
+constexpr std::array<Name, 2> trailingElements{"filter-audio", "metadata"};
 
 // A connected clip this little before a cut, in seconds, belongs to the cut.
 constexpr double ownerTolerance = 0.00000001;
 
-/// Sets an attribute the way that the exported order relies on: removed, then appended.
-void setAttribute(pugi::xml_node element, const char* name, const std::string& value) {
-    element.remove_attribute(name);
-    element.append_attribute(name).set_value(value.c_str());
-}
-
-void copyAttributes(pugi::xml_node from, pugi::xml_node to,
-                    std::initializer_list<std::string_view> except) {
-    for (const pugi::xml_attribute each : from.attributes()) {
-        if (std::find(except.begin(), except.end(), each.name()) == except.end())
-            to.append_copy(each);
-    }
-}
-
 } // namespace
 
+/// How copies differ from what was imported: fades that belong to another clip are left out, and
+/// tracked shapes have identifiers of their own. An attribute that is changed comes last.
+class ClipContents::CopyRule final : public XmlCopyRule {
+  public:
+    CopyRule(const std::set<XmlNode>& fades, bool keepsFadeIn, bool keepsFadeOut)
+        : fades_(fades), keepsFadeIn_(keepsFadeIn), keepsFadeOut_(keepsFadeOut) {}
+
+    /// Draws an identifier for each shape that is copied with an element.
+    void renewShapes(XmlNode element, const UUIDMaker& makeUUID) {
+        if (leavesOut(element)) return;
+        const auto id = attribute(element, "id");
+        if (id && isElement(element, "tracking-shape"))
+            renewed_[*id] = shapes_[element] = "swtrack" + makeUUID().compactText();
+        for (const XmlNode child : Elements(element))
+            renewShapes(child, makeUUID);
+    }
+
+    bool leavesOut(XmlNode element) const override {
+        return ((isElement(element, "fadeIn") && !keepsFadeIn_) ||
+                (isElement(element, "fadeOut") && !keepsFadeOut_)) &&
+               fades_.contains(element);
+    }
+
+    void writeAttributes(XmlWriter& writer, XmlNode element) const override {
+        if (shapes_.empty()) return XmlCopyRule::writeAttributes(writer, element);
+        const auto id = shapes_.find(element);
+        const auto tracking = renewed_.find(attributeOr(element, "tracking", ""));
+        const bool hasTracking = attribute(element, "tracking") && tracking != renewed_.end();
+        for (const XmlAttribute each : element.attributes()) {
+            const bool isRenewed = (each.nameNumber() == Name("id") && id != shapes_.end()) ||
+                                   (each.nameNumber() == Name("tracking") && hasTracking);
+            if (!isRenewed) writer.attribute(each.name(), each.value().data());
+        }
+        if (id != shapes_.end()) writer.attribute("id", id->second.c_str());
+        if (hasTracking) writer.attribute("tracking", tracking->second.c_str());
+    }
+
+  private:
+    const std::set<XmlNode>& fades_;
+    bool keepsFadeIn_;
+    bool keepsFadeOut_;
+    std::map<XmlNode, std::string> shapes_;           // the new identifier of each
+    std::map<std::string_view, std::string> renewed_; // by the former one
+};
+
 ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts,
-                           std::string audioAngle, const UUIDMaker& makeUUID)
-    : engine_(engine), cuts_(cuts), audioAngle_(std::move(audioAngle)), makeUUID_(makeUUID),
-      pieces_(cuts.size()) {
-    std::vector<pugi::xml_node> annotations;
-    for (const pugi::xml_node child : Elements(engine.original)) {
-        if (isOneOf(clipSettings, child.name())) sound_.leading.push_back(child);
+                           std::string audioAngle, UUIDMaker makeUUID)
+    : engine_(engine), cuts_(cuts), audioAngle_(std::move(audioAngle)),
+      makeUUID_(std::move(makeUUID)), pieces_(cuts.size()) {
+    std::vector<XmlNode> annotations;
+    for (const XmlNode child : Elements(engine.original)) {
+        if (isOneOf(clipSettings, child)) leading_.push_back(child);
         if (isElement(child, "mc-source")) addSource(child);
         if (isStoryElement(child)) addStoryElement(child);
         if (isTimedAnnotation(child)) annotations.push_back(child);
-        if (isOneOf(trailingElements, child.name())) trailing_.push_back(child);
+        if (isOneOf(trailingElements, child)) trailing_.push_back(child);
     }
     // After all story elements: theirs is the first failure, and the first place in a clip.
-    for (const pugi::xml_node annotation : annotations)
+    for (const XmlNode annotation : annotations)
         addAnnotation(annotation);
     findSourceSettings();
-    copyWithoutFades();
+    findFades();
 }
 
-void ClipContents::addSource(pugi::xml_node source) {
+void ClipContents::addSource(XmlNode source) {
     const auto angle = attribute(source, "angleID");
     if (!angle) return;
     const std::string_view enabled = attributeOr(source, "srcEnable", "all");
@@ -69,34 +99,29 @@ void ClipContents::addSource(pugi::xml_node source) {
 
 void ClipContents::findSourceSettings() {
     for (auto& [angle, sources] : sources_) {
-        for (const pugi::xml_node child : Elements(sources.video)) {
+        for (const XmlNode child : Elements(sources.video)) {
             if (!isElement(child, "audio-role-source")) sources.pictureSettings.push_back(child);
         }
     }
     const auto heard = sources_.find(audioAngle_);
     if (heard == sources_.end()) return;
     const Elements roles(heard->second.audio, "audio-role-source");
-    sound_.roles.assign(roles.begin(), roles.end());
+    roles_.assign(roles.begin(), roles.end());
 }
 
-/// Fades are removed once, not from every clip.
-void ClipContents::copyWithoutFades() {
-    pugi::xml_node clip = copies_.append_child("mc-clip");
-    for (const pugi::xml_node setting : sound_.leading)
-        clip.append_copy(setting);
-    pugi::xml_node source = clip.append_child("mc-source");
-    for (const pugi::xml_node role : sound_.roles)
-        source.append_copy(role);
-    removeFades(clip, "fadeIn");
-    removeFades(clip, "fadeOut");
-    const Elements roles(source);
-    withoutFades_.roles.assign(roles.begin(), roles.end());
-    const Elements children(clip);
-    withoutFades_.leading.assign(children.begin(), children.end());
-    withoutFades_.leading.pop_back(); // the source
+void ClipContents::findFades() {
+    std::vector<XmlNode> fades;
+    for (const XmlNode setting : leading_) {
+        if (isElement(setting, "adjust-volume")) addVolumeFades(fades, setting);
+    }
+    for (const XmlNode role : roles_) {
+        for (const XmlNode volume : Elements(role, "adjust-volume"))
+            addVolumeFades(fades, volume);
+    }
+    fades_.insert(fades.begin(), fades.end());
 }
 
-void ClipContents::addStoryElement(pugi::xml_node element) {
+void ClipContents::addStoryElement(XmlNode element) {
     const double position =
         storyOffset(element) - engine_.seconds(engine_.sourceStart) + ownerTolerance;
     const auto after =
@@ -108,7 +133,7 @@ void ClipContents::addStoryElement(pugi::xml_node element) {
     pieces_[owner].push_back({element, std::nullopt});
 }
 
-void ClipContents::addAnnotation(pugi::xml_node element) {
+void ClipContents::addAnnotation(XmlNode element) {
     const AnnotationTimes times = annotationTimes(engine_, element);
     // In frames of the project.
     const std::int64_t start = times.start - engine_.sourceStart;
@@ -117,7 +142,7 @@ void ClipContents::addAnnotation(pugi::xml_node element) {
     pieces_[cutAtFrame(start)].push_back({element, std::nullopt});
 }
 
-void ClipContents::addRange(pugi::xml_node element, const FrameRange& span) {
+void ClipContents::addRange(XmlNode element, const FrameRange& span) {
     const std::int64_t start = std::max<std::int64_t>(span.lowerBound, 0);
     const std::int64_t end = std::min(span.upperBound, engine_.length);
     if (start >= end) return;
@@ -136,93 +161,80 @@ std::size_t ClipContents::cutAtFrame(std::int64_t frame) const {
     return static_cast<std::size_t>(after - cuts_.begin()) - 1;
 }
 
-pugi::xml_node ClipContents::clip(std::size_t cutIndex) {
+void ClipContents::write(XmlWriter& writer, std::size_t cutIndex) const {
     const Cut& cut = cuts_[cutIndex];
-    const bool isFirst = cut.start == 0;
-    const bool isLast = cut.start + cut.duration == engine_.length;
-    const SoundSettings& sound = isFirst || isLast ? sound_ : withoutFades_;
-    pugi::xml_node clip = makeShell(cut);
-    for (const pugi::xml_node setting : sound.leading)
-        clip.append_copy(setting);
-    makeSources(clip, cut.angle, sound);
+    const CopyRule rule(fades_, cut.start == 0, cut.start + cut.duration == engine_.length);
+    writer.begin(engine_.original.name());
+    writeAttributes(writer, cut);
+    for (const XmlNode setting : leading_)
+        writer.node(setting, rule);
+    writeSources(writer, cut.angle, rule);
     for (const Piece& piece : pieces_[cutIndex])
-        copyPiece(clip, piece);
-    for (const pugi::xml_node element : trailing_)
-        clip.append_copy(element);
-    if (!isFirst && isLast) removeFades(clip, "fadeIn");
-    if (isFirst && !isLast) removeFades(clip, "fadeOut");
-    return clip;
+        writePiece(writer, piece);
+    for (const XmlNode element : trailing_)
+        writer.node(element);
+    writer.end();
 }
 
-/// The imported clip's own attributes with the cut's times.
-pugi::xml_node ClipContents::makeShell(const Cut& cut) {
-    scratch_.reset();
-    pugi::xml_node clip = scratch_.append_child(engine_.original.name());
-    copyAttributes(engine_.original, clip, {"srcEnable", "offset", "start", "duration"});
-    clip.append_attribute("srcEnable").set_value("all");
-    setTime(clip, "offset", engine_.timelineStart + cut.start);
-    setTime(clip, "start", engine_.sourceStart + cut.start);
-    setTime(clip, "duration", cut.duration);
-    return clip;
-}
-
-void ClipContents::makeSources(pugi::xml_node clip, const std::string& angle,
-                               const SoundSettings& sound) const {
-    if (angle == audioAngle_) {
-        makeMulticamSource(clip, angle, SourceMode::all, sound);
-        return;
+/// The imported clip's own attributes, then the cut's times.
+void ClipContents::writeAttributes(XmlWriter& writer, const Cut& cut) const {
+    static constexpr std::array<Name, 4> changed{"srcEnable", "offset", "start", "duration"};
+    for (const XmlAttribute each : engine_.original.attributes()) {
+        if (!isOneOf(changed, each.nameNumber()))
+            writer.attribute(each.name(), each.value().data());
     }
-    makeMulticamSource(clip, angle, SourceMode::video, sound);
-    makeMulticamSource(clip, audioAngle_, SourceMode::audio, sound);
+    writer.attribute("srcEnable", "all");
+    writeTime(writer, "offset", engine_.timelineStart + cut.start);
+    writeTime(writer, "start", engine_.sourceStart + cut.start);
+    writeTime(writer, "duration", cut.duration);
 }
 
-void ClipContents::makeMulticamSource(pugi::xml_node clip, const std::string& angle,
-                                      SourceMode mode, const SoundSettings& sound) const {
+void ClipContents::writeSources(XmlWriter& writer, const std::string& angle,
+                                const CopyRule& rule) const {
+    if (angle == audioAngle_) return writeSource(writer, angle, SourceMode::all, rule);
+    writeSource(writer, angle, SourceMode::video, rule);
+    writeSource(writer, audioAngle_, SourceMode::audio, rule);
+}
+
+void ClipContents::writeSource(XmlWriter& writer, const std::string& angle, SourceMode mode,
+                               CopyRule rule) const {
     static constexpr std::array<const char*, 3> modeNames{"video", "audio", "all"};
-    pugi::xml_node source = clip.append_child("mc-source");
-    source.append_attribute("angleID").set_value(angle.c_str());
-    source.append_attribute("srcEnable").set_value(modeNames[static_cast<std::size_t>(mode)]);
+    writer.begin("mc-source");
+    writer.attribute("angleID", angle.c_str());
+    writer.attribute("srcEnable", modeNames[static_cast<std::size_t>(mode)]);
 
+    std::vector<XmlNode> children;
     const auto found = sources_.find(angle);
-    if (found == sources_.end()) return;
-    if (mode != SourceMode::video) {
-        for (const pugi::xml_node role : sound.roles)
-            source.append_copy(role);
+    const bool isKnown = found != sources_.end();
+    if (isKnown && mode != SourceMode::video) children = roles_;
+    if (isKnown && mode != SourceMode::audio) {
+        const std::vector<XmlNode>& settings = found->second.pictureSettings;
+        children.insert(children.end(), settings.begin(), settings.end());
     }
-    if (mode != SourceMode::audio) {
-        for (const pugi::xml_node setting : found->second.pictureSettings)
-            source.append_copy(setting);
+    // Identifiers of tracked shapes are unique in a document.
+    for (const XmlNode child : children)
+        rule.renewShapes(child, makeUUID_);
+    for (const XmlNode child : children)
+        writer.node(child, rule);
+    writer.end();
+}
+
+void ClipContents::writePiece(XmlWriter& writer, const Piece& piece) const {
+    if (!piece.span) return writer.node(piece.element);
+    writer.beginLike(piece.element);
+    for (const XmlAttribute each : piece.element.attributes()) {
+        if (each.nameNumber() != Name("start") && each.nameNumber() != Name("duration"))
+            writer.attribute(each.name(), each.value().data());
     }
-    renewTracking(source);
+    writeTime(writer, "start", engine_.sourceStart + piece.span->lowerBound);
+    writeTime(writer, "duration", piece.span->length());
+    for (const XmlNode child : piece.element.children())
+        writer.node(child);
+    writer.end();
 }
 
-/// Identifiers of tracked shapes are unique in a document, so every copy gets its own.
-void ClipContents::renewTracking(pugi::xml_node source) const {
-    std::unordered_map<std::string, std::string> renewed;
-    forEachDescendant(source, [&](pugi::xml_node element) {
-        const auto id = attribute(element, "id");
-        if (!id || !isElement(element, "tracking-shape")) return;
-        std::string fresh = "swtrack" + makeUUID_().compactText();
-        renewed.insert_or_assign(std::string(*id), fresh);
-        setAttribute(element, "id", fresh);
-    });
-    if (renewed.empty()) return;
-    forEachDescendant(source, [&](pugi::xml_node element) {
-        const auto found = renewed.find(element.attribute("tracking").value());
-        if (element.attribute("tracking") && found != renewed.end())
-            setAttribute(element, "tracking", found->second);
-    });
-}
-
-void ClipContents::copyPiece(pugi::xml_node clip, const Piece& piece) const {
-    const pugi::xml_node copy = clip.append_copy(piece.element);
-    if (!piece.span) return;
-    setTime(copy, "start", engine_.sourceStart + piece.span->lowerBound);
-    setTime(copy, "duration", piece.span->length());
-}
-
-void ClipContents::setTime(pugi::xml_node element, const char* name, std::int64_t frames) const {
-    setAttribute(element, name, engine_.frameDuration.time(frames));
+void ClipContents::writeTime(XmlWriter& writer, Name name, std::int64_t frames) const {
+    writer.attribute(name.text(), engine_.frameDuration.time(frames).c_str());
 }
 
 } // namespace shotweaver

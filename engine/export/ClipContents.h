@@ -2,14 +2,16 @@
 
 #include "engine/CutEngine.h"
 #include "engine/EditSettings.h"
+#include "engine/FrameRange.h"
+#include "engine/import/Name.h"
 #include "platform/Uuid.h"
-
-#include <pugixml.hpp>
+#include "platform/XmlDocument.h"
+#include "platform/XmlWriter.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,7 +19,8 @@
 namespace shotweaver {
 
 /// The clips of an export: for each cut, a copy of the imported multicam clip that is switched to
-/// the cut's camera and holds what belongs to the cut's time.
+/// the cut's camera and holds what belongs to the cut's time. Its sound fades in with the project's
+/// first clip and out with its last.
 ///
 /// Which cut a child of the imported clip goes to is worked out once, at construction, so a clip
 /// costs what it holds.
@@ -27,67 +30,60 @@ class ClipContents {
     /// `FinalCutImportError` when a time of the imported clip cannot be read, or an annotation's is
     /// not a whole number of frames.
     ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts, std::string audioAngle,
-                 const UUIDMaker& makeUUID);
+                 UUIDMaker makeUUID);
 
-    /// The clip of the cut at that place. Valid until the next call.
-    pugi::xml_node clip(std::size_t cut);
+    /// Writes the clip of the cut at that place.
+    void write(XmlWriter& writer, std::size_t cut) const;
 
   private:
     /// A child of the imported clip, as one cut gets it.
     struct Piece {
-        pugi::xml_node element;
+        XmlNode element;
         std::optional<FrameRange> span; // in frames of the project; absent: copied as it is
     };
 
     /// The imported clip's "mc-source" elements for one angle: where its picture and where its
     /// sound are set up. Null when it has none.
     struct AngleSources {
-        pugi::xml_node video;
-        pugi::xml_node audio;
+        XmlNode video;
+        XmlNode audio;
         // True when chosen for its "srcEnable"; false when it is merely the first.
         bool isVideoEnabled = false;
         bool isAudioEnabled = false;
-        std::vector<pugi::xml_node> pictureSettings; // what goes with the picture
-    };
-
-    /// Sound settings that every clip gets; they may contain fades.
-    struct SoundSettings {
-        std::vector<pugi::xml_node> leading; // clip settings
-        std::vector<pugi::xml_node> roles;   // of the audio angle's source
+        std::vector<XmlNode> pictureSettings; // what goes with the picture
     };
 
     enum class SourceMode { video, audio, all };
 
-    void addSource(pugi::xml_node source);
-    void addStoryElement(pugi::xml_node element);
-    void addAnnotation(pugi::xml_node element);
-    void addRange(pugi::xml_node element, const FrameRange& span);
+    class CopyRule;
+
+    void addSource(XmlNode source);
+    void addStoryElement(XmlNode element);
+    void addAnnotation(XmlNode element);
+    void addRange(XmlNode element, const FrameRange& span);
     std::size_t cutAtFrame(std::int64_t frame) const;
     void findSourceSettings();
-    void copyWithoutFades();
+    void findFades();
 
-    pugi::xml_node makeShell(const Cut& cut);
-    void makeSources(pugi::xml_node clip, const std::string& angle,
-                     const SoundSettings& sound) const;
-    void makeMulticamSource(pugi::xml_node clip, const std::string& angle, SourceMode mode,
-                            const SoundSettings& sound) const;
-    void copyPiece(pugi::xml_node clip, const Piece& piece) const;
-    void renewTracking(pugi::xml_node source) const;
-    void setTime(pugi::xml_node element, const char* name, std::int64_t frames) const;
+    void writeAttributes(XmlWriter& writer, const Cut& cut) const;
+    void writeSources(XmlWriter& writer, const std::string& angle, const CopyRule& rule) const;
+    void writeSource(XmlWriter& writer, const std::string& angle, SourceMode mode,
+                     CopyRule rule) const;
+    void writePiece(XmlWriter& writer, const Piece& piece) const;
+    void writeTime(XmlWriter& writer, Name name, std::int64_t frames) const;
 
     const CutEngine& engine_;
     const std::vector<Cut>& cuts_;
     std::string audioAngle_;
-    const UUIDMaker& makeUUID_;
+    UUIDMaker makeUUID_;
 
     std::map<std::string_view, AngleSources> sources_;
-    SoundSettings sound_;
-    SoundSettings withoutFades_; // copies, for clips that neither begin nor end the project
-    std::vector<pugi::xml_node> trailing_;
+    std::vector<XmlNode> leading_; // clip settings
+    std::vector<XmlNode> roles_;   // of the audio angle's source
+    std::set<XmlNode> fades_;      // in both of these
+    std::vector<XmlNode> trailing_;
     // For each cut its story elements, then its annotations, each in document order.
     std::vector<std::vector<Piece>> pieces_;
-    pugi::xml_document copies_;
-    pugi::xml_document scratch_;
 };
 
 } // namespace shotweaver

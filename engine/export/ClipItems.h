@@ -1,8 +1,7 @@
 #pragma once
 
 #include "engine/CutEngine.h"
-
-#include <pugixml.hpp>
+#include "platform/XmlDocument.h"
 
 #include <cstdint>
 
@@ -11,12 +10,12 @@ namespace shotweaver {
 /// What lies at a time on the imported multicam clip: connected clips and captions (story
 /// elements), and markers, keywords and ratings (annotations).
 
-bool isStoryElement(pugi::xml_node element);
-bool isTimedAnnotation(pugi::xml_node element);
+bool isStoryElement(XmlNode element);
+bool isTimedAnnotation(XmlNode element);
 
 /// Where a story element lies in the multicam, in seconds. Throws `FinalCutImportError` for an
 /// offset that cannot be read.
-double storyOffset(pugi::xml_node element);
+double storyOffset(XmlNode element);
 
 /// Where an annotation lies in the multicam, in frames. Without a duration of at least a frame, or
 /// when its kind has none, it is a point.
@@ -26,6 +25,6 @@ struct AnnotationTimes {
 };
 
 /// Throws `FinalCutImportError` for a time that is not a whole number of frames.
-AnnotationTimes annotationTimes(const CutEngine& engine, pugi::xml_node element);
+AnnotationTimes annotationTimes(const CutEngine& engine, XmlNode element);
 
 } // namespace shotweaver

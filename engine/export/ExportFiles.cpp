@@ -40,10 +40,10 @@ ExportedFiles firstFreeNames(FileCalls& calls, const std::string& folder,
 } // namespace
 
 ExportedFiles writeExportFiles(FileCalls& calls, const std::string& folder,
-                               std::string_view xmlBytes, std::string_view recordText,
-                               std::string_view projectName) {
+                               const std::function<void(ByteSink&)>& writeXML,
+                               std::string_view recordText, std::string_view projectName) {
     ExportedFiles files = firstFreeNames(calls, folder, projectName);
-    writeNewFile(calls, files.xml, xmlBytes);
+    writeNewFile(calls, files.xml, writeXML);
     try {
         writeNewFile(calls, files.record, recordText);
     } catch (const PlatformError& error) {

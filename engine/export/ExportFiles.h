@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/ByteSink.h"
 #include "platform/FileCalls.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -13,15 +15,15 @@ struct ExportedFiles {
     std::string record;
 };
 
-/// Writes an export and its settings record side by side into an existing folder, under the first
-/// name that neither has: the project's name and " Shotweaver", then the same with " 2", " 3" and
-/// so on. Nothing is ever written over.
+/// Writes an export, by `writeXML`, and its settings record side by side into an existing folder,
+/// under the first name that neither has: the project's name and " Shotweaver", then the same with
+/// " 2", " 3" and so on. Nothing is ever written over.
 ///
 /// Throws `FinalCutImportError` when every name is taken, or when the record could not be written
 /// after the XML was (the XML stays); `PlatformError` with the file system's text otherwise, and
 /// then nothing was written.
 ExportedFiles writeExportFiles(FileCalls& calls, const std::string& folder,
-                               std::string_view xmlBytes, std::string_view recordText,
-                               std::string_view projectName);
+                               const std::function<void(ByteSink&)>& writeXML,
+                               std::string_view recordText, std::string_view projectName);
 
 } // namespace shotweaver

@@ -16,18 +16,18 @@ namespace {
 
 /// The fades that an export reads in a child of the multicam clip: of the sources only those of the
 /// angle that is heard.
-std::vector<pugi::xml_node> fadesOf(const CutEngine& engine, pugi::xml_node child) {
+std::vector<XmlNode> fadesOf(const CutEngine& engine, XmlNode child) {
     const bool isHeard = isElement(child, "mc-source") && engine.audioSource &&
                          attribute(child, "angleID") == engine.audioID;
-    std::vector<pugi::xml_node> fades;
+    std::vector<XmlNode> fades;
     if (isElement(child, "adjust-volume")) addVolumeFades(fades, child);
     if (isElement(child, "audio-role-source") || isHeard) addAudioFades(fades, child);
     return fades;
 }
 
 /// Reads the times that an export reads in a child of the multicam clip.
-void readTimes(const CutEngine& engine, pugi::xml_node child) {
-    for (const pugi::xml_node fade : fadesOf(engine, child))
+void readTimes(const CutEngine& engine, XmlNode child) {
+    for (const XmlNode fade : fadesOf(engine, child))
         parseSeconds(attribute(fade, "duration"));
     if (isStoryElement(child)) storyOffset(child);
     if (isTimedAnnotation(child)) annotationTimes(engine, child);
@@ -37,9 +37,9 @@ void readTimes(const CutEngine& engine, pugi::xml_node child) {
 
 std::vector<std::string> exportObstacles(const CutEngine& engine) {
     std::vector<std::string> obstacles;
-    if (!attribute(engine.document->document_element(), "version"))
+    if (!attribute(engine.document->documentElement(), "version"))
         obstacles.emplace_back(missingVersion);
-    for (const pugi::xml_node child : Elements(engine.original)) {
+    for (const XmlNode child : Elements(engine.original)) {
         try {
             readTimes(engine, child);
         } catch (const FinalCutImportError& error) {

@@ -16,7 +16,7 @@ constexpr std::string_view unnamed = "Unnamed clip";
 
 } // namespace
 
-ImportedAngle AngleImport::parseAngle(pugi::xml_node angle) {
+ImportedAngle AngleImport::parseAngle(XmlNode angle) {
     const auto id = attribute(angle, "angleID");
     if (!id) throw FinalCutImportError::invalid("A camera angle is missing its identifier.");
     angle_ = {};
@@ -34,19 +34,19 @@ ImportedAngle AngleImport::parseAngle(pugi::xml_node angle) {
 }
 
 /// Reads the media clips in document order; those of a compound clip come after its own children.
-void AngleImport::read(pugi::xml_node node, int depth) {
-    if (!isElement(node)) return budget_.step();
+void AngleImport::read(XmlNode node, int depth) {
+    if (!node.isElement()) return budget_.step();
     const ClipAttributes clip(node);
     budget_.visit(clip.size);
     if (depth > deepestLevel) ReadingBudget::refuse();
     if (clip.isDisabled()) return;
-    if (isMediaClipKind(clip.kind)) return readMediaClip(clip);
+    if (isMediaClip(node)) return readMediaClip(clip);
 
     const Media* const media = enter(clip);
-    for (const pugi::xml_node child : node.children())
+    for (const XmlNode child : node.children())
         read(child, depth + 1);
     if (!media) return;
-    for (const pugi::xml_node child : media->element.children()) {
+    for (const XmlNode child : media->element.children()) {
         if (isElement(child, "sequence"))
             read(child, depth + 1);
         else
@@ -58,7 +58,7 @@ void AngleImport::read(pugi::xml_node node, int depth) {
 /// The media of a compound clip, now being entered; null when it is missing, when it is being
 /// entered already, and for other kinds of element.
 const Media* AngleImport::enter(const ClipAttributes& compoundClip) {
-    if (compoundClip.kind != "ref-clip" || !compoundClip.ref) return nullptr;
+    if (!isElement(compoundClip.element, "ref-clip") || !compoundClip.ref) return nullptr;
     const Media* const media = resources_.media(compoundClip.ref);
     return media && entered_.insert(media).second ? media : nullptr;
 }
@@ -76,15 +76,15 @@ void AngleImport::readMediaClip(const ClipAttributes& clip) {
 }
 
 void AngleImport::readAsset(const Asset& asset) {
-    for (const pugi::xml_node child : asset.element.children()) {
+    for (const XmlNode child : asset.element.children()) {
         budget_.step();
         if (isElement(child, "metadata")) readMetadata(child);
     }
     if (!asset.hasLocation) addMissing(attributeOr(asset.element, "name", unnamed));
 }
 
-void AngleImport::readMetadata(pugi::xml_node metadata) {
-    for (const pugi::xml_node entry : metadata.children()) {
+void AngleImport::readMetadata(XmlNode metadata) {
+    for (const XmlNode entry : metadata.children()) {
         budget_.step();
         if (!isElement(entry, "md")) continue;
         const std::string_view key = attributeOr(entry, "key", "");

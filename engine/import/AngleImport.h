@@ -6,8 +6,6 @@
 #include "engine/import/XmlAccess.h"
 #include "platform/Text.h"
 
-#include <pugixml.hpp>
-
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -29,7 +27,7 @@ class AngleImport {
     /// Throws `FinalCutImportError` for an angle without an identifier, for a clip's offset that
     /// cannot be read, and for compound clips that lie in each other more than 1,000 elements deep
     /// or multiply beyond the budget of reading, which all angles share.
-    ImportedAngle parseAngle(pugi::xml_node angle);
+    ImportedAngle parseAngle(XmlNode angle);
 
     /// Names of the clips so far whose recording has no location, unique and sorted.
     std::vector<std::string> missingLocations() const { return missingLocations_.sorted(); }
@@ -43,11 +41,11 @@ class AngleImport {
         std::unordered_set<const Asset*> seenAssets;
     };
 
-    void read(pugi::xml_node node, int depth);
+    void read(XmlNode node, int depth);
     const Media* enter(const ClipAttributes& compoundClip);
     void readMediaClip(const ClipAttributes& clip);
     void readAsset(const Asset& asset);
-    void readMetadata(pugi::xml_node metadata);
+    void readMetadata(XmlNode metadata);
     void addMissing(std::string_view name);
 
     const Resources& resources_;

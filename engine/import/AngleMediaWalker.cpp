@@ -15,11 +15,11 @@ namespace {
 
 constexpr int deepestLevel = 39;
 
-bool isWalkableKind(std::string_view kind) {
-    static constexpr std::array<std::string_view, 10> walkableKinds{
+bool isWalkable(XmlNode element) {
+    static constexpr std::array<Name, 10> walkableKinds{
         "asset-clip", "audio", "video", "clip",  "sync-clip",
         "ref-clip",   "spine", "gap",   "title", "live-drawing"};
-    return isOneOf(walkableKinds, kind);
+    return isOneOf(walkableKinds, element);
 }
 
 } // namespace
@@ -44,7 +44,7 @@ struct AngleMediaWalker::Window {
     const Window* parent; // null for an angle's child
 };
 
-void AngleMediaWalker::walk(pugi::xml_node element, std::string_view camera, const SpanSink& sink) {
+void AngleMediaWalker::walk(XmlNode element, std::string_view camera, const SpanSink& sink) {
     camera_ = camera;
     sink_ = &sink;
     walkElement(element, 0, nullptr);
@@ -54,24 +54,25 @@ void AngleMediaWalker::refuse(std::string_view rest) const {
     throw FinalCutImportError::invalid(fmt::format("Camera {}{}", camera_, rest));
 }
 
-void AngleMediaWalker::walkElement(pugi::xml_node element, int depth, const Window* around) {
+void AngleMediaWalker::walkElement(XmlNode element, int depth, const Window* around) {
     if (depth > deepestLevel) refuse(" contains excessively nested clips.");
     const ClipAttributes clip(element);
-    if (!isWalkableKind(clip.kind))
-        refuse(fmt::format(" contains an unsupported clip type: {}.", clip.kind));
+    if (!isWalkable(element))
+        refuse(fmt::format(" contains an unsupported clip type: {}.", element.name()));
     budget_.visit(clip.size);
     if (clip.isDisabled()) return;
     checkSettings(element, clip);
 
     Window window(clip, around);
-    if (isMediaClipKind(clip.kind)) {
+    if (isMediaClip(element)) {
         const Asset& asset = recordingOf(clip);
         if (!window.duration) window.duration = parseSeconds(asset.duration);
         place({window.start, window.start + *window.duration,
-               clip.kind != "audio" && asset.hasVideo, clip.kind != "video" && asset.hasAudio},
+               !isElement(element, "audio") && asset.hasVideo,
+               !isElement(element, "video") && asset.hasAudio},
               window);
     }
-    if (clip.kind == "ref-clip")
+    if (isElement(element, "ref-clip"))
         walkCompound(element, mediaOf(clip), depth, window);
     else
         walkChildren(element, depth, window);
@@ -79,23 +80,22 @@ void AngleMediaWalker::walkElement(pugi::xml_node element, int depth, const Wind
     if (window.duration && !(*window.duration > 0)) refuse(" contains invalid clip duration.");
 }
 
-void AngleMediaWalker::walkChildren(pugi::xml_node parent, int depth, const Window& window) {
-    for (const pugi::xml_node child : parent.children()) {
-        const std::string_view kind = child.name();
-        if (isElement(child) && isWalkableKind(kind))
+void AngleMediaWalker::walkChildren(XmlNode parent, int depth, const Window& window) {
+    for (const XmlNode child : parent.children()) {
+        if (isWalkable(child))
             walkElement(child, depth + 1, &window);
         else
-            budget_.step(kind.size());
+            budget_.step(child.name().size());
     }
 }
 
 /// The clip's own children come before what its media holds, for both of which the media counts as
 /// entered.
-void AngleMediaWalker::walkCompound(pugi::xml_node clip, const Media& media, int depth,
+void AngleMediaWalker::walkCompound(XmlNode clip, const Media& media, int depth,
                                     const Window& window) {
     entered_.insert(&media);
     walkChildren(clip, depth, window);
-    for (const pugi::xml_node child : media.sequence.children()) {
+    for (const XmlNode child : media.sequence.children()) {
         if (isElement(child, "spine"))
             walkElement(child, depth + 1, &window);
         else
@@ -119,20 +119,18 @@ void AngleMediaWalker::place(Span span, const Window& window) {
     (*sink_)(span);
 }
 
-void AngleMediaWalker::checkSettings(pugi::xml_node element, const ClipAttributes& clip) const {
+void AngleMediaWalker::checkSettings(XmlNode element, const ClipAttributes& clip) const {
     if (firstElement(element, "timeMap"))
         refuse(fmt::format(", clip {}, contains an unsupported setting: timeMap. Speed changes are "
                            "not supported yet.",
-                           clip.name.value_or(clip.kind)));
+                           clip.label()));
     if (hasScaledConformRate(element) || clip.hasSplitAudio())
         refuse(" contains speed changes or split audio, which are not supported yet.");
 }
 
 const Asset& AngleMediaWalker::recordingOf(const ClipAttributes& clip) const {
     const Asset* const asset = resources_.asset(clip.ref);
-    if (!asset)
-        refuse(fmt::format(", clip {}, refers to a missing recording.",
-                           clip.name.value_or(clip.kind)));
+    if (!asset) refuse(fmt::format(", clip {}, refers to a missing recording.", clip.label()));
     if (!asset->hasLocation)
         throw FinalCutImportError::invalid(
             fmt::format("No media location in export: {}. Finish importing media in Final Cut and "

@@ -4,8 +4,6 @@
 #include "engine/import/Resources.h"
 #include "engine/import/XmlAccess.h"
 
-#include <pugixml.hpp>
-
 #include <functional>
 #include <string_view>
 #include <unordered_set>
@@ -39,17 +37,17 @@ class AngleMediaWalker {
     /// order: unknown elements, speed changes, split audio, missing recordings and compound clips,
     /// invalid durations and times, more than 40 levels, more than the budget of reading, which all
     /// elements walked share. What was taken before is then worthless.
-    void walk(pugi::xml_node element, std::string_view camera, const SpanSink& sink);
+    void walk(XmlNode element, std::string_view camera, const SpanSink& sink);
 
   private:
     struct Window;
 
-    void walkElement(pugi::xml_node element, int depth, const Window* around);
-    void walkChildren(pugi::xml_node parent, int depth, const Window& window);
-    void walkCompound(pugi::xml_node clip, const Media& media, int depth, const Window& window);
+    void walkElement(XmlNode element, int depth, const Window* around);
+    void walkChildren(XmlNode parent, int depth, const Window& window);
+    void walkCompound(XmlNode clip, const Media& media, int depth, const Window& window);
     void place(Span span, const Window& window);
 
-    void checkSettings(pugi::xml_node element, const ClipAttributes& attributes) const;
+    void checkSettings(XmlNode element, const ClipAttributes& attributes) const;
     const Asset& recordingOf(const ClipAttributes& clip) const;
     const Media& mediaOf(const ClipAttributes& compoundClip) const;
     [[noreturn]] void refuse(std::string_view rest) const;

@@ -5,6 +5,7 @@
 #include "engine/import/AngleImport.h"
 #include "engine/import/XmlAccess.h"
 #include "platform/Text.h"
+#include "platform/XmlIntake.h"
 
 #include <iterator>
 #include <set>
@@ -18,34 +19,17 @@ namespace {
     throw FinalCutImportError::invalid(sentence);
 }
 
-/// Passes bytes on and counts them.
-class CountingSource final : public ByteSource {
-  public:
-    explicit CountingSource(ByteSource& source) : source_(source) {}
-
-    std::size_t read(char* into, std::size_t count) override {
-        const std::size_t bytes = source_.read(into, count);
-        count_ += bytes;
-        return bytes;
-    }
-    std::size_t count() const { return count_; }
-
-  private:
-    ByteSource& source_;
-    std::size_t count_ = 0;
-};
-
-pugi::xml_node findProject(pugi::xml_node root) {
-    std::vector<pugi::xml_node> projects;
-    const auto addProjects = [&](pugi::xml_node parent) {
+XmlNode findProject(XmlNode root) {
+    std::vector<XmlNode> projects;
+    const auto addProjects = [&](XmlNode parent) {
         const Elements found(parent, "project");
         projects.insert(projects.end(), found.begin(), found.end());
     };
-    const auto addEvents = [&](pugi::xml_node parent) {
-        for (const pugi::xml_node event : Elements(parent, "event"))
+    const auto addEvents = [&](XmlNode parent) {
+        for (const XmlNode event : Elements(parent, "event"))
             addProjects(event);
     };
-    for (const pugi::xml_node library : Elements(root, "library"))
+    for (const XmlNode library : Elements(root, "library"))
         addEvents(library);
     addEvents(root);
     addProjects(root);
@@ -54,17 +38,17 @@ pugi::xml_node findProject(pugi::xml_node root) {
     return projects.front();
 }
 
-pugi::xml_node findMulticamClip(pugi::xml_node spine) {
+XmlNode findMulticamClip(XmlNode spine) {
     const Elements content(spine);
-    const pugi::xml_node clip = firstElement(spine, "mc-clip");
+    const XmlNode clip = firstElement(spine, "mc-clip");
     if (!clip || std::distance(content.begin(), content.end()) != 1)
         refuse("For this prototype, export a timeline containing one uncut multicam clip.");
     return clip;
 }
 
-std::string audioAngleNames(pugi::xml_node multicamClip, const std::vector<ImportedAngle>& angles) {
+std::string audioAngleNames(XmlNode multicamClip, const std::vector<ImportedAngle>& angles) {
     std::set<std::string_view> heard;
-    for (const pugi::xml_node source : Elements(multicamClip, "mc-source")) {
+    for (const XmlNode source : Elements(multicamClip, "mc-source")) {
         const std::string_view enabled = attributeOr(source, "srcEnable", "all");
         const auto id = attribute(source, "angleID");
         if (id && (enabled == "all" || enabled == "audio")) heard.insert(*id);
@@ -78,14 +62,14 @@ std::string audioAngleNames(pugi::xml_node multicamClip, const std::vector<Impor
 
 /// Finds the elements that the import and everything after it read.
 void locate(ProjectImport& intake) {
-    intake.root = intake.document->document_element();
+    intake.root = intake.document->documentElement();
     if (!isElement(intake.root, "fcpxml")) refuse("This file is not a Final Cut XML export.");
     intake.project = findProject(intake.root);
     intake.sequence = firstElement(intake.project, "sequence");
-    const pugi::xml_node spine = firstElement(intake.sequence, "spine");
+    const XmlNode spine = firstElement(intake.sequence, "spine");
     if (!spine) refuse("The project has no timeline to inspect.");
     intake.multicamClip = findMulticamClip(spine);
-    const pugi::xml_node resources = firstElement(intake.root, "resources");
+    const XmlNode resources = firstElement(intake.root, "resources");
     if (!resources) refuse("The export has no media resources.");
     intake.resources = Resources(resources);
     const Media* const media = intake.resources.media(attribute(intake.multicamClip, "ref"));
@@ -110,7 +94,7 @@ ImportedProject summarize(const ProjectImport& intake) {
         refuse("The project must have a positive duration and frame rate.");
 
     AngleImport angles(intake.resources);
-    for (const pugi::xml_node angle : Elements(intake.multicam, "mc-angle"))
+    for (const XmlNode angle : Elements(intake.multicam, "mc-angle"))
         summary.angles.push_back(angles.parseAngle(angle));
     requireUniqueAngles(summary.angles);
     summary.name = attributeOr(intake.project, "name", "Untitled project");
@@ -125,9 +109,7 @@ ImportedProject summarize(const ProjectImport& intake) {
 
 ProjectImport readProject(ByteSource& source) {
     ProjectImport intake;
-    CountingSource counted(source);
-    intake.document = parseXml(counted, holdsText);
-    intake.documentSize = counted.count();
+    intake.document = parseXml(source, fcpxmlVocabulary);
     locate(intake);
     intake.summary = summarize(intake);
     return intake;

@@ -2,11 +2,10 @@
 
 #include "engine/ImportedProject.h"
 #include "engine/import/Resources.h"
-#include "platform/XmlIntake.h"
+#include "platform/ByteSource.h"
+#include "platform/XmlDocument.h"
 
-#include <pugixml.hpp>
-
-#include <cstddef>
+#include <memory>
 #include <string_view>
 
 namespace shotweaver {
@@ -14,14 +13,13 @@ namespace shotweaver {
 /// A document that passed every check of the import: one project whose timeline holds one multicam
 /// clip and nothing else. The handles are nodes of `document`.
 struct ProjectImport {
-    XmlDocument document;
-    std::size_t documentSize = 0; // bytes read
-    pugi::xml_node root;
-    pugi::xml_node project;
-    pugi::xml_node sequence;
-    pugi::xml_node multicamClip; // the spine's one "mc-clip"
-    pugi::xml_node multicam;
-    pugi::xml_node projectFormat;
+    std::unique_ptr<const XmlDocument> document;
+    XmlNode root;
+    XmlNode project;
+    XmlNode sequence;
+    XmlNode multicamClip; // the spine's one "mc-clip"
+    XmlNode multicam;
+    XmlNode projectFormat;
     Resources resources;
     ImportedProject summary;
 };

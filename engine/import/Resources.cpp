@@ -8,24 +8,24 @@ namespace shotweaver {
 
 namespace {
 
-bool hasMediaLocation(pugi::xml_node asset) {
+bool hasMediaLocation(XmlNode asset) {
     const Elements representations(asset, "media-rep");
     return std::any_of(representations.begin(), representations.end(),
-                       [](pugi::xml_node each) { return !attributeOr(each, "src", "").empty(); }) ||
+                       [](XmlNode each) { return !attributeOr(each, "src", "").empty(); }) ||
            !attributeOr(asset, "src", "").empty();
 }
 
 } // namespace
 
-Asset::Asset(pugi::xml_node asset)
+Asset::Asset(XmlNode asset)
     : element(asset), hasVideo(attribute(asset, "hasVideo") == "1"),
       hasAudio(attribute(asset, "hasAudio") == "1"), hasLocation(hasMediaLocation(asset)),
       duration(attribute(asset, "duration")) {}
 
-Media::Media(pugi::xml_node media) : element(media), sequence(firstElement(media, "sequence")) {}
+Media::Media(XmlNode media) : element(media), sequence(firstElement(media, "sequence")) {}
 
 template <class Resource>
-void Resources::Index<Resource>::add(pugi::xml_node element) {
+void Resources::Index<Resource>::add(XmlNode element) {
     if (const auto id = attribute(element, "id"))
         byID_.try_emplace(*id, element);
     else if (!withoutID_)
@@ -39,12 +39,12 @@ const Resource* Resources::Index<Resource>::find(std::optional<std::string_view>
     return found == byID_.end() ? nullptr : &found->second;
 }
 
-Resources::Resources(pugi::xml_node element) {
-    for (const pugi::xml_node asset : Elements(element, "asset"))
+Resources::Resources(XmlNode element) {
+    for (const XmlNode asset : Elements(element, "asset"))
         assets_.add(asset);
-    for (const pugi::xml_node format : Elements(element, "format"))
+    for (const XmlNode format : Elements(element, "format"))
         formats_.add(format);
-    for (const pugi::xml_node media : Elements(element, "media"))
+    for (const XmlNode media : Elements(element, "media"))
         media_.add(media);
 }
 
@@ -52,9 +52,9 @@ const Asset* Resources::asset(std::optional<std::string_view> id) const {
     return assets_.find(id);
 }
 
-pugi::xml_node Resources::format(std::optional<std::string_view> id) const {
-    const pugi::xml_node* const found = formats_.find(id);
-    return found ? *found : pugi::xml_node();
+XmlNode Resources::format(std::optional<std::string_view> id) const {
+    const XmlNode* const found = formats_.find(id);
+    return found ? *found : XmlNode();
 }
 
 const Media* Resources::media(std::optional<std::string_view> id) const {

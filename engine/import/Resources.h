@@ -1,6 +1,6 @@
 #pragma once
 
-#include <pugixml.hpp>
+#include "platform/XmlDocument.h"
 
 #include <optional>
 #include <string_view>
@@ -10,9 +10,9 @@ namespace shotweaver {
 
 /// A recording, with what every clip that shows it asks for.
 struct Asset {
-    explicit Asset(pugi::xml_node asset);
+    explicit Asset(XmlNode asset);
 
-    pugi::xml_node element;
+    XmlNode element;
     bool hasVideo;    // "hasVideo" is exactly "1"
     bool hasAudio;    // "hasAudio" is exactly "1"
     bool hasLocation; // some "media-rep" child, or else the asset itself, has a non-empty "src"
@@ -21,10 +21,10 @@ struct Asset {
 
 /// What compound clips and multicam clips refer to.
 struct Media {
-    explicit Media(pugi::xml_node media);
+    explicit Media(XmlNode media);
 
-    pugi::xml_node element;
-    pugi::xml_node sequence; // the first one; null when there is none
+    XmlNode element;
+    XmlNode sequence; // the first one; null when there is none
 };
 
 /// A document's "resources", looked up by identifier. Of several elements with one identifier the
@@ -32,20 +32,20 @@ struct Media {
 class Resources {
   public:
     Resources() = default;
-    explicit Resources(pugi::xml_node element);
+    explicit Resources(XmlNode element);
 
     /// Null when nothing has that identifier.
     const Asset* asset(std::optional<std::string_view> id) const;
     const Media* media(std::optional<std::string_view> id) const;
     /// A null handle when nothing has that identifier.
-    pugi::xml_node format(std::optional<std::string_view> id) const;
+    XmlNode format(std::optional<std::string_view> id) const;
 
   private:
     /// The resources of one kind. The keys lie in the document's own memory.
     template <class Resource>
     class Index {
       public:
-        void add(pugi::xml_node element);
+        void add(XmlNode element);
         const Resource* find(std::optional<std::string_view> id) const;
 
       private:
@@ -54,7 +54,7 @@ class Resources {
     };
 
     Index<Asset> assets_;
-    Index<pugi::xml_node> formats_;
+    Index<XmlNode> formats_;
     Index<Media> media_;
 };
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <pugixml.hpp>
+#include "engine/import/Name.h"
+#include "platform/XmlDocument.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <iterator>
 #include <optional>
 #include <string_view>
@@ -15,15 +15,8 @@ namespace shotweaver {
 /// The few ways in which elements are read. Other kinds of node (text, comments, processing
 /// instructions) are never taken for elements, whatever they are called.
 
-inline bool isElement(pugi::xml_node node) {
-    return node.type() == pugi::node_element;
-}
-
-inline bool isElement(pugi::xml_node node, std::string_view name) {
-    const char* const own = node.name();
-    // Not measured first: a name may be long.
-    return isElement(node) && std::strncmp(own, name.data(), name.size()) == 0 &&
-           own[name.size()] == '\0';
+inline bool isElement(XmlNode node, Name name) {
+    return node.isElement(name);
 }
 
 /// The child elements of an element in document order, all or those of one name. The tree may not
@@ -33,17 +26,17 @@ class Elements {
     class Iterator {
       public:
         using iterator_category = std::forward_iterator_tag;
-        using value_type = pugi::xml_node;
+        using value_type = XmlNode;
         using difference_type = std::ptrdiff_t;
-        using pointer = const pugi::xml_node*;
-        using reference = pugi::xml_node;
+        using pointer = const XmlNode*;
+        using reference = XmlNode;
 
         Iterator() = default;
-        Iterator(pugi::xml_node node, std::string_view name) : node_(node), name_(name) { skip(); }
+        Iterator(XmlNode node, std::optional<XmlName> name) : node_(node), name_(name) { skip(); }
 
-        pugi::xml_node operator*() const { return node_; }
+        XmlNode operator*() const { return node_; }
         Iterator& operator++() {
-            node_ = node_.next_sibling();
+            node_ = node_.next();
             skip();
             return *this;
         }
@@ -56,16 +49,16 @@ class Elements {
 
       private:
         void skip() {
-            while (node_ && !(name_.empty() ? isElement(node_) : isElement(node_, name_)))
-                node_ = node_.next_sibling();
+            while (node_ && !(name_ ? node_.isElement(*name_) : node_.isElement()))
+                node_ = node_.next();
         }
 
-        pugi::xml_node node_;
-        std::string_view name_; // empty for any
+        XmlNode node_;
+        std::optional<XmlName> name_; // none for any
     };
 
-    explicit Elements(pugi::xml_node parent, std::string_view name = {})
-        : begin_(parent.first_child(), name) {}
+    explicit Elements(XmlNode parent) : begin_(parent.firstChild(), {}) {}
+    Elements(XmlNode parent, Name name) : begin_(parent.firstChild(), name) {}
 
     Iterator begin() const { return begin_; }
     Iterator end() const { return {}; }
@@ -76,47 +69,60 @@ class Elements {
 };
 
 /// The first child element of that name; a null handle when there is none.
-inline pugi::xml_node firstElement(pugi::xml_node parent, std::string_view name) {
-    pugi::xml_node child = parent.first_child();
-    while (child && !isElement(child, name))
-        child = child.next_sibling();
+inline XmlNode firstElement(XmlNode parent, Name name) {
+    XmlNode child = parent.firstChild();
+    while (child && !child.isElement(name))
+        child = child.next();
     return child;
 }
 
 /// Calls `visit` with every element below `element`, in document order. The visit may not change
 /// the tree.
 template <class Visit>
-void forEachDescendant(pugi::xml_node element, Visit visit) {
-    for (const pugi::xml_node child : Elements(element)) {
+void forEachDescendant(XmlNode element, Visit visit) {
+    for (const XmlNode child : Elements(element)) {
         visit(child);
         forEachDescendant(child, visit);
     }
 }
 
 template <std::size_t count>
-bool isOneOf(const std::array<std::string_view, count>& names, std::string_view name) {
+bool isOneOf(const std::array<Name, count>& names, XmlName name) {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+/// True for an element with one of these names.
+template <std::size_t count>
+bool isOneOf(const std::array<Name, count>& names, XmlNode node) {
+    return node.isElement() && isOneOf(names, node.nameNumber());
+}
+
 /// An attribute's text; absent when the element has no such attribute (an empty text is present).
-std::optional<std::string_view> attribute(pugi::xml_node element, const char* name);
+inline std::optional<std::string_view> attribute(XmlNode element, Name name) {
+    return element.attribute(name);
+}
 
 /// An attribute's text, or `fallback` when it is absent.
-std::string_view attributeOr(pugi::xml_node element, const char* name, std::string_view fallback);
+inline std::string_view attributeOr(XmlNode element, Name name, std::string_view fallback) {
+    return attribute(element, name).value_or(fallback);
+}
 
 /// A clip's kind and the attributes that matter to its timing and its media, read in one pass: an
 /// angle may hold tens of thousands of clips.
 struct ClipAttributes {
     using Text = std::optional<std::string_view>;
 
-    explicit ClipAttributes(pugi::xml_node clip);
+    explicit ClipAttributes(XmlNode clip);
 
     bool isDisabled() const { return enabled == "0"; }
     /// True when the clip's sound is cut apart from its picture.
     bool hasSplitAudio() const { return audioStart || audioDuration; }
 
-    std::string_view kind; // the element's name
-    std::size_t size;      // bytes read, as a measure of the time that it took
+    /// The clip's name, or what it is when it has none.
+    std::string_view label() const { return name.value_or(element.name()); }
+
+    XmlNode element;
+    std::size_t size; // bytes read, as a measure of the time that it took
 
     Text ref;
     Text offset;
@@ -131,13 +137,10 @@ struct ClipAttributes {
 
 /// True when a clip's timing is not its recording's own: a "conform-rate" child whose
 /// "scaleEnabled" is not exactly "0" (also when absent).
-bool hasScaledConformRate(pugi::xml_node clip);
+bool hasScaledConformRate(XmlNode clip);
 
-/// "text", "text-style", "note", "data", "bookmark", "string" and "reserved": the elements with
-/// character data, whose white space is content (the rule for `parseXml` and `XmlWriter`).
-bool holdsText(const char* elementName);
-
-/// "asset-clip", "audio" and "video": the elements that refer to an asset through their "ref".
-bool isMediaClipKind(std::string_view elementName);
+/// True for "asset-clip", "audio" and "video": the elements that refer to an asset through their
+/// "ref".
+bool isMediaClip(XmlNode element);
 
 } // namespace shotweaver

@@ -1,6 +1,7 @@
 #include "engine/CutEngine.h"
 #include "engine/import/XmlAccess.h"
 #include "platform/PlatformError.h"
+#include "platform/XmlIntake.h"
 #include "tests/support/ProjectBuilder.h"
 
 #include <fmt/format.h>
@@ -214,10 +215,10 @@ TEST(CutEngine, comparesFormats) {
         {"fieldOrder='upper first'", "", false},
         {"colorSpace='1-1-1(x)'", "colorSpace='1-1-1(y)'", false}};
     for (const auto& [a, b, isSame] : rows) {
-        const XmlDocument document =
-            parseXml("<x><a id='1' " + a + "/><b " + b + "/></x>", holdsText);
-        const pugi::xml_node root = document->document_element();
-        EXPECT_EQ(formatsMatch(root.first_child(), root.last_child()), isSame) << a << b;
+        const auto document =
+            parseXml("<x><a id='1' " + a + "/><b " + b + "/></x>", fcpxmlVocabulary);
+        const XmlNode root = document->documentElement();
+        EXPECT_EQ(formatsMatch(root.firstChild(), root.firstChild().next()), isSame) << a << b;
     }
 }
 
@@ -258,7 +259,7 @@ TEST(CutEngine, gathersPictureAndSound) {
     EXPECT_EQ(engine.coverage,
               (CoverageMap{{"A", {{0, 975}}}, {"B", {{0, 975}}}, {"C", {{75, 150}}}}));
     EXPECT_EQ(engine.audioCoverage.at("C"), (Coverage{{100, 150}}));
-    EXPECT_EQ(engine.audioSource, engine.original.last_child());
+    EXPECT_EQ(engine.audioSource, engine.original.firstChild().next());
     EXPECT_EQ(engine.audioID, "none");
     for (const std::string& content : {video, std::string("<mc-source/><mc-source/>")}) {
         project.clipContent = content;

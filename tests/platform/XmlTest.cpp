@@ -3,14 +3,17 @@
 
 #include "platform/PlatformError.h"
 #include "platform/Random.h"
+#include "tests/support/RawXml.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <array>
 
 namespace shotweaver {
 namespace {
+
+using test::rawText;
 
 /// Gives one byte a read, as a pipe may.
 struct SlowSource final : ByteSource {
@@ -19,22 +22,14 @@ struct SlowSource final : ByteSource {
     MemorySource bytes_;
 };
 
-bool holdsText(const char* elementName) {
-    return std::string_view(elementName) == "text";
-}
-
-/// What a tree holds, with nothing added.
-std::string held(const XmlDocument& document) {
-    std::ostringstream text;
-    document->save(text, "", pugi::format_raw | pugi::format_no_declaration);
-    return text.str();
-}
+constexpr std::array<std::string_view, 2> names{"text", "a"};
+constexpr XmlVocabulary vocabulary{names, 1};
 
 /// What the tree of a document holds; the sentence when it is refused.
 std::string kept(std::string_view xml) try {
     SlowSource slow(xml);
-    const std::string tree = held(parseXml(xml, holdsText));
-    EXPECT_EQ(held(parseXml(slow, holdsText)), tree);
+    const std::string tree = rawText(parseXml(xml, vocabulary)->root());
+    EXPECT_EQ(rawText(parseXml(slow, vocabulary)->root()), tree);
     return tree;
 } catch (const PlatformError& error) {
     return error.what();
@@ -134,10 +129,12 @@ TEST(XmlIntake, refusesDocumentsThatGrowOrNestTooDeep) {
 }
 
 std::string written(const XmlDocument& document) {
-    XmlWriter writer(holdsText);
-    for (const pugi::xml_node node : document->children())
+    StringSink sink;
+    XmlWriter writer(sink);
+    for (const XmlNode node : document.root().children())
         writer.node(node);
-    return writer.take();
+    writer.finish();
+    return sink.take();
 }
 
 TEST(XmlWriter, writesAnElementALineAndLeavesContentAlone) {
@@ -152,10 +149,10 @@ TEST(XmlWriter, writesAnElementALineAndLeavesContentAlone) {
          "<r a=\"&lt;&amp;&gt;&quot;'&#9;&#10;&#13;é\">&lt;&amp;]]&gt;\"'\t\n&#13;é😀</r>\n"},
     };
     for (const auto& [xml, text] : cases)
-        EXPECT_EQ(written(parseXml(xml, holdsText)),
+        EXPECT_EQ(written(*parseXml(xml, vocabulary)),
                   std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") + text);
     const std::string deep = repeated("<a>", 40) + "<b/>" + repeated("</a>", 40);
-    EXPECT_NE(written(parseXml(deep, holdsText)).find("\n" + std::string(32 * 4, ' ') + "<b/>\n"),
+    EXPECT_NE(written(*parseXml(deep, vocabulary)).find("\n" + std::string(32 * 4, ' ') + "<b/>\n"),
               std::string::npos); // no farther in than 32 levels
 }
 
@@ -178,9 +175,9 @@ std::string randomElement(RandomSource& random, int depth) {
 TEST(XmlWriter, whatIsWrittenReadsBackTheSame) {
     for (std::uint64_t seed = 1; seed <= 500; ++seed) {
         SeededRandom random(seed);
-        const XmlDocument document = parseXml(randomElement(random, 0), holdsText);
-        const XmlDocument again = parseXml(written(document), holdsText);
-        ASSERT_EQ(held(again), held(document)) << "seed " << seed;
+        const auto document = parseXml(randomElement(random, 0), vocabulary);
+        const auto again = parseXml(written(*document), vocabulary);
+        ASSERT_EQ(rawText(again->root()), rawText(document->root())) << "seed " << seed;
     }
 }
 

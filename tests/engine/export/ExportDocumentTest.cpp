@@ -4,6 +4,7 @@
 #include "engine/import/XmlAccess.h"
 #include "platform/XmlIntake.h"
 #include "tests/support/ProjectBuilder.h"
+#include "tests/support/RawXml.h"
 #include "tests/support/ScriptedRandom.h"
 
 #include <fmt/format.h>
@@ -20,6 +21,7 @@ namespace {
 using test::countingUUIDs;
 using test::failureOf;
 using test::ProjectBuilder;
+using test::rawText;
 using test::replaced;
 using Texts = std::vector<std::string>;
 
@@ -54,13 +56,14 @@ std::string failure(const ProjectBuilder& project, const std::string& edit,
 
 /// What each clip of an exported project holds.
 Texts clipContents(const std::string& xml) {
-    const XmlDocument document = parseXml(xml, holdsText);
+    const auto document = parseXml(xml, fcpxmlVocabulary);
+    const XmlNode project = firstElement(document->documentElement(), "project");
     Texts contents;
-    for (const pugi::xpath_node clip : document->select_nodes("/fcpxml/project/sequence/spine/*")) {
-        std::ostringstream text;
-        for (const pugi::xml_node child : clip.node().children())
-            child.print(text, "", pugi::format_raw);
-        contents.push_back(text.str());
+    for (const XmlNode clip : Elements(firstElement(firstElement(project, "sequence"), "spine"))) {
+        std::string text;
+        for (const XmlNode child : clip.children())
+            text += rawText(child);
+        contents.push_back(text);
     }
     return contents;
 }

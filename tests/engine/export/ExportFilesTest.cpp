@@ -17,7 +17,8 @@ using test::TestFolder;
 /// The path of the XML, or the sentence of the failure.
 std::string outcome(FileCalls& calls, const std::string& folder, const std::string& project = "P") {
     std::string xml;
-    const auto call = [&] { xml = writeExportFiles(calls, folder, "xml", "text", project).xml; };
+    const auto write = [](ByteSink& sink) { sink.write("xml"); };
+    const auto call = [&] { xml = writeExportFiles(calls, folder, write, "text", project).xml; };
     const std::string failure = test::failureOf(call);
     return failure.empty() ? xml : failure;
 }

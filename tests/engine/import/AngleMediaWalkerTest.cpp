@@ -28,19 +28,18 @@ const std::string resources =
 
 /// What an angle holds, as "start-end" with "v" for picture and "a" for sound, or the refusal.
 std::string read(const std::string& content, const std::string& more = "") try {
-    const XmlDocument document =
-        parseXml("<x><resources>" + resources + more + "</resources><mc-angle>" + content +
-                     "</mc-angle></x>",
-                 holdsText);
-    const pugi::xml_node root = document->document_element();
-    const Resources lookup(root.first_child());
+    const auto document = parseXml("<x><resources>" + resources + more + "</resources><mc-angle>" +
+                                       content + "</mc-angle></x>",
+                                   fcpxmlVocabulary);
+    const XmlNode root = document->documentElement();
+    const Resources lookup(root.firstChild());
     AngleMediaWalker walker(lookup);
     std::string text;
     const auto add = [&](const AngleMediaWalker::Span& span) {
         text += fmt::format(" {}-{}{}{}", span.start, span.end, span.video ? "v" : "",
                             span.audio ? "a" : "");
     };
-    for (const pugi::xml_node child : root.last_child().children())
+    for (const XmlNode child : root.firstChild().next().children())
         walker.walk(child, "Cam", add);
     return text.erase(0, 1);
 } catch (const std::exception& error) {

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/XmlDocument.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace shotweaver {
+
+/// The elements with character data, whose white space is content, then every other name of FCPXML
+/// that the engine asks for.
+inline constexpr auto fcpxmlNames = std::to_array<std::string_view>({
+    // clang-format off
+    "text", "text-style", "note", "data", "bookmark", "string", "reserved",
+    // Elements
+    "adjust-panner", "adjust-volume", "analysis-marker", "asset", "asset-clip", "audio",
+    "audio-role-source", "audition", "caption", "chapter-marker", "clip", "conform-rate", "event",
+    "fadeIn", "fadeOut", "fcpxml", "filter-audio", "gap", "hidden-clip-marker", "keyword",
+    "library", "live-drawing", "marker", "mc-angle", "mc-clip", "mc-source", "md", "media",
+    "media-rep", "metadata", "multicam", "project", "rating", "ref-clip", "resources", "sequence",
+    "spine", "sync-clip", "timeMap", "title", "tracking-shape", "video",
+    // Attributes
+    "angleID", "audioDuration", "audioStart", "colorSpace", "duration", "enabled", "fieldOrder",
+    "format", "frameDuration", "hasAudio", "hasVideo", "height", "id", "key", "modDate", "name",
+    "offset", "paspH", "paspV", "projection", "ref", "scaleEnabled", "src", "srcEnable", "start",
+    "stereoscopic", "tcFormat", "tcStart", "tracking", "uid", "value", "version", "width",
+    // clang-format on
+});
+
+/// What documents are parsed with.
+inline constexpr XmlVocabulary fcpxmlVocabulary{fcpxmlNames, 7};
+
+/// One of these names as its number: `isElement(node, "spine")` compares numbers. A name that the
+/// list lacks does not compile.
+class Name {
+  public:
+    consteval Name(const char* text) : number_(place(text)) {}
+
+    constexpr operator XmlName() const { return number_; }
+    constexpr std::string_view text() const { return fcpxmlNames[number_]; }
+
+  private:
+    static consteval XmlName place(std::string_view text) {
+        XmlName number = 0;
+        while (fcpxmlNames.at(number) != text)
+            ++number;
+        return number;
+    }
+
+    XmlName number_;
+};
+
+} // namespace shotweaver
