@@ -6,6 +6,7 @@
 #include "persistence/RecordJson.h"
 #include "persistence/SavedEditSession.h"
 #include "platform/XmlIntake.h"
+#include "platform/XmlWriter.h"
 #include "tests/support/ProjectBuilder.h"
 
 #include <fmt/format.h>
@@ -15,7 +16,6 @@
 #include <fstream>
 #include <iterator>
 #include <set>
-#include <sstream>
 
 namespace shotweaver::fuzz {
 
@@ -47,18 +47,39 @@ class SeedFolder {
     int count_ = 0;
 };
 
+/// Leaves out what no rule looks at, and all but the beginning of what each angle holds.
+class Shrinking final : public XmlCopyRule {
+  public:
+    explicit Shrinking(XmlNode root) {
+        forEachDescendant(root, [&](XmlNode element) {
+            const bool isDetail =
+                element.name() == "adjust-colorConform" || isElement(element, "bookmark");
+            if (isDetail) left_.insert(element);
+            if (!isElement(element, "mc-angle")) return;
+            forEachDescendant(element, [&](XmlNode each) {
+                if (isElement(each, "keyword")) left_.insert(each);
+            });
+            std::size_t place = 0;
+            for (const XmlNode clip : Elements(element, "asset-clip"))
+                if (++place > 2) left_.insert(clip);
+        });
+    }
+
+    bool leavesOut(XmlNode element) const override { return left_.contains(element); }
+
+  private:
+    std::set<XmlNode> left_;
+};
+
 /// The example without what no rule looks at: a mutation has to meet what matters.
 std::string shrunkExample() {
-    const auto document =
-        parseXml(contentOf(SHOTWEAVER_SOURCE_DIR "/examples/Sunday Service.fcpxml"), holdsText);
-    for (const char* path : {"//adjust-colorConform", "//bookmark", "//mc-angle//keyword",
-                             "//mc-angle/asset-clip[position() > 2]"}) {
-        for (const pugi::xpath_node& found : document->select_nodes(path))
-            found.parent().remove_child(found.node());
-    }
-    std::ostringstream text;
-    document->save(text, "", pugi::format_raw);
-    return text.str();
+    const auto document = parseXml(
+        contentOf(SHOTWEAVER_SOURCE_DIR "/examples/Sunday Service.fcpxml"), fcpxmlVocabulary);
+    StringSink sink;
+    XmlWriter writer(sink);
+    writer.node(document->documentElement(), Shrinking(document->documentElement()));
+    writer.finish();
+    return sink.take();
 }
 
 ProjectBuilder dropFrameProject() {

@@ -12,7 +12,7 @@ folders=(platform engine persistence planning editor help host cli widgets edito
     host/views)
 
 # What a build needs, and what else the checks, the benchmarks and the fuzzers need.
-build_packages=(g++ cmake ninja-build libexpat1-dev libpugixml-dev libicu-dev libfmt-dev
+build_packages=(g++ cmake ninja-build libexpat1-dev libicu-dev libfmt-dev
     nlohmann-json3-dev libcli11-dev libfast-float-dev libglib2.0-dev pkgconf libgtest-dev
     libbenchmark-dev qt6-base-dev fonts-open-sans)
 check_packages=(clang-format clang-tidy)
