@@ -9,6 +9,7 @@
 #include "planning/EditPlan.h"
 #include "planning/EditTexts.h"
 #include "planning/ProjectDefaults.h"
+#include "platform/Base64.h"
 #include "platform/Files.h"
 
 #include <fmt/format.h>
@@ -91,10 +92,11 @@ void writeSession(const std::string& xml, const fs::path& folder) {
     for (int i = 0; i < revisions; ++i)
         history.append({UUID::random(random), 700'000'000.5 + i, settings,
                         generateCutList(settings, project, random, secureUUIDs())});
-    SessionEncoder encoder(xml);
     const std::string path = (folder / "data" / "session-v1.json").string();
     fs::create_directories(folder / "data");
-    replaceFile(systemFileCalls(), path, encoder.encode(settings, history));
+    replaceFile(systemFileCalls(), path, [&](ByteSink& sink) {
+        SessionEncoder().write(sink, base64(xml), settings, history);
+    });
     fmt::print("A session of {} edits of {} cuts, {:.0f} MB with its document of {:.0f} MB\n\n",
                revisions, history.items.front().cuts.size(),
                static_cast<double>(fs::file_size(path)) / 1e6,

@@ -7,6 +7,7 @@
 #include "persistence/SavedEditSession.h"
 #include "planning/EditPlan.h"
 #include "planning/ProjectDefaults.h"
+#include "platform/Base64.h"
 #include "platform/Files.h"
 #include "widgets/Style.h"
 
@@ -119,8 +120,9 @@ void writeSession(const std::string& folder) {
                         generateCutList(settings, project, random, secureUUIDs())});
     std::filesystem::create_directories(folder + "/data");
     const std::string path = folder + "/data/session-v1.json";
-    SessionEncoder encoder(xml);
-    replaceFile(systemFileCalls(), path, encoder.encode(settings, history));
+    replaceFile(systemFileCalls(), path, [&](ByteSink& sink) {
+        SessionEncoder().write(sink, base64(xml), settings, history);
+    });
     fmt::print("A session of {} edits, {:.1f} MB\n\n", revisions,
                static_cast<double>(std::filesystem::file_size(path)) / 1e6);
 }

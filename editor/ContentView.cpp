@@ -58,8 +58,9 @@ void ContentView::writeSession() {
     saveIsWanted_ = false;
     if (!fields_.sourceXML) return;
     try {
-        if (!encoder_) encoder_.emplace(*fields_.sourceXML);
-        sessionFile_.write(encoder_->encode(fields_.settings, fields_.history));
+        sessionFile_.write([&](ByteSink& sink) {
+            encoder_.write(sink, *fields_.sourceXML, fields_.settings, fields_.history);
+        });
         fields_.sessionSaveError.reset();
     } catch (const std::exception& failure) {
         fields_.sessionSaveError = "Session could not be saved: " + textOf(failure);

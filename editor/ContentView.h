@@ -190,7 +190,7 @@ class ContentView {
     bool saveIsWanted_ = false;
     bool saveIsScheduled_ = false;
     EditSettings judgedSettings_; // at the end of the last change
-    std::optional<SessionEncoder> encoder_;
+    SessionEncoder encoder_;
     std::optional<std::string> importWarning_;
     std::optional<std::string> presetFailure_; // why the stored presets could not be read
     // Worked out at most once a change.

@@ -15,7 +15,7 @@ namespace shotweaver {
 struct EditorFields {
     EditSettings settings;                  // as the controls show them
     std::shared_ptr<const Project> project; // null before the first one
-    std::optional<std::string> sourceXML;   // the project's document, byte for byte
+    std::optional<std::string> sourceXML;   // the project's document in base64, as it is saved
     EditHistory history;
     bool showsCurrentEdit = false; // whether the current revision's cuts are on show
 

@@ -3,6 +3,7 @@
 #include "engine/export/ExportObstacles.h"
 #include "planning/ProjectDefaults.h"
 #include "planning/ProjectFile.h"
+#include "platform/Base64.h"
 #include "platform/FileURL.h"
 
 #include <fmt/format.h>
@@ -40,7 +41,7 @@ void ContentView::restoreSession() {
         std::shared_ptr<const Project> project = loadProject(session.sourceXML);
         validateSession(session, project->engine);
         change([&](EditorFields& fields) {
-            fields.sourceXML = std::move(session.sourceXML);
+            fields.sourceXML = base64(session.sourceXML);
             fields.project = std::move(project);
             fields.history = std::move(session.history);
             fields.settings = std::move(session.settings);
@@ -66,7 +67,7 @@ void ContentView::importProject(std::string data) {
         std::shared_ptr<const Project> project = loadProject(data);
         EditSettings settings = importedSettings(*project, fields_.settings);
         change([&](EditorFields& fields) {
-            fields.sourceXML = std::move(data);
+            fields.sourceXML = base64(data);
             fields.history = {};
             fields.chosenPreset.clear();
             fields.presetNotice.clear();
@@ -82,7 +83,7 @@ void ContentView::importProject(std::string data) {
 
 /// Forgets what was worked out of the former project.
 void ContentView::projectDidChange() {
-    encoder_.reset();
+    encoder_ = {};
     forgetCoverage();
     cutTexts_.reset();
     importWarning_.reset();

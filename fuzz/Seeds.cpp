@@ -5,6 +5,7 @@
 #include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"
 #include "persistence/SavedEditSession.h"
+#include "platform/Base64.h"
 #include "platform/XmlIntake.h"
 #include "platform/XmlWriter.h"
 #include "tests/support/ProjectBuilder.h"
@@ -182,10 +183,9 @@ void addStoredSeeds(SeedFolder seeds) {
     const EditRevision revision = exampleRevision(engine);
     EditHistory history;
     history.append(revision);
-    SessionEncoder encoder(document);
-    std::string session;
-    for (const std::string_view piece : encoder.encode(revision.settings, history))
-        session += piece;
+    StringSink sink;
+    SessionEncoder().write(sink, base64(document), revision.settings, history);
+    const std::string session = sink.take();
     seeds.add(session);
     seeds.add(test::replaced(session, R"({"version":1)", R"({ "version" : 1)"));
     seeds.add(encodePresets(examplePresets()));

@@ -10,6 +10,7 @@
 #include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"
 #include "persistence/SavedEditSession.h"
+#include "platform/Base64.h"
 
 namespace shotweaver::fuzz {
 
@@ -24,11 +25,9 @@ auto readIf(Read read, std::string_view text) -> std::optional<decltype(read(tex
 }
 
 std::string encoded(const SavedEditSession& session) {
-    SessionEncoder encoder(session.sourceXML);
-    std::string text;
-    for (const std::string_view piece : encoder.encode(session.settings, session.history))
-        text += piece;
-    return text;
+    StringSink sink;
+    SessionEncoder().write(sink, base64(session.sourceXML), session.settings, session.history);
+    return sink.take();
 }
 
 /// A session that is accepted as a whole is one that the panel opens: each of its edits exports, or

@@ -2,6 +2,9 @@
 
 #include "platform/RecordCoding.h"
 
+#include <array>
+#include <utility>
+
 namespace shotweaver {
 
 template <RecordOf<SectionDraft> Record, class Visit>
@@ -101,6 +104,14 @@ EditRevision readRevision(const JsonReader& json) {
 
 EditHistory readHistory(const JsonReader& json) {
     return read<EditHistory>(json);
+}
+
+std::optional<Json> parseSession(std::string_view json, std::vector<std::vector<Cut>>& cutLists) {
+    static constexpr std::array<std::string_view, 4> path{"history", "items", "[]", "cuts"};
+    RecordRows<Cut> rows;
+    auto document = parseJson(json, path, rows);
+    cutLists = std::move(rows.arrays);
+    return document;
 }
 
 } // namespace shotweaver

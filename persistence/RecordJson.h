@@ -5,7 +5,10 @@
 #include "persistence/EditHistory.h"
 #include "platform/JsonReader.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace shotweaver {
 
@@ -23,5 +26,10 @@ std::string revisionText(const EditRevision& revision);
 EditRevision readRevision(const JsonReader& json);
 
 EditHistory readHistory(const JsonReader& json);
+
+/// Parses a session into a document in which every edit's "cuts" are empty; they come into
+/// `cutLists`, one for each edit that has some. Throws as `parseJson` does; nothing when a cut is
+/// not as it should be, for `parseJson` and `readHistory` to say where.
+std::optional<Json> parseSession(std::string_view json, std::vector<std::vector<Cut>>& cutLists);
 
 } // namespace shotweaver

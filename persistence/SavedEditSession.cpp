@@ -43,8 +43,7 @@ void checkRevisionCuts(const std::vector<Cut>& cuts, const CutEngine& engine) {
     if (fault == CutFault::incomplete) refuse("The saved edit history has an incomplete timeline.");
 }
 
-SavedEditSession readAny(std::string_view json) {
-    const Json document = parseJson(json);
+SavedEditSession readDocument(const Json& document) {
     const JsonReader reader(document);
     SavedEditSession session;
     session.version = reader.at("version").integer();
@@ -60,36 +59,32 @@ SavedEditSession readAny(std::string_view json) {
 /// What a session starts with as it is written here, before the document.
 constexpr std::string_view head = R"({"version":1,"sourceXML":")";
 
-/// The place of the document's end in a session as it is written here.
-std::size_t documentEnd(std::string_view json) {
-    return std::min(json.find('"', head.size()), json.size());
-}
-
-/// Decodes the document without reading the rest. Nothing when the text is of another form.
-std::optional<std::string> readDocument(std::string_view json) {
+/// Reads a session in the form in which it is written here: what is long in it goes past the parser
+/// or does not stay in its document. Nothing for any other text.
+std::optional<SavedEditSession> readOwnForm(std::string_view json) {
     if (!json.starts_with(head)) return std::nullopt;
-    return fromBase64(json.substr(head.size(), documentEnd(json) - head.size()));
-}
-
-/// Decodes all but the document, which costs less than reading it as JSON does.
-SavedEditSession readAllButDocument(std::string_view json) {
-    try {
-        std::string rest(head);
-        return readAny(rest += json.substr(documentEnd(json)));
-    } catch (const PlatformError&) {
-        // Columns counted without the document would be wrong: the whole text says where it is.
-        return readAny(json);
-    }
+    const std::size_t end = std::min(json.find('"', head.size()), json.size());
+    auto sourceXML = fromBase64(json.substr(head.size(), end - head.size()));
+    std::vector<std::vector<Cut>> cutLists;
+    const auto document = parseSession(std::string(head).append(json.substr(end)), cutLists);
+    if (!sourceXML || !document) return std::nullopt;
+    SavedEditSession session = readDocument(*document);
+    if (cutLists.size() != session.history.items.size()) return std::nullopt;
+    session.sourceXML = *std::move(sourceXML);
+    for (std::size_t item = 0; item < cutLists.size(); ++item)
+        session.history.items[item].cuts = std::move(cutLists[item]);
+    return session;
 }
 
 } // namespace
 
 SavedEditSession readSession(std::string_view json) {
-    auto document = readDocument(json);
-    if (!document) return readAny(json);
-    SavedEditSession session = readAllButDocument(json);
-    session.sourceXML = *std::move(document);
-    return session;
+    try {
+        if (auto session = readOwnForm(json)) return *std::move(session);
+    } catch (const PlatformError&) {
+        // Places counted without the document would be wrong: the whole text says where it is.
+    }
+    return readDocument(parseJson(json));
 }
 
 void validateSession(const SavedEditSession& session, const CutEngine& engine) {
@@ -104,19 +99,17 @@ void validateSession(const SavedEditSession& session, const CutEngine& engine) {
     }
 }
 
-SessionEncoder::SessionEncoder(std::string_view sourceXML) : document_(base64(sourceXML)) {}
-
-std::vector<std::string_view> SessionEncoder::encode(const EditSettings& settings,
-                                                     const EditHistory& history) {
-    settings_ = fmt::format(R"(","settings":{},"history":{{"items":[)", settingsText(settings));
+void SessionEncoder::write(ByteSink& sink, std::string_view document, const EditSettings& settings,
+                           const EditHistory& history) {
+    const std::string settingsJson = settingsText(settings);
     encodeRevisions(history.items);
-    index_ = fmt::format(R"(],"index":{}}}}})", history.index);
 
-    std::vector<std::string_view> pieces{head, document_, settings_};
+    sink.write(head);
+    sink.write(document);
+    sink.write(fmt::format(R"(","settings":{},"history":{{"items":[)", settingsJson));
     for (const EncodedRevision& revision : revisions_)
-        pieces.push_back(revision.json);
-    pieces.push_back(index_);
-    return pieces;
+        sink.write(revision.json);
+    sink.write(fmt::format(R"(],"index":{}}}}})", history.index));
 }
 
 void SessionEncoder::encodeRevisions(const std::vector<EditRevision>& items) {

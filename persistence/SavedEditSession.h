@@ -3,6 +3,7 @@
 #include "engine/CutEngine.h"
 #include "engine/EditSettings.h"
 #include "persistence/EditHistory.h"
+#include "platform/ByteSink.h"
 
 #include <cstdint>
 #include <string>
@@ -30,16 +31,17 @@ SavedEditSession readSession(std::string_view json);
 /// revision's the ranges and the cameras; for each revision the audio angle and the cuts.
 void validateSession(const SavedEditSession& session, const CutEngine& engine);
 
-/// Encodes sessions of one project, saved again and again. What never changes is encoded once: the
-/// document at construction, each revision when it is first saved.
+/// Writes sessions of one project, saved again and again: each revision is encoded when it is first
+/// saved.
 class SessionEncoder {
   public:
-    explicit SessionEncoder(std::string_view sourceXML);
-
-    /// The file's text in pieces, valid until the next call. Between calls `history` may
-    /// only grow by `append` and move its index: revisions never change. Throws `PlatformError` for
-    /// a number that is not finite.
-    std::vector<std::string_view> encode(const EditSettings& settings, const EditHistory& history);
+    /// Writes the file's text. `document` is the imported XML in base64, which is what an editor
+    /// keeps of it: encoding it for every save would double the time of one. Between calls
+    /// `history` may only grow by `append` and move its index: revisions never change. Throws what
+    /// the sink throws, and `PlatformError` for a number that is not finite, before anything is
+    /// written.
+    void write(ByteSink& sink, std::string_view document, const EditSettings& settings,
+               const EditHistory& history);
 
   private:
     struct EncodedRevision {
@@ -49,10 +51,7 @@ class SessionEncoder {
 
     void encodeRevisions(const std::vector<EditRevision>& items);
 
-    std::string document_; // in base64
-    std::string settings_; // with what stands around them
     std::vector<EncodedRevision> revisions_;
-    std::string index_; // with what stands around it
 };
 
 } // namespace shotweaver

@@ -10,8 +10,8 @@ std::optional<std::string> SessionFile::read() const {
     return readFile(calls_, path);
 }
 
-void SessionFile::write(const std::vector<std::string_view>& pieces) const {
-    replaceFile(calls_, sessionFileURL(), pieces);
+void SessionFile::write(const std::function<void(ByteSink&)>& session) const {
+    replaceFile(calls_, sessionFileURL(), session);
 }
 
 std::string SessionFile::sessionFileURL() const {

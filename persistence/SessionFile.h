@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/ByteSink.h"
 #include "platform/FileCalls.h"
 
+#include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace shotweaver {
 
@@ -18,8 +18,8 @@ class SessionFile {
     /// The file's bytes; nothing when there is no file. A file that cannot be read is an error.
     std::optional<std::string> read() const;
 
-    /// Replaces the whole file: afterwards it holds all pieces or still what it held.
-    void write(const std::vector<std::string_view>& pieces) const;
+    /// Replaces the whole file: afterwards it holds what `session` gave it or still what it held.
+    void write(const std::function<void(ByteSink&)>& session) const;
 
   private:
     /// Creates the folder as well.

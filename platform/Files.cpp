@@ -212,18 +212,21 @@ void writeNewFile(FileCalls& calls, const std::string& path, std::string_view by
 }
 
 void replaceFile(FileCalls& calls, const std::string& path,
-                 const std::vector<std::string_view>& pieces) {
+                 const std::function<void(ByteSink&)>& write) {
     const std::string temporaryPath = temporaryPathBeside(path);
     OpenFile file(calls, uninterrupted([&] { return calls.createNew(temporaryPath); }));
     if (file.descriptor() < 0) fail("written", path, errno);
     TemporaryFile temporary(calls, temporaryPath);
     FileSink sink(calls, file, path);
-    for (const std::string_view piece : pieces)
-        sink.write(piece);
+    write(sink);
     int reason = store(calls, file);
     if (reason == 0) reason = placeOver(calls, temporary, path);
     if (reason != 0) fail("written", path, reason);
     syncFolder(calls, parentFolder(path));
+}
+
+void replaceFile(FileCalls& calls, const std::string& path, std::string_view bytes) {
+    replaceFile(calls, path, [bytes](ByteSink& sink) { sink.write(bytes); });
 }
 
 void createFolders(FileCalls& calls, const std::string& path) {

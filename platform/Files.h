@@ -47,12 +47,13 @@ void writeNewFile(FileCalls& calls, const std::string& path,
                   const std::function<void(ByteSink&)>& write);
 void writeNewFile(FileCalls& calls, const std::string& path, std::string_view bytes);
 
-/// Replaces a file, or creates it: afterwards it holds the pieces one after the other, stored on
-/// the device, or, when this throws, still what it held. The file is a new one with the permissions
+/// Replaces a file, or creates it: afterwards it holds what `write` gave it, stored on the device,
+/// or, when this or `write` throws, still what it held. The file is a new one with the permissions
 /// of new files; a symbolic link of that name is replaced, not followed (one to the folder is
 /// kept).
 void replaceFile(FileCalls& calls, const std::string& path,
-                 const std::vector<std::string_view>& pieces);
+                 const std::function<void(ByteSink&)>& write);
+void replaceFile(FileCalls& calls, const std::string& path, std::string_view bytes);
 
 /// Creates a folder and the missing ones that lead to it. Succeeds when it already exists, also
 /// through a link or because another process has just made it.

@@ -33,32 +33,61 @@ std::string parserText(const Json::exception& error) {
 class StrictBuilder final : public nlohmann::json_sax<Json> {
   public:
     explicit StrictBuilder(std::string_view text) : text_(text) {}
+    StrictBuilder(std::string_view text, std::span<const std::string_view> path, JsonRows& rows)
+        : text_(text), path_(path), rows_(&rows) {}
 
     Json take() { return std::move(root_); }
 
-    bool start_object(std::size_t) override { return open(Json::object()); }
-    bool end_object() override { return close(); }
-    bool start_array(std::size_t) override { return open(Json::array()); }
-    bool end_array() override { return close(); }
+    bool start_object(std::size_t) override {
+        if (!inRows_) return open(Json::object());
+        if (inRow_) return false;
+        inRow_ = true;
+        rows_->beginRow();
+        return true;
+    }
+    bool end_object() override {
+        if (!inRows_) return close();
+        inRow_ = false;
+        return rows_->endRow();
+    }
+    bool start_array(std::size_t) override {
+        if (inRows_) return false;
+        inRows_ = rows_ && isAtRows();
+        if (inRows_) rows_->beginArray();
+        return open(Json::array());
+    }
+    bool end_array() override {
+        inRows_ = false;
+        return close();
+    }
 
     bool key(std::string& key) override {
+        if (inRows_) return rows_->key(key);
         auto& object = open_.back()->get_ref<Json::object_t&>();
         const auto [member, isNew] = object.try_emplace(std::move(key));
         if (!isNew)
             throw PlatformError(fmt::format("The JSON has the key \"{}\" twice in one object.",
                                             firstCharacters(member->first, shownCharacters)));
-        member_ = &member->second;
+        member_ = &*member;
         return true;
     }
 
-    bool null() override { return add(nullptr); }
-    bool boolean(bool value) override { return add(value); }
-    bool number_integer(Json::number_integer_t value) override { return add(value); }
-    bool number_unsigned(Json::number_unsigned_t value) override { return add(value); }
-    bool number_float(Json::number_float_t value, const std::string&) override {
-        return add(value);
+    bool null() override { return !inRows_ && add(nullptr); }
+    bool boolean(bool value) override { return !inRows_ && add(value); }
+    bool number_integer(Json::number_integer_t value) override {
+        return inRows_ ? inRow_ && rows_->integer(value) : add(value);
     }
-    bool string(std::string& value) override { return add(std::move(value)); }
+    bool number_unsigned(Json::number_unsigned_t value) override {
+        if (!inRows_) return add(value);
+        return inRow_ && std::in_range<std::int64_t>(value) &&
+               rows_->integer(static_cast<std::int64_t>(value));
+    }
+    bool number_float(Json::number_float_t value, const std::string&) override {
+        return !inRows_ && add(value);
+    }
+    bool string(std::string& value) override {
+        return inRows_ ? inRow_ && rows_->string(value) : add(std::move(value));
+    }
     bool binary(Json::binary_t&) override { return false; } // not in a text
 
     bool parse_error(std::size_t position, const std::string&,
@@ -76,7 +105,7 @@ class StrictBuilder final : public nlohmann::json_sax<Json> {
     /// Puts a value in the place that the events before have led to.
     Json& put(Json value) {
         if (open_.empty()) return root_ = std::move(value);
-        if (open_.back()->is_object()) return *member_ = std::move(value);
+        if (open_.back()->is_object()) return member_->second = std::move(value);
         return open_.back()->get_ref<Json::array_t&>().emplace_back(std::move(value));
     }
 
@@ -98,23 +127,61 @@ class StrictBuilder final : public nlohmann::json_sax<Json> {
         return true;
     }
 
+    /// True when the value that comes next lies at the path of the rows.
+    bool isAtRows() const {
+        if (open_.size() != path_.size() || !open_.back()->is_object() ||
+            member_->first != path_.back())
+            return false;
+        const Json* value = &root_;
+        for (std::size_t level = 0; level + 1 < path_.size(); ++level) {
+            if (value->is_array()) {
+                if (path_[level] != "[]") return false;
+                value = &value->back();
+            } else {
+                const auto found = value->find(path_[level]);
+                if (found == value->end()) return false;
+                value = &*found;
+            }
+            if (value != open_[level + 1]) return false;
+        }
+        return true;
+    }
+
     std::ptrdiff_t offset(std::size_t position) const {
         return static_cast<std::ptrdiff_t>(std::min(position, text_.size()));
     }
 
     std::string_view text_;
+    std::span<const std::string_view> path_;
+    JsonRows* rows_ = nullptr;
+    bool inRows_ = false; // in one of their arrays
+    bool inRow_ = false;
     Json root_;
     std::vector<Json*> open_; // outermost first; each stays in place until it is closed
-    Json* member_ = nullptr;  // of the innermost object, for the key that came last
+    Json::object_t::value_type* member_ =
+        nullptr; // of the innermost object: the key that came last
 };
+
+bool parse(std::string_view text, StrictBuilder& builder) {
+    bool isWhole = false;
+    // The library reads numbers with the locale's decimal mark, and ends the program over one of
+    // several bytes.
+    withPlainNumbers([&] { isWhole = Json::sax_parse(text, &builder); });
+    return isWhole;
+}
 
 } // namespace
 
 Json parseJson(std::string_view text) {
     StrictBuilder builder(text);
-    // The library reads numbers with the locale's decimal mark, and ends the program over one of
-    // several bytes.
-    withPlainNumbers([&] { Json::sax_parse(text, &builder); });
+    parse(text, builder);
+    return builder.take();
+}
+
+std::optional<Json> parseJson(std::string_view text, std::span<const std::string_view> path,
+                              JsonRows& rows) {
+    StrictBuilder builder(text, path, rows);
+    if (!parse(text, builder)) return std::nullopt;
     return builder.take();
 }
 

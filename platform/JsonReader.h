@@ -7,8 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace shotweaver {
 
@@ -18,6 +20,27 @@ using Json = nlohmann::json;
 /// Parses JSON strictly: one value, well-formed UTF-8, finite numbers, no key twice in an object,
 /// no more than 64 levels. Throws `PlatformError` with a sentence that says where.
 Json parseJson(std::string_view text);
+
+/// Takes the elements of long arrays while a document is parsed: objects of strings and whole
+/// numbers. False stands for what it does not take.
+class JsonRows {
+  public:
+    virtual ~JsonRows() = default;
+
+    virtual void beginArray() = 0;
+    virtual void beginRow() = 0;
+    virtual bool key(std::string_view key) = 0;
+    virtual bool string(const std::string& value) = 0;
+    virtual bool integer(std::int64_t value) = 0;
+    virtual bool endRow() = 0;
+};
+
+/// Parses as `parseJson` does, but hands the elements of some arrays to `rows`, so that they never
+/// stand in the document, where these arrays are empty. They are those with the keys of `path` one
+/// within the other, where "[]" stands for any element of an array: {"items", "[]", "cuts"}.
+/// Nothing when such an array holds what `rows` does not take.
+std::optional<Json> parseJson(std::string_view text, std::span<const std::string_view> path,
+                              JsonRows& rows);
 
 /// A value of a parsed document with its place in it, which every refusal names. Throws
 /// `PlatformError`.

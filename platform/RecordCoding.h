@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <variant>
 #include <vector>
 
 namespace shotweaver {
@@ -92,6 +93,56 @@ void decodeField(const JsonReader& record, std::string_view key, std::optional<V
     value.reset();
     if (const auto found = record.find(key)) decode(*found, value.emplace());
 }
+
+/// Reads the rows of long arrays into records of strings, whole numbers and UUIDs, as strictly as
+/// `decode`; keys that the record does not have are not taken.
+template <class Record>
+class RecordRows final : public JsonRows {
+  public:
+    std::vector<std::vector<Record>> arrays; // in the order of the document
+
+    void beginArray() override { arrays.emplace_back(); }
+    void beginRow() override {
+        arrays.back().emplace_back();
+        seen_ = 0;
+    }
+    bool key(std::string_view key) override {
+        place_ = {};
+        std::uint64_t bit = 1;
+        visitFields(arrays.back().back(), [&](std::string_view name, auto& field) {
+            if (name == key && (seen_ & bit) == 0) {
+                place_ = &field;
+                seen_ |= bit;
+            }
+            bit <<= 1U;
+        });
+        return place_.index() != 0;
+    }
+    bool string(const std::string& value) override {
+        if (auto* const* const text = std::get_if<std::string*>(&place_)) {
+            **text = value;
+            return true;
+        }
+        auto* const* const id = std::get_if<UUID*>(&place_);
+        const auto parsed = id ? UUID::parse(value) : std::nullopt;
+        if (parsed) **id = *parsed;
+        return parsed.has_value();
+    }
+    bool integer(std::int64_t value) override {
+        auto* const* const number = std::get_if<std::int64_t*>(&place_);
+        if (number) **number = value;
+        return number != nullptr;
+    }
+    bool endRow() override {
+        std::uint64_t all = 1;
+        visitFields(arrays.back().back(), [&](std::string_view, auto&) { all <<= 1U; });
+        return seen_ == all - 1;
+    }
+
+  private:
+    std::variant<std::monostate, std::string*, std::int64_t*, UUID*> place_;
+    std::uint64_t seen_ = 0; // a bit for each field
+};
 
 template <class Value>
 void encode(std::string& json, const std::vector<Value>& value) {

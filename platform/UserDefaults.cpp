@@ -28,7 +28,7 @@ std::string UserDefaults::data(std::string_view name) const {
 
 void UserDefaults::setData(std::string_view name, std::string_view bytes) {
     createFolders(calls_, folder_);
-    replaceFile(calls_, entryPath(folder_, name), {bytes});
+    replaceFile(calls_, entryPath(folder_, name), bytes);
 }
 
 } // namespace shotweaver

@@ -1,6 +1,8 @@
 #include "platform/Uuid.h"
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 
@@ -15,12 +17,18 @@ bool isHyphenPosition(std::size_t at) {
     return at == 8 || at == 13 || at == 18 || at == 23;
 }
 
-std::optional<unsigned> digitValue(char c) {
-    if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
-    if (c >= 'A' && c <= 'F') return static_cast<unsigned>(c - 'A') + 10;
-    if (c >= 'a' && c <= 'f') return static_cast<unsigned>(c - 'a') + 10;
-    return std::nullopt;
-}
+constexpr std::uint8_t noDigit = 0x80; // above the four bits of a digit
+
+/// The value of each byte as a digit, or `noDigit`. A session has millions of them.
+constexpr std::array<std::uint8_t, 256> digitValues = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(noDigit);
+    for (std::uint8_t value = 0; value < upperDigits.size(); ++value)
+        values[static_cast<unsigned char>(upperDigits[value])] = value;
+    for (std::uint8_t value = 10; value < upperDigits.size(); ++value)
+        values[static_cast<unsigned char>(upperDigits[value]) + 'a' - 'A'] = value;
+    return values;
+}();
 
 } // namespace
 
@@ -44,18 +52,16 @@ std::string UUID::text() const {
 std::optional<UUID> UUID::parse(std::string_view text) {
     if (text.size() != textLength) return std::nullopt;
     UUID uuid;
-    std::size_t digit = 0;
-    for (std::size_t at = 0; at < textLength; ++at) {
-        if (isHyphenPosition(at)) {
-            if (text[at] != '-') return std::nullopt;
-            continue;
-        }
-        const auto value = digitValue(text[at]);
-        if (!value) return std::nullopt;
-        auto& byte = uuid.bytes[digit / 2];
-        byte = static_cast<std::uint8_t>((static_cast<unsigned>(byte) << 4U) | *value);
-        ++digit;
+    unsigned seen = 0;
+    std::size_t at = 0;
+    for (std::uint8_t& byte : uuid.bytes) {
+        if (isHyphenPosition(at) && text[at++] != '-') return std::nullopt;
+        const unsigned high = digitValues[static_cast<unsigned char>(text[at++])];
+        const unsigned low = digitValues[static_cast<unsigned char>(text[at++])];
+        byte = static_cast<std::uint8_t>(high << 4U | low);
+        seen |= high | low;
     }
+    if ((seen & noDigit) != 0) return std::nullopt;
     return uuid;
 }
 

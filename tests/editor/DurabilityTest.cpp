@@ -1,3 +1,4 @@
+#include "platform/Base64.h"
 #include "platform/Files.h"
 #include "tests/support/EditorBench.h"
 
@@ -45,7 +46,8 @@ struct Loaded : EditorBench {
 
     SavedEditSession stored() const { return readSession(session().value()); }
     SavedEditSession held() {
-        return {1, fields().sourceXML.value_or(""), editor().fields().settings, fields().history};
+        return {1, fromBase64(fields().sourceXML.value_or("")).value(), editor().fields().settings,
+                fields().history};
     }
     /// What the next launch makes of the files, which it must take.
     SavedEditSession relaunched() {

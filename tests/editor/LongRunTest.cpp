@@ -1,3 +1,4 @@
+#include "platform/Base64.h"
 #include "tests/support/EditorBench.h"
 
 #include <fmt/format.h>
@@ -117,7 +118,8 @@ void expectSound(LongRun& run) {
     }
     if (!fields.sourceXML || fields.sessionSaveError) return;
     const SavedEditSession stored = readSession(run.bench.session().value());
-    EXPECT_EQ(stored, (SavedEditSession{1, *fields.sourceXML, fields.settings, fields.history}));
+    EXPECT_EQ(stored, (SavedEditSession{1, *fromBase64(*fields.sourceXML), fields.settings,
+                                        fields.history}));
 }
 
 TEST(LongRun, whatIsHeldIsWhatIsStoredAndComesBack) {

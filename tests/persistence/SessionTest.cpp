@@ -1,5 +1,6 @@
 #include "persistence/RecordJson.h"
 #include "persistence/SavedEditSession.h"
+#include "platform/Base64.h"
 #include "tests/persistence/Damage.h"
 #include "tests/support/ProjectBuilder.h"
 
@@ -43,14 +44,13 @@ SavedEditSession session() {
 }
 
 std::string text(SessionEncoder& encoder, const SavedEditSession& session) {
-    std::string text;
-    for (const std::string_view piece : encoder.encode(session.settings, session.history))
-        text += piece;
-    return text;
+    StringSink sink;
+    encoder.write(sink, base64(session.sourceXML), session.settings, session.history);
+    return sink.take();
 }
 
 std::string freshText(const SavedEditSession& session) {
-    SessionEncoder encoder(session.sourceXML);
+    SessionEncoder encoder;
     return text(encoder, session);
 }
 
@@ -69,7 +69,7 @@ TEST(EditHistory, aNewRevisionReplacesWhatCameAfterTheCurrentOne) {
 
 TEST(SavedEditSession, everySaveOfAnEncoderIsTheWholeSession) {
     SavedEditSession saved = session();
-    SessionEncoder encoder(saved.sourceXML);
+    SessionEncoder encoder;
     const auto expectWhole = [&](const char* step) {
         EXPECT_EQ(text(encoder, saved), freshText(saved)) << step;
         EXPECT_EQ(readSession(text(encoder, saved)), saved) << step;

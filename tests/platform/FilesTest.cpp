@@ -67,7 +67,10 @@ std::string outcomes(const std::string& old, int error, bool lacksRenameToNew,
         calls.shortWrites = shortWrites;
         const std::string failure = failureOf([&] {
             if (old.empty()) return writeNewFile(calls, path, "0123456789");
-            replaceFile(calls, path, {"0123", "", "456789"});
+            replaceFile(calls, path, [](ByteSink& sink) {
+                for (const char* piece : {"0123", "", "456789"})
+                    sink.write(piece);
+            });
         });
         if (calls.calls() < failing) return letters; // there are no more calls
         EXPECT_EQ(folder.names(), failure.empty() || !old.empty() ? Names{"a"} : Names{})
@@ -75,7 +78,7 @@ std::string outcomes(const std::string& old, int error, bool lacksRenameToNew,
         EXPECT_EQ(folder.read("a"), failure.empty() ? "0123456789" : old) << failing;
         const bool isCreation = failure.find("created: ") != std::string::npos;
         letters += failure.empty() ? '.' : isCreation ? 'c' : 'w';
-        replaceFile(calls, path, {"next"});
+        replaceFile(calls, path, "next");
         EXPECT_EQ(folder.read("a"), "next") << failing;
     }
 }
@@ -95,10 +98,10 @@ TEST(Files, aFileIsCompleteOrAsItWasWhateverCallFails) {
 TEST(Files, replacingMakesNewFilesAndReplacesLinks) {
     const TestFolder folder;
     std::filesystem::create_symlink(folder.write("elsewhere", "kept"), folder.path("link"));
-    for (const char* name : {"new", "link"})
-        replaceFile(systemFileCalls(), folder.path(name), {name, "!"});
+    for (const std::string name : {"new", "link"})
+        replaceFile(systemFileCalls(), folder.path(name), name + "!");
     EXPECT_EQ(folder.read("new") + folder.read("link") + folder.read("elsewhere"), "new!link!kept");
-    EXPECT_EQ(failureOf([&] { replaceFile(systemFileCalls(), folder.path(), {"x"}); }),
+    EXPECT_EQ(failureOf([&] { replaceFile(systemFileCalls(), folder.path(), "x"); }),
               fmt::format("“{}” could not be written: Is a directory.", folder.path()));
     EXPECT_EQ(folder.names(), (Names{"elsewhere", "link", "new"}));
 }
