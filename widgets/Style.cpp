@@ -1,6 +1,7 @@
 #include "widgets/Style.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QLabel>
@@ -9,6 +10,7 @@
 #include <QStyleFactory>
 
 #include <algorithm>
+#include <cassert>
 
 namespace shotweaver::style {
 
@@ -67,55 +69,11 @@ QString styleSheet() {
     const auto px = [](double points) {
         return QString::number(scaled(points)) + QStringLiteral("px");
     };
-    QString sheet = QStringLiteral(R"(
-        QGroupBox { background: @box; border: 1px solid @line; border-radius: @6;
-                    margin-top: @22; padding: @12; }
-        QGroupBox::title { subcontrol-origin: margin; subcontrol-position: top left;
-                           left: @2; top: @2; color: @text; }
-        QPushButton { background: @field; border: 1px solid @line; border-radius: @5;
-                      padding: @4 @12; }
-        QPushButton:hover:enabled { border-color: @secondary; }
-        QPushButton:pressed { background: @line; }
-        QPushButton:focus, QComboBox:focus, QLineEdit:focus { border-color: @accent; }
-        QPushButton:disabled, QComboBox:disabled { color: @disabled; }
-        QPushButton[prominent="true"]:enabled { background: @accent; color: @onAccent;
-                                                border-color: @accent; }
-        QPushButton[prominent="true"]:focus { border-color: @text; }
-        QComboBox { background: @field; border: 1px solid @line; border-radius: @5;
-                    padding: @4 @8; }
-        QComboBox::drop-down { border: none; width: @22; }
-        QComboBox QAbstractItemView { background: @field; border: 1px solid @line; }
-        QLineEdit { background: @field; border: 1px solid @line; border-radius: @5;
-                    padding: @4 @6; }
-        QToolButton { background: @field; border: 1px solid @line; border-radius: @4;
-                      min-width: @14; min-height: @14; padding: @2 @4; }
-        QToolButton:hover:enabled { border-color: @secondary; }
-        QToolButton:pressed { background: @line; }
-        QToolButton:disabled { color: @disabled; }
-        QToolButton:focus { border-color: @accent; }
-        QSlider::groove:horizontal { height: @4; border-radius: @2; background: @line; }
-        QSlider::sub-page:horizontal { border-radius: @2; background: @accent; }
-        QSlider::handle:horizontal { width: @14; margin: -@5 0; border-radius: @7;
-                                     background: @text; }
-        QSlider::handle:horizontal:focus { background: @accent; }
-        QSlider::sub-page:horizontal:disabled, QSlider::handle:horizontal:disabled {
-            background: @disabled; }
-        QAbstractItemView { background: @box; border: 1px solid @line;
-                            selection-background-color: @selection; }
-        QHeaderView::section { background: @field; border: none; border-right: 1px solid @line;
-                               padding: @4 @8; }
-        QToolTip { background: @field; color: @text; border: 1px solid @line; padding: @4; }
-        QScrollBar { background: transparent; border: none; }
-        QScrollBar:vertical { width: @10; }
-        QScrollBar:horizontal { height: @10; }
-        QScrollBar::handle { background: @line; border-radius: @4; margin: @1; }
-        QScrollBar::handle:vertical { min-height: @24; }
-        QScrollBar::handle:horizontal { min-width: @24; }
-        QScrollBar::handle:hover { background: @secondary; }
-        QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
-        QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
-        QScrollArea { border: none; }
-    )");
+    QFile file(QStringLiteral(":/panel.qss"));
+    const bool isOpen = file.open(QIODevice::ReadOnly);
+    assert(isOpen && "the style sheet is a part of the program");
+    Q_UNUSED(isOpen);
+    QString sheet = QString::fromUtf8(file.readAll());
     sheet.replace(QStringLiteral("@box"), css(box()));
     sheet.replace(QStringLiteral("@field"), css(field()));
     sheet.replace(QStringLiteral("@line"), css(line()));

@@ -1,6 +1,9 @@
 #include "widgets/WrappedText.h"
 
+#include "widgets/Style.h"
+
 #include <QFontMetricsF>
+#include <QLabel>
 #include <QPainter>
 
 #include <algorithm>
@@ -36,6 +39,11 @@ double WrappedText::lineHeight() const {
 
 int lineWidth(const QString& text, const QFont& font) {
     return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(shortened(text)))) + 1;
+}
+
+void showText(QLabel& label, const std::string& text) {
+    const QString shown = shortened(toQt(text));
+    if (label.text() != shown) label.setText(shown);
 }
 
 } // namespace shotweaver

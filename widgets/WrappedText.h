@@ -4,6 +4,8 @@
 #include <QString>
 #include <QTextLayout>
 
+class QLabel;
+
 namespace shotweaver {
 
 /// The beginning of a text, and "…" for the rest, when it is longer than any that is read: finding
@@ -29,5 +31,8 @@ class WrappedText {
 
 /// The width of a text, shortened, in one line, pixels.
 int lineWidth(const QString& text, const QFont& font);
+
+/// Shows a text, shortened, unless it is the one on show.
+void showText(QLabel& label, const std::string& text);
 
 } // namespace shotweaver

@@ -5,8 +5,7 @@
 #include "editor/views/SavePresetSheet.h"
 #include "editor/views/preview/PreviewColumn.h"
 #include "editor/views/settings/SettingsColumn.h"
-#include "widgets/ActionButton.h"
-#include "widgets/Controls.h"
+#include "widgets/ButtonAction.h"
 #include "widgets/IconLabel.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedLabel.h"
@@ -96,15 +95,18 @@ QWidget* EditorPanel::makeToolbar() {
     auto* const row = new QHBoxLayout(toolbar);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(style::scaled(style::close));
-    const auto add = [&](const ActionButton& action, std::function<void()> run) {
+    const auto add = [&](const ButtonAction& action, std::function<void()> run) {
         row->addWidget(makeActionButton(action, this, std::move(run)));
     };
-    add({QStringLiteral("help"), tr("Help"), QString::fromUtf8(panelTexts::helpTip),
+    add({QStringLiteral("help"), QStringLiteral("Help"), QString::fromUtf8(panelTexts::helpTip),
          QKeySequence(Qt::Key_F1)},
         [this] { editor_.setShowingHelp(true); });
-    add({QStringLiteral("about"), tr("About"), QString::fromUtf8(panelTexts::aboutTip), {}},
+    add({QStringLiteral("about"),
+         QStringLiteral("About"),
+         QString::fromUtf8(panelTexts::aboutTip),
+         {}},
         [this] { editor_.setShowingAbout(true); });
-    add({QStringLiteral("import"), tr("Import Final Cut XML…"),
+    add({QStringLiteral("import"), QStringLiteral("Import Final Cut XML…"),
          QString::fromUtf8(panelTexts::importTip), QKeySequence(QKeySequence::Open)},
         [this] { editor_.chooseProjectFile(); });
     return toolbar;

@@ -1,10 +1,11 @@
 #include "editor/views/SavePresetSheet.h"
 
-#include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/Style.h"
+#include "widgets/TextField.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -12,9 +13,10 @@ namespace shotweaver {
 
 SavePresetSheet::SavePresetSheet(ContentView& editor, QWidget* parent)
     : QDialog(parent), editor_(editor),
-      name_(new TextField(tr("Preset name"), tr("Name, such as Sunday sermon"))) {
+      name_(new TextField(QStringLiteral("Preset name"),
+                          QStringLiteral("Name, such as Sunday sermon"))) {
     setObjectName(QStringLiteral("savePresetSheet"));
-    setWindowTitle(tr("Save preset"));
+    setWindowTitle(QStringLiteral("Save preset"));
     name_->setObjectName(QStringLiteral("presetName"));
     name_->setMinimumWidth(style::scaled(300));
     connect(name_, &TextField::typed, this,
@@ -32,10 +34,10 @@ SavePresetSheet::SavePresetSheet(ContentView& editor, QWidget* parent)
 }
 
 QLayout* SavePresetSheet::makeButtons() {
-    auto* const cancel = new QPushButton(tr("Cancel"));
+    auto* const cancel = new QPushButton(QStringLiteral("Cancel"));
     cancel->setObjectName(QStringLiteral("cancelSavePreset"));
     cancel->setAutoDefault(false);
-    auto* const save = new QPushButton(tr("Save"));
+    auto* const save = new QPushButton(QStringLiteral("Save"));
     save->setObjectName(QStringLiteral("confirmSavePreset"));
     save->setProperty("prominent", true);
     save->setDefault(true);

@@ -33,7 +33,7 @@ ShotweaverAboutView::ShotweaverAboutView(const std::string& versionText,
     constexpr int iconSide = 112;
     constexpr int width = 440;
     setObjectName(QStringLiteral("aboutSheet"));
-    setWindowTitle(tr("About Shotweaver"));
+    setWindowTitle(QStringLiteral("About Shotweaver"));
     setFixedWidth(style::scaled(width));
 
     auto* const manual = new QPushButton(QString::fromUtf8(aboutTexts::openManual));

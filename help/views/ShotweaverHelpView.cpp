@@ -120,7 +120,7 @@ QWidget* ShotweaverHelpView::makeTopics() {
     count_->setObjectName(QStringLiteral("helpCount"));
     topics_ = new QListWidget;
     topics_->setObjectName(QStringLiteral("helpTopics"));
-    topics_->setAccessibleName(tr("Help topics"));
+    topics_->setAccessibleName(QStringLiteral("Help topics"));
     topics_->setWordWrap(true);
     topics_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     layout->addWidget(search_);

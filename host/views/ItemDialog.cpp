@@ -29,7 +29,8 @@ ItemDialog::ItemDialog(const OpenPanel& panel, QWidget* parent)
     // A desktop's own dialog chooses files or folders, not either. macOS knows of bundles.
     setOption(QFileDialog::DontUseNativeDialog);
 #endif
-    setNameFilters({tr("Final Cut XML (*.fcpxml *.fcpxmld)"), tr("All files (*)")});
+    setNameFilters(
+        {QStringLiteral("Final Cut XML (*.fcpxml *.fcpxmld)"), QStringLiteral("All files (*)")});
     connect(this, &QFileDialog::currentChanged, this,
             [this](const QString& path) { current_ = path; });
     connect(this, &QFileDialog::directoryEntered, this, [this](const QString& path) {

@@ -1,10 +1,10 @@
 #include "editor/views/preview/ActionBarView.h"
 
 #include "editor/PanelTexts.h"
-#include "widgets/ActionButton.h"
-#include "widgets/Controls.h"
+#include "widgets/ButtonAction.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedLabel.h"
+#include "widgets/WrappedText.h"
 
 #include <QHBoxLayout>
 #include <QKeySequence>
@@ -30,11 +30,11 @@ ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor),
       generate_(addButton("generate", QString(), panelTexts::generateHelp, Qt::CTRL | Qt::Key_G,
                           &ContentView::generateEdit)),
-      back_(addButton("back", tr("Back"), panelTexts::backHelp, Qt::CTRL | Qt::Key_BracketLeft,
-                      &ContentView::goBack)),
-      forward_(addButton("forward", tr("Forward"), panelTexts::forwardHelp,
+      back_(addButton("back", QStringLiteral("Back"), panelTexts::backHelp,
+                      Qt::CTRL | Qt::Key_BracketLeft, &ContentView::goBack)),
+      forward_(addButton("forward", QStringLiteral("Forward"), panelTexts::forwardHelp,
                          Qt::CTRL | Qt::Key_BracketRight, &ContentView::goForward)),
-      export_(addButton("export", tr("Export to Final Cut…"), panelTexts::exportHelp,
+      export_(addButton("export", QStringLiteral("Export to Final Cut…"), panelTexts::exportHelp,
                         Qt::CTRL | Qt::Key_E, &ContentView::exportEdit)),
       position_(style::label(style::TextStyle::callout, style::secondary())),
       hint_(new WrappedLabel(style::TextStyle::callout, style::secondary())) {

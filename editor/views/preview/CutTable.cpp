@@ -17,7 +17,7 @@ namespace shotweaver {
 CutTable::CutTable(ContentView& editor, QWidget* parent)
     : QTableView(parent), model_(new CutTableModel(editor, this)) {
     setObjectName(QStringLiteral("cutTable"));
-    setAccessibleName(tr("Cut list"));
+    setAccessibleName(QStringLiteral("Cut list"));
     setModel(model_);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     applyTableLook(*this);
@@ -37,7 +37,7 @@ void CutTable::setUpColumns() {
 }
 
 void CutTable::addCopyAction() {
-    auto* const copy = new QAction(tr("Copy"), this);
+    auto* const copy = new QAction(QStringLiteral("Copy"), this);
     copy->setShortcut(QKeySequence::Copy);
     copy->setShortcutContext(Qt::WidgetShortcut);
     connect(copy, &QAction::triggered, this, [this] { copySelection(); });

@@ -73,11 +73,11 @@ QVariant CutTableModel::headerData(int section, Qt::Orientation orientation, int
     if (role != Qt::DisplayRole) return {};
     switch (section) {
     case camera:
-        return tr("Camera");
+        return QStringLiteral("Camera");
     case start:
-        return tr("Start (Timecode)");
+        return QStringLiteral("Start (Timecode)");
     default:
-        return tr("Duration (seconds)");
+        return QStringLiteral("Duration (seconds)");
     }
 }
 

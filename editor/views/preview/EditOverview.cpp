@@ -3,6 +3,7 @@
 #include "widgets/Accessibility.h"
 #include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedText.h"
 
 #include <QAccessibleWidget>
 #include <QHelpEvent>
@@ -48,7 +49,7 @@ EditOverview::EditOverview(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor) {
     installAccessible<EditOverview, AccessibleOverview>();
     setObjectName(QStringLiteral("overview"));
-    setAccessibleName(tr("Edit overview"));
+    setAccessibleName(QStringLiteral("Edit overview"));
     setFocusPolicy(Qt::StrongFocus);
     setFont(style::font(style::TextStyle::caption));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);

@@ -6,9 +6,9 @@
 #include "editor/views/preview/EditOverview.h"
 #include "editor/views/preview/UsageTable.h"
 #include "planning/EditTexts.h"
-#include "widgets/Controls.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedLabel.h"
+#include "widgets/WrappedText.h"
 
 #include <QVBoxLayout>
 

@@ -23,7 +23,7 @@ Qt::Alignment alignmentOf(int column) {
 
 UsageTable::UsageTable(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor), table_(new QTableWidget(0, columns)) {
-    const QString name = tr("Actual camera usage");
+    const QString name = QStringLiteral("Actual camera usage");
     QLabel* const title = style::label(style::TextStyle::headline);
     title->setText(name);
     table_->setObjectName(QStringLiteral("usageTable"));
@@ -42,7 +42,8 @@ void UsageTable::setUpTable() {
     table_->setSelectionMode(QAbstractItemView::NoSelection);
     applyTableLook(*table_);
     table_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    table_->setHorizontalHeaderLabels({tr("Camera"), tr("Screen time"), tr("Share"), tr("Shots")});
+    table_->setHorizontalHeaderLabels({QStringLiteral("Camera"), QStringLiteral("Screen time"),
+                                       QStringLiteral("Share"), QStringLiteral("Shots")});
     for (int column = 0; column < columns; ++column)
         table_->horizontalHeaderItem(column)->setTextAlignment(alignmentOf(column));
     QHeaderView* const header = table_->horizontalHeader();

@@ -3,10 +3,13 @@
 #include "editor/PanelTexts.h"
 #include "editor/views/settings/Binding.h"
 #include "editor/views/settings/ControlRanges.h"
-#include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
+#include "widgets/Stepper.h"
 #include "widgets/Style.h"
+#include "widgets/Toggle.h"
+#include "widgets/ValueSlider.h"
 #include "widgets/WrappedLabel.h"
+#include "widgets/WrappedText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,14 +18,14 @@
 namespace shotweaver {
 
 BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
-    : QGroupBox(tr("Camera balance and pacing"), parent), editor_(editor),
+    : QGroupBox(QStringLiteral("Camera balance and pacing"), parent), editor_(editor),
       target_(new WrappedLabel(style::TextStyle::body)),
-      share_(new ValueSlider(shareRange, tr("Main camera's share of screen time"))),
-      mainMinimum_(makeStepper(QStringLiteral("mainMinimum"), tr("Main camera"))),
-      mainMaximum_(makeStepper(QStringLiteral("mainMaximum"), tr("Main camera"))),
-      otherMinimum_(makeStepper(QStringLiteral("otherMinimum"), tr("Other cameras"))),
-      otherMaximum_(makeStepper(QStringLiteral("otherMaximum"), tr("Other cameras"))),
-      doubleMain_(new Toggle(tr("Randomly double main camera holds"))) {
+      share_(new ValueSlider(shareRange, QStringLiteral("Main camera's share of screen time"))),
+      mainMinimum_(makeStepper(QStringLiteral("mainMinimum"), QStringLiteral("Main camera"))),
+      mainMaximum_(makeStepper(QStringLiteral("mainMaximum"), QStringLiteral("Main camera"))),
+      otherMinimum_(makeStepper(QStringLiteral("otherMinimum"), QStringLiteral("Other cameras"))),
+      otherMaximum_(makeStepper(QStringLiteral("otherMaximum"), QStringLiteral("Other cameras"))),
+      doubleMain_(new Toggle(QStringLiteral("Randomly double main camera holds"))) {
     target_->setObjectName(QStringLiteral("balance"));
     share_->setObjectName(QStringLiteral("share"));
     doubleMain_->setObjectName(QStringLiteral("doubleMain"));
@@ -31,8 +34,8 @@ BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
     QVBoxLayout* const layout = panelLayout(this);
     layout->addWidget(target_);
     layout->addWidget(share_);
-    layout->addLayout(rangeRow(tr("Main camera"), mainMinimum_, mainMaximum_));
-    layout->addLayout(rangeRow(tr("Other cameras"), otherMinimum_, otherMaximum_));
+    layout->addLayout(rangeRow(QStringLiteral("Main camera"), mainMinimum_, mainMaximum_));
+    layout->addLayout(rangeRow(QStringLiteral("Other cameras"), otherMinimum_, otherMaximum_));
     layout->addWidget(helpLabel(panelTexts::rangesNote));
     layout->addWidget(doubleMain_);
     layout->addWidget(helpLabel(panelTexts::doublingHelp));

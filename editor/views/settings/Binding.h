@@ -1,7 +1,10 @@
 #pragma once
 
 #include "editor/ContentView.h"
-#include "widgets/Controls.h"
+#include "widgets/Picker.h"
+#include "widgets/Stepper.h"
+#include "widgets/Toggle.h"
+#include "widgets/ValueSlider.h"
 
 #include <functional>
 #include <type_traits>

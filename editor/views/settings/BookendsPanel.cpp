@@ -3,9 +3,11 @@
 #include "editor/PanelTexts.h"
 #include "editor/views/settings/Binding.h"
 #include "editor/views/settings/ControlRanges.h"
-#include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
+#include "widgets/Picker.h"
+#include "widgets/Stepper.h"
 #include "widgets/Style.h"
+#include "widgets/Toggle.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -23,9 +25,11 @@ constexpr int stepperWidth = 140;
 } // namespace
 
 BookendsPanel::BookendsPanel(ContentView& editor, QWidget* parent)
-    : QGroupBox(tr("Opening and closing shots"), parent), editor_(editor),
-      opening_(makeRow(QStringLiteral("opening"), tr("Opening"), &EditSettings::opening)),
-      closing_(makeRow(QStringLiteral("closing"), tr("Closing"), &EditSettings::closing)) {
+    : QGroupBox(QStringLiteral("Opening and closing shots"), parent), editor_(editor),
+      opening_(
+          makeRow(QStringLiteral("opening"), QStringLiteral("Opening"), &EditSettings::opening)),
+      closing_(
+          makeRow(QStringLiteral("closing"), QStringLiteral("Closing"), &EditSettings::closing)) {
     QVBoxLayout* const layout = panelLayout(this);
     layout->addLayout(layOut(opening_));
     layout->addLayout(layOut(closing_));
@@ -35,7 +39,8 @@ BookendsPanel::BookendsPanel(ContentView& editor, QWidget* parent)
 
 BookendsPanel::Row BookendsPanel::makeRow(const QString& prefix, const QString& title,
                                           Bookend EditSettings::*shot) {
-    const Row row{new Toggle(title), new Picker(tr("Camera")), new Stepper(shotLengthRange, title)};
+    const Row row{new Toggle(title), new Picker(QStringLiteral("Camera")),
+                  new Stepper(shotLengthRange, title)};
     row.enabled->setObjectName(prefix + QStringLiteral("Enabled"));
     row.camera->setObjectName(prefix + QStringLiteral("Camera"));
     row.camera->setAccessibleDescription(title);

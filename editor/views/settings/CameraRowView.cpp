@@ -2,10 +2,13 @@
 
 #include "editor/views/settings/Binding.h"
 #include "editor/views/settings/ControlRanges.h"
-#include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
+#include "widgets/Stepper.h"
 #include "widgets/Style.h"
+#include "widgets/Toggle.h"
+#include "widgets/ValueSlider.h"
 #include "widgets/WrappedLabel.h"
+#include "widgets/WrappedText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

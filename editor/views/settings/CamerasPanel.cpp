@@ -5,8 +5,9 @@
 #include "editor/views/settings/CameraRowView.h"
 #include "editor/views/settings/ControlRanges.h"
 #include "planning/ProjectDefaults.h"
-#include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
+#include "widgets/Picker.h"
+#include "widgets/Stepper.h"
 #include "widgets/Style.h"
 
 #include <QGridLayout>
@@ -19,9 +20,10 @@
 namespace shotweaver {
 
 CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
-    : QGroupBox(tr("Cameras and audio"), parent), editor_(editor),
-      mainCamera_(new Picker(tr("Main camera"))), audio_(new Picker(tr("Continuous audio"))),
-      mainWait_(new Stepper(waitRange)), rowLayout_(columnLayout()) {
+    : QGroupBox(QStringLiteral("Cameras and audio"), parent), editor_(editor),
+      mainCamera_(new Picker(QStringLiteral("Main camera"))),
+      audio_(new Picker(QStringLiteral("Continuous audio"))), mainWait_(new Stepper(waitRange)),
+      rowLayout_(columnLayout()) {
     mainCamera_->setObjectName(QStringLiteral("mainCamera"));
     audio_->setObjectName(QStringLiteral("audio"));
     mainWait_->setObjectName(QStringLiteral("mainWait"));
@@ -35,7 +37,7 @@ CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
     pickers->addWidget(titleLabel(audio_->accessibleName(), audio_), 1, 0);
     pickers->addWidget(audio_, 1, 1);
     QLabel* const title = style::label(style::TextStyle::headline);
-    title->setText(tr("Additional cameras"));
+    title->setText(QStringLiteral("Additional cameras"));
     rowLayout_->setSpacing(style::scaled(style::normal));
 
     QVBoxLayout* const layout = panelLayout(this);

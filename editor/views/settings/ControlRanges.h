@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/SettingLimits.h"
-#include "widgets/Controls.h"
+#include "widgets/ControlRange.h"
 
 namespace shotweaver {
 

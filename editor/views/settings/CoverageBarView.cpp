@@ -2,6 +2,7 @@
 
 #include "widgets/Accessibility.h"
 #include "widgets/Style.h"
+#include "widgets/WrappedText.h"
 
 #include <QAccessibleWidget>
 #include <QHelpEvent>

@@ -2,11 +2,11 @@
 
 #include "editor/PanelTexts.h"
 #include "editor/views/settings/CoverageBarView.h"
-#include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedLabel.h"
+#include "widgets/WrappedText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -53,8 +53,8 @@ void CoverageRow::show(const CoverageBar& bar, const std::shared_ptr<const Proje
 }
 
 CoveragePanel::CoveragePanel(ContentView& editor, QWidget* parent)
-    : QGroupBox(tr("Recording coverage"), parent), editor_(editor), angleRows_(columnLayout()),
-      audio_(new CoverageRow(QStringLiteral("audioCoverage"))),
+    : QGroupBox(QStringLiteral("Recording coverage"), parent), editor_(editor),
+      angleRows_(columnLayout()), audio_(new CoverageRow(QStringLiteral("audioCoverage"))),
       gaps_(new CoverageRow(QStringLiteral("gapCoverage"))) {
     QVBoxLayout* const layout = panelLayout(this);
     layout->addWidget(helpLabel(panelTexts::coverageCaption));
@@ -71,7 +71,7 @@ CoveragePanel::CoveragePanel(ContentView& editor, QWidget* parent)
 QWidget* CoveragePanel::makeAxis() {
     auto* const axis = new QWidget;
     QLabel* const title = style::label(style::TextStyle::callout, style::secondary());
-    title->setText(tr("Project"));
+    title->setText(QStringLiteral("Project"));
     title->setFixedWidth(style::scaled(labelWidth));
     axisStart_ = timecodeLabel(QStringLiteral("axisStart"));
     axisEnd_ = timecodeLabel(QStringLiteral("axisEnd"));
@@ -106,7 +106,7 @@ QWidget* CoveragePanel::makeGapList() {
     gapTexts_ = new QStringListModel(this);
     gapList_ = new QListView;
     gapList_->setObjectName(QStringLiteral("uncoveredSectionList"));
-    gapList_->setAccessibleName(tr("Uncovered video sections"));
+    gapList_->setAccessibleName(QStringLiteral("Uncovered video sections"));
     gapList_->setFont(style::withEqualDigits(style::font(style::TextStyle::caption)));
     gapList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     gapList_->setUniformItemSizes(true);

@@ -1,10 +1,11 @@
 #include "editor/views/settings/PresetsPanel.h"
 
 #include "editor/PanelTexts.h"
-#include "widgets/ActionButton.h"
-#include "widgets/Controls.h"
+#include "widgets/ButtonAction.h"
 #include "widgets/PanelLayout.h"
+#include "widgets/Picker.h"
 #include "widgets/WrappedLabel.h"
+#include "widgets/WrappedText.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -15,11 +16,16 @@
 namespace shotweaver {
 
 PresetsPanel::PresetsPanel(ContentView& editor, QWidget* parent)
-    : QGroupBox(tr("Saved presets"), parent), editor_(editor), preset_(new Picker(tr("Preset"))),
-      apply_(makeButton(tr("Apply"), QStringLiteral("applyPreset"), &ContentView::applyPreset)),
-      update_(makeButton(tr("Update"), QStringLiteral("updatePreset"), &ContentView::updatePreset)),
-      delete_(makeButton(tr("Delete"), QStringLiteral("deletePreset"), &ContentView::deletePreset)),
-      save_(makeButton(tr("Save…"), QStringLiteral("savePreset"), &ContentView::openSavePreset)),
+    : QGroupBox(QStringLiteral("Saved presets"), parent), editor_(editor),
+      preset_(new Picker(QStringLiteral("Preset"))),
+      apply_(makeButton(QStringLiteral("Apply"), QStringLiteral("applyPreset"),
+                        &ContentView::applyPreset)),
+      update_(makeButton(QStringLiteral("Update"), QStringLiteral("updatePreset"),
+                         &ContentView::updatePreset)),
+      delete_(makeButton(QStringLiteral("Delete"), QStringLiteral("deletePreset"),
+                         &ContentView::deletePreset)),
+      save_(makeButton(QStringLiteral("Save…"), QStringLiteral("savePreset"),
+                       &ContentView::openSavePreset)),
       notice_(new WrappedLabel(style::TextStyle::callout)) {
     preset_->setObjectName(QStringLiteral("preset"));
     connect(preset_, &Picker::chosen, this,

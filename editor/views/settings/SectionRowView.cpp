@@ -1,8 +1,9 @@
 #include "editor/views/settings/SectionRowView.h"
 
-#include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
+#include "widgets/Picker.h"
 #include "widgets/Style.h"
+#include "widgets/TextField.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -26,9 +27,11 @@ TextField* timecodeField(const QString& title) {
 
 SectionRowView::SectionRowView(ContentView& editor, std::size_t row, QWidget* parent)
     : QWidget(parent), editor_(editor), row_(row),
-      name_(new TextField(tr("Section name"), tr("Section name (optional)"))),
-      camera_(new Picker(tr("Camera"))), remove_(new QPushButton(tr("Remove"))),
-      start_(timecodeField(tr("Start"))), end_(timecodeField(tr("End"))) {
+      name_(
+          new TextField(QStringLiteral("Section name"), QStringLiteral("Section name (optional)"))),
+      camera_(new Picker(QStringLiteral("Camera"))),
+      remove_(new QPushButton(QStringLiteral("Remove"))),
+      start_(timecodeField(QStringLiteral("Start"))), end_(timecodeField(QStringLiteral("End"))) {
     name(name_, QStringLiteral("sectionName"));
     name(camera_, QStringLiteral("sectionCamera"));
     name(remove_, QStringLiteral("removeSection"));

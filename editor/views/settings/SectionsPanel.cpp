@@ -2,6 +2,7 @@
 
 #include "editor/PanelTexts.h"
 #include "editor/views/settings/SectionRowView.h"
+#include "widgets/ButtonAction.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/Style.h"
 
@@ -13,11 +14,11 @@
 namespace shotweaver {
 
 SectionsPanel::SectionsPanel(ContentView& editor, QWidget* parent)
-    : QGroupBox(tr("Fixed camera sections"), parent), editor_(editor),
-      addSection_(new QPushButton(tr("Add section"))), rowLayout_(columnLayout()) {
-    addSection_->setObjectName(QStringLiteral("addSection"));
-    addSection_->setAccessibleName(addSection_->text());
-    connect(addSection_, &QPushButton::clicked, this, [this] { editor_.addSection(); });
+    : QGroupBox(QStringLiteral("Fixed camera sections"), parent), editor_(editor),
+      addSection_(
+          makeActionButton({QStringLiteral("addSection"), QStringLiteral("Add section"), {}, {}},
+                           this, [this] { editor_.addSection(); })),
+      rowLayout_(columnLayout()) {
     rowLayout_->setSpacing(style::scaled(style::normal));
 
     QVBoxLayout* const layout = panelLayout(this);

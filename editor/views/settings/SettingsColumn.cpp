@@ -6,9 +6,9 @@
 #include "editor/views/settings/CoveragePanel.h"
 #include "editor/views/settings/PresetsPanel.h"
 #include "editor/views/settings/SectionsPanel.h"
-#include "widgets/Controls.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/WrappedLabel.h"
+#include "widgets/WrappedText.h"
 
 #include <QVBoxLayout>
 

@@ -10,8 +10,8 @@ class QWidget;
 
 namespace shotweaver {
 
-/// A button that runs an operation.
-struct ActionButton {
+/// What a button does and says.
+struct ButtonAction {
     QString name; // the object name
     QString text;
     QString help;          // stands in the tooltip, before the shortcut
@@ -20,7 +20,7 @@ struct ActionButton {
 
 /// Makes the button. Its shortcut belongs to `panel`: a button's own would go with a change of its
 /// text.
-QPushButton* makeActionButton(const ActionButton& action, QWidget* panel,
+QPushButton* makeActionButton(const ButtonAction& action, QWidget* panel,
                               std::function<void()> run);
 
 } // namespace shotweaver

@@ -1,11 +1,11 @@
-#include "widgets/ActionButton.h"
+#include "widgets/ButtonAction.h"
 
 #include <QPushButton>
 #include <QShortcut>
 
 namespace shotweaver {
 
-QPushButton* makeActionButton(const ActionButton& action, QWidget* panel,
+QPushButton* makeActionButton(const ButtonAction& action, QWidget* panel,
                               std::function<void()> run) {
     auto* const button = new QPushButton(action.text, panel);
     button->setObjectName(action.name);
