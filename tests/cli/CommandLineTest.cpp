@@ -339,19 +339,5 @@ TEST(HandOff, filesAreNamedAlsoWhenNothingOpensThem) {
     EXPECT_EQ(workspace->opened, (Arguments{stem + " 2.fcpxml", stem + " 3.fcpxml"}));
 }
 
-TEST(HandOff, aRelativePathIsFoundFromElsewhere) {
-    namespace fs = std::filesystem;
-    const TestFolder folder;
-    const auto workspace = std::make_shared<FakeWorkspace>();
-    workspace->application = "app";
-    const auto [status, out, err] =
-        run({"generate", "-", "--output", fs::relative(folder.path()).string(), "--open"},
-            ProjectBuilder().xml(), false, emptyEnvironment, workspace);
-    ASSERT_EQ(status, 0) << err;
-    const fs::path opened = workspace->opened.at(0);
-    EXPECT_TRUE(opened.is_absolute()) << opened;
-    EXPECT_TRUE(fs::exists(opened)) << opened;
-}
-
 } // namespace
 } // namespace shotweaver::test

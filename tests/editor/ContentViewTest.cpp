@@ -36,20 +36,35 @@ SavedEditSession saved(const EditorBench& bench) {
     return readSession(bench.session().value());
 }
 
-TEST(ContentView, aLongSession) {
-    EditorBench bench;
-    const auto editor = [&]() -> ContentView& { return bench.editor(); };
-    const auto& fields = [&]() -> const EditorFields& { return bench.fields(); };
+/// An editor in use.
+struct Editing : testing::Test {
+    ContentView& editor() { return bench.editor(); }
+    const EditorFields& fields() { return bench.fields(); }
+    std::string position() { return editor().actionBar().position.value_or(""); }
+    void importAndGenerate(int edits) {
+        editor().appear();
+        editor().importProject(concert().xml());
+        for (; edits > 0; --edits)
+            editor().generateEdit();
+    }
+    void relaunch() {
+        bench.restart();
+        editor().appear();
+    }
 
-    // First launch: nothing saved, nothing said.
+    EditorBench bench;
+};
+
+TEST_F(Editing, aFirstLaunchHasNothingAndSaysNothing) {
     editor().appear();
     EXPECT_EQ(seen(bench, editor()), (Seen{0, "", "", ""}));
     editor().generateEdit();
     editor().exportEdit();
     EXPECT_EQ(bench.session(), std::nullopt);
     EXPECT_TRUE(bench.host.panels.empty());
+}
 
-    // Import by the file dialog.
+TEST_F(Editing, theFileDialogImports) {
     bench.host.chosen = bench.folder.write("Concert.FCPXML", concert().xml());
     editor().chooseProjectFile();
     EXPECT_EQ(bench.host.panels,
@@ -58,38 +73,40 @@ TEST(ContentView, aLongSession) {
     EXPECT_EQ(bench.host.events,
               (std::vector<std::string>{"start Concert.FCPXML", "stop Concert.FCPXML"}));
     EXPECT_EQ(fields().settings.mainCamera, "W");
-    EXPECT_EQ(fields().settings.audio, "R");
     EXPECT_EQ(saved(bench).sourceXML, concert().xml());
     EXPECT_EQ(saved(bench).history.index, -1);
+}
 
-    // Three edits, two steps back, and a new one from there.
-    for (int edit = 0; edit < 3; ++edit)
-        editor().generateEdit();
+TEST_F(Editing, aNewEditTakesThePlaceOfThoseAfterTheOneOnShow) {
+    importAndGenerate(3);
     const std::vector<Cut> third = fields().cuts();
-    EXPECT_EQ(editor().actionBar().position, "Edit 3 of 3");
+    EXPECT_EQ(position(), "Edit 3 of 3");
     EXPECT_EQ(editor().actionBar().generateLabel, "Shuffle rough edit");
     editor().goForward(); // nothing there
     editor().goBack();
     editor().goBack();
-    const std::vector<Cut> first = fields().cuts();
-    EXPECT_NE(first, third);
+    EXPECT_NE(fields().cuts(), third);
     EXPECT_EQ(saved(bench).history.index, 0);
     editor().goBack(); // nothing there
     EXPECT_EQ(fields().history.index, 0);
     editor().generateEdit();
     EXPECT_EQ(fields().history.items.size(), 2U);
     EXPECT_EQ(saved(bench).history, fields().history);
+}
 
-    // A change clears the preview, also when it is changed back; Back brings it back.
+TEST_F(Editing, aChangeClearsThePreviewUntilBackBringsItBack) {
+    importAndGenerate(2);
     set(editor(), &EditSettings::mainShare, 60);
     set(editor(), &EditSettings::mainShare, 70);
     EXPECT_EQ(fields().cuts().size(), 0U);
     editor().exportEdit();
-    EXPECT_EQ(bench.host.panels.size(), 1U);
+    EXPECT_TRUE(bench.host.panels.empty());
     editor().goBack();
-    EXPECT_EQ(editor().actionBar().position, "Edit 2 of 2");
+    EXPECT_EQ(position(), "Edit 2 of 2");
+}
 
-    // A preset of these settings, and other settings.
+TEST_F(Editing, aPresetBringsCamerasAndRangesBackAndLeavesSections) {
+    importAndGenerate(1);
     editor().openSavePreset();
     editor().setPresetName("  Saturday ");
     editor().savePreset();
@@ -99,17 +116,25 @@ TEST(ContentView, aLongSession) {
     chooseMain(editor(), "B");
     editor().edit(
         [](EditSettings& settings) { setMinimum(settings.mainMinimum, settings.mainMaximum, 30); });
-    editor().edit([](EditSettings& settings) { settings.returnTimes["P"] = 20; });
     EXPECT_EQ(fields().settings.mainMaximum, 30);
     EXPECT_EQ(selectedOtherCameras(fields().settings, *fields().project),
               (std::vector<std::string>{"W", "P"}));
+    editor().addSection();
+    editor().applyPreset();
+    EXPECT_EQ(fields().presetNotice,
+              "Applied Saturday, including matching camera and audio angles.");
+    EXPECT_EQ(fields().settings.mainCamera, "W");
+    EXPECT_EQ(fields().settings.mainMinimum, 10);
+    EXPECT_EQ(fields().settings.sections.size(), 1U);
+    EXPECT_TRUE(fields().cuts().empty());
+}
 
-    // A fixed section where its camera has none of it: told, and nothing is lost.
+TEST_F(Editing, aSectionWithoutFootageIsToldAndNothingIsLost) {
+    importAndGenerate(1);
     editor().addSection();
     editor().editSection(0, [](SectionDraft& section) { section.camera = "P"; });
     type(editor(), 0, &SectionDraft::start, "01:00:19:00");
     type(editor(), 0, &SectionDraft::end, "01:00:30:00");
-    bench.host.endTurn();
     const std::string missing =
         "The camera chosen for a fixed section has missing footage between 01:00:19:00 and "
         "01:00:30:00. Choose another camera or shorten the section.";
@@ -119,23 +144,13 @@ TEST(ContentView, aLongSession) {
     editor().editSection(0, [](SectionDraft& section) { section.camera = "W"; });
     editor().generateEdit();
     EXPECT_EQ(fields().error, missing); // until it is read
-    editor().dismissError();
-    EXPECT_EQ(editor().actionBar().position, "Edit 3 of 3");
+    EXPECT_EQ(position(), "Edit 2 of 2");
+}
 
-    // The preset again: cameras and ranges come back, sections stay.
-    editor().applyPreset();
-    EXPECT_EQ(fields().presetNotice,
-              "Applied Saturday, including matching camera and audio angles.");
-    EXPECT_EQ(fields().settings.mainCamera, "W");
-    EXPECT_EQ(fields().settings.mainMinimum, 10);
-    EXPECT_EQ(fields().settings.sections.size(), 1U);
-    EXPECT_TRUE(fields().cuts().empty());
-    editor().generateEdit();
-
-    // Export: without a Final Cut Pro to open, then with one.
+TEST_F(Editing, anExportIsHandedOver) {
+    importAndGenerate(1);
     std::filesystem::create_directory(bench.folder.path("out"));
     bench.host.chosen = bench.folder.path("out");
-    bench.host.events.clear();
     bench.host.openError = HostError{"Shotweaver", 1, "It could not be found."};
     editor().exportEdit();
     EXPECT_EQ(bench.host.events, (std::vector<std::string>{
@@ -153,32 +168,27 @@ TEST(ContentView, aLongSession) {
     bench.host.completion(std::nullopt);
     EXPECT_EQ(fields().status, "XML and settings saved. Sent the XML to Final Cut Pro for import.");
     EXPECT_EQ(fields().error, std::nullopt);
+}
 
-    // The next launch has it all.
+TEST_F(Editing, theNextLaunchHasItAllAsItWasLeft) {
+    importAndGenerate(3);
     const EditHistory history = fields().history;
-    const EditSettings settings = editor().fields().settings;
-    bench.restart();
-    editor().appear();
+    relaunch();
+    EXPECT_EQ(saved(bench).history, history);
     EXPECT_EQ(fields().history, history);
-    EXPECT_EQ(editor().fields().settings, settings);
     EXPECT_EQ(fields().cuts(), history.items.back().cuts);
     EXPECT_EQ(fields().status,
               "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
               "Final Cut project has changed.");
     EXPECT_EQ(fields().error, std::nullopt);
-    EXPECT_EQ(editor().presetOptions().size(), 2U);
-    EXPECT_EQ(saved(bench).history, history);
     editor().goBack();
-    EXPECT_EQ(editor().actionBar().position, "Edit 3 of 4");
-
-    // Changed settings are restored as they were left, without a preview.
+    EXPECT_EQ(position(), "Edit 2 of 3");
     set(editor(), &EditSettings::doubleMain, true);
-    bench.restart();
-    editor().appear();
+    relaunch();
     EXPECT_TRUE(fields().settings.doubleMain);
-    EXPECT_EQ(seen(bench, editor()).cuts, 0U);
+    EXPECT_TRUE(fields().cuts().empty());
     editor().goBack();
-    EXPECT_EQ(editor().actionBar().position, "Edit 3 of 4");
+    EXPECT_EQ(position(), "Edit 2 of 3");
     EXPECT_FALSE(fields().settings.doubleMain);
 }
 

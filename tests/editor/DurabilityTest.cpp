@@ -79,7 +79,7 @@ struct Loaded : EditorBench {
         editor().choosePreset(UUID().text());
     }
     /// Does something with presets while the sheet is open, and gives what is told.
-    static std::string told(ContentView& editor, void (ContentView::*operation)()) {
+    static std::string toldBy(ContentView& editor, void (ContentView::*operation)()) {
         editor.openSavePreset();
         editor.setPresetName("New");
         (editor.*operation)();
@@ -164,7 +164,7 @@ TEST(Durability, everyUseOfFilesIsWholeOrRefusedWhateverCallFails) {
     const auto preset = [&](auto operation, const char* presets) {
         return Action{"“" + bench.presetsPath() + "” could not be ",
                       [&] { bench.storeAndChoosePreset(); },
-                      [&, operation] { return bench.told(bench.editor(), operation); },
+                      [&, operation] { return bench.toldBy(bench.editor(), operation); },
                       [&, presets] { return bench.presets() == presets; }};
     };
     const std::vector<Action> actions{
@@ -318,7 +318,7 @@ TEST(Durability, aSessionThatIsRefusedIsKept) {
 TEST(Durability, presetsThatCannotBeReadAreNeverWrittenOver) {
     Loaded bench;
     bench.storeAndChoosePreset();
-    EXPECT_EQ(bench.told(bench.editor(), &ContentView::savePreset), "");
+    EXPECT_EQ(bench.toldBy(bench.editor(), &ContentView::savePreset), "");
     const std::string whole = bench.folder.read(presetsFile);
     // In an editor that has been there for long, and in a new one.
     const auto expectRefused = [&](const std::string& text) {
@@ -330,7 +330,7 @@ TEST(Durability, presetsThatCannotBeReadAreNeverWrittenOver) {
             for (const auto operation : {&ContentView::savePreset, &ContentView::updatePreset,
                                          &ContentView::deletePreset, &ContentView::applyPreset}) {
                 const EditSettings settings = editor->fields().settings;
-                EXPECT_EQ(bench.told(*editor, operation),
+                EXPECT_EQ(bench.toldBy(*editor, operation),
                           operation == &ContentView::applyPreset ? "" : text);
                 EXPECT_EQ(editor->fields().settings, settings);
             }

@@ -6,7 +6,6 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <csignal>
 #include <sstream>
 
@@ -68,19 +67,6 @@ TEST_F(Programs, startedOnesRunOnTheirOwn) {
     folder.write("go", "\n"); // until then it runs
 }
 
-/// Runs a program while the numbers of the standard descriptors are free.
-ProgramResult runWithoutStandardDescriptors(const std::vector<std::string>& command) {
-    const std::array saved{dup(STDIN_FILENO), dup(STDOUT_FILENO), dup(STDERR_FILENO)};
-    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        close(standard);
-    ProgramResult result = runProgram(command);
-    for (int standard = STDIN_FILENO; const int descriptor : saved) {
-        dup2(descriptor, standard++);
-        close(descriptor);
-    }
-    return result;
-}
-
 TEST_F(Programs, ranOnesLeaveTheirStatusAndTheirTexts) {
     sigset_t blocked;
     sigemptyset(&blocked);
@@ -99,7 +85,7 @@ TEST_F(Programs, ranOnesLeaveTheirStatusAndTheirTexts) {
         {put + " >&2; " + put + "; " + put + " >&2", {0, some, some + some}},
     };
     for (const auto& [script, expected] : rows) {
-        const ProgramResult result = runWithoutStandardDescriptors({"/bin/sh", "-c", script});
+        const ProgramResult result = runProgram({"/bin/sh", "-c", script});
         EXPECT_EQ(result.status, expected.status) << script;
         EXPECT_TRUE(result.output == expected.output && result.errors == expected.errors) << script;
     }

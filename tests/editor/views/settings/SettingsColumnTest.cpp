@@ -293,21 +293,6 @@ TEST(SettingsColumn, anyNameFits) {
 }
 
 TEST(SettingsColumn, aVeryLongNameIsShownByItsBeginning) {
-    ProjectBuilder project = concert();
-    const std::string name(3000, 'W');
-    const QString beginning = QString(2000, QLatin1Char('W')) + QChar(0x2026);
-    project.angles[0].name = project.angles[1].name = name;
-    Column test(project);
-    auto* const camera = test.find<QComboBox>("mainCamera");
-    EXPECT_EQ(camera->currentText(), beginning);
-    EXPECT_EQ(camera->toolTip(), beginning);
-    EXPECT_EQ(test.spoken("include-P"), name + ": ");
-    test.editor.addSection();
-    keyClick(test.find("sectionCamera-0"), Qt::Key_Down); // both names look alike
-    EXPECT_EQ(test.settings().sections[0].camera, "P");
-    type(test.editor, 0, &SectionDraft::name, name);
-    EXPECT_EQ(test.find<QLineEdit>("sectionName-0")->text().toStdString(), name);
-
     const QString clef = QString::fromUtf8("\U0001D11E"); // two code units
     const QString letters(1999, QLatin1Char('W'));
     EXPECT_EQ(shortened(letters + clef), letters + QChar(0x2026));
