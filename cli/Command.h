@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace CLI {
+namespace CLI { // NOLINT: the library's name
 class App;
 }
 

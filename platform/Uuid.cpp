@@ -23,10 +23,11 @@ constexpr std::uint8_t noDigit = 0x80; // above the four bits of a digit
 constexpr std::array<std::uint8_t, 256> digitValues = [] {
     std::array<std::uint8_t, 256> values{};
     values.fill(noDigit);
-    for (std::uint8_t value = 0; value < upperDigits.size(); ++value)
-        values[static_cast<unsigned char>(upperDigits[value])] = value;
-    for (std::uint8_t value = 10; value < upperDigits.size(); ++value)
-        values[static_cast<unsigned char>(upperDigits[value]) + 'a' - 'A'] = value;
+    for (std::size_t value = 0; value < upperDigits.size(); ++value) {
+        const auto digit = static_cast<unsigned char>(upperDigits[value]);
+        values[digit] = static_cast<std::uint8_t>(value);
+        if (value >= 10) values[digit + 'a' - 'A'] = static_cast<std::uint8_t>(value);
+    }
     return values;
 }();
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -100,8 +99,9 @@ class XmlNode {
     XmlNode() = default;
 
     explicit operator bool() const { return document_ != nullptr; }
-    /// Some order, for sets of nodes.
-    auto operator<=>(const XmlNode&) const = default;
+    bool operator==(const XmlNode&) const = default;
+    /// Some order among a document's nodes, for sets of them.
+    bool operator<(XmlNode other) const { return index_ < other.index_; }
 
     XmlKind kind() const; // of a node that is there
     bool isElement() const { return *this && kind() == XmlKind::element; }

@@ -20,6 +20,7 @@ class Picker : public QComboBox {
     template <class Options>
     void show(const Options& options, const std::string& current) {
         std::vector<Entry> entries;
+        entries.reserve(options.size());
         for (const auto& option : options)
             entries.push_back({option.id, option.label});
         showEntries(std::move(entries), current);

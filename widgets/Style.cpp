@@ -133,7 +133,7 @@ int scaled(double points) {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     const double dotsPerInch = screen ? screen->logicalDotsPerInchY() : standardDotsPerInch;
     const double textSize = QApplication::font().pointSizeF() / standardPoints;
-    return static_cast<int>(points * textSize * dotsPerInch / standardDotsPerInch + 0.5);
+    return qRound(points * textSize * dotsPerInch / standardDotsPerInch);
 }
 
 QFont font(TextStyle style) {

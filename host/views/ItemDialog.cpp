@@ -51,7 +51,7 @@ void ItemDialog::accept() {
 
 void ItemDialog::take(const QString& bundle) {
     bundle_ = bundle;
-    QDialog::accept();
+    done(Accepted);
 }
 
 } // namespace shotweaver
