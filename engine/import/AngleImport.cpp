@@ -4,6 +4,7 @@
 #include "engine/TimeValues.h"
 
 #include <iterator>
+#include <utility>
 
 namespace shotweaver {
 
@@ -27,9 +28,9 @@ ImportedAngle AngleImport::parseAngle(XmlNode angle) {
     result.id = *id;
     result.name = attributeOr(angle, "name", "Unnamed angle");
     result.cameras = joined(angle_.cameras.sorted(), ", ");
-    result.clipCount = angle_.clipCount;
+    result.clipCount = angle_.clips.count;
     result.gapCount = std::distance(gaps.begin(), gaps.end());
-    result.firstRecording = angle_.firstRecording;
+    result.firstRecording = angle_.clips.firstRecording;
     return result;
 }
 
@@ -46,13 +47,41 @@ void AngleImport::read(XmlNode node, int depth) {
     for (const XmlNode child : node.children())
         read(child, depth + 1);
     if (!media) return;
-    for (const XmlNode child : media->element.children()) {
+    if (media->isSelfContained)
+        readSelfContained(*media, depth);
+    else
+        readSequences(*media, depth);
+    entered_.erase(media);
+}
+
+void AngleImport::readSequences(const Media& media, int depth) {
+    for (const XmlNode child : media.element.children()) {
         if (isElement(child, "sequence"))
             read(child, depth + 1);
         else
             budget_.step();
     }
-    entered_.erase(media);
+}
+
+/// Reads the media once in an angle, and again where it lies deeper, which may be too deep.
+void AngleImport::readSelfContained(const Media& media, int depth) {
+    const auto [entry, isFirst] = angle_.selfContained.try_emplace(&media);
+    Reading& reading = entry->second;
+    if (!isFirst && depth <= reading.depth) {
+        budget_.spend(reading.cost);
+    } else {
+        const std::size_t spentBefore = budget_.spent();
+        const Clips before = std::exchange(angle_.clips, {});
+        readSequences(media, depth);
+        reading = {std::exchange(angle_.clips, before), budget_.spent() - spentBefore, depth};
+    }
+    angle_.clips.add(reading.clips);
+}
+
+void AngleImport::Clips::add(const Clips& others) {
+    count += others.count;
+    if (others.firstRecording && (!firstRecording || *others.firstRecording < *firstRecording))
+        firstRecording = others.firstRecording;
 }
 
 /// The media of a compound clip, now being entered; null when it is missing, when it is being
@@ -64,9 +93,7 @@ const Media* AngleImport::enter(const ClipAttributes& compoundClip) {
 }
 
 void AngleImport::readMediaClip(const ClipAttributes& clip) {
-    ++angle_.clipCount;
-    const double offset = parseSeconds(clip.offset.value_or("0s"));
-    if (!angle_.firstRecording || offset < *angle_.firstRecording) angle_.firstRecording = offset;
+    angle_.clips.add({1, parseSeconds(clip.offset.value_or("0s"))});
 
     const Asset* const asset = resources_.asset(clip.ref);
     if (!asset)

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -33,16 +34,31 @@ class AngleImport {
     std::vector<std::string> missingLocations() const { return missingLocations_.sorted(); }
 
   private:
+    struct Clips {
+        void add(const Clips& others);
+
+        std::int64_t count = 0;
+        std::optional<double> firstRecording; // the smallest offset of any, in seconds
+    };
+
+    struct Reading {
+        Clips clips;
+        std::size_t cost = 0; // of the budget
+        int depth = 0;
+    };
+
     /// What has been found of the angle being read.
     struct AngleContent {
-        std::int64_t clipCount = 0;
-        std::optional<double> firstRecording;
+        Clips clips;
+        std::unordered_map<const Media*, Reading> selfContained;
         TextSet cameras;
         std::unordered_set<const Asset*> seenAssets;
     };
 
     void read(XmlNode node, int depth);
     const Media* enter(const ClipAttributes& compoundClip);
+    void readSequences(const Media& media, int depth);
+    void readSelfContained(const Media& media, int depth);
     void readMediaClip(const ClipAttributes& clip);
     void readAsset(const Asset& asset);
     void readMetadata(XmlNode metadata);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 
 namespace shotweaver {
 
@@ -70,7 +71,7 @@ void AngleMediaWalker::walkElement(XmlNode element, int depth, const Window* aro
         place({window.start, window.start + *window.duration,
                !isElement(element, "audio") && asset.hasVideo,
                !isElement(element, "video") && asset.hasAudio},
-              window);
+              &window);
     }
     if (isElement(element, "ref-clip"))
         walkCompound(element, mediaOf(clip), depth, window);
@@ -95,18 +96,46 @@ void AngleMediaWalker::walkCompound(XmlNode clip, const Media& media, int depth,
                                     const Window& window) {
     entered_.insert(&media);
     walkChildren(clip, depth, window);
-    for (const XmlNode child : media.sequence.children()) {
-        if (isElement(child, "spine"))
-            walkElement(child, depth + 1, &window);
-        else
-            budget_.step();
+    if (media.isSelfContained) {
+        for (const Span& span : walkSelfContained(media, depth).spans)
+            place(span, &window);
+    } else {
+        walkSpines(media, depth, &window);
     }
     entered_.erase(&media);
 }
 
+void AngleMediaWalker::walkSpines(const Media& media, int depth, const Window* around) {
+    for (const XmlNode child : media.sequence.children()) {
+        if (isElement(child, "spine"))
+            walkElement(child, depth + 1, around);
+        else
+            budget_.step();
+    }
+}
+
+/// Walks the media once, and again where it lies deeper, which may be too deep.
+const AngleMediaWalker::Walk& AngleMediaWalker::walkSelfContained(const Media& media, int depth) {
+    const auto [entry, isFirst] = selfContained_.try_emplace(&media);
+    Walk& walk = entry->second;
+    if (!isFirst && depth <= walk.depth) {
+        budget_.spend(walk.cost);
+        return walk;
+    }
+    walk = {};
+    const SpanSink collect = [&](const Span& span) { walk.spans.push_back(span); };
+    const SpanSink* const outer = std::exchange(sink_, &collect);
+    const std::size_t spentBefore = budget_.spent();
+    walkSpines(media, depth, nullptr);
+    walk.cost = budget_.spent() - spentBefore;
+    walk.depth = depth;
+    sink_ = outer;
+    return walk;
+}
+
 /// Clips a span to its window and moves it into the parent's time, and so on up to the angle's.
-void AngleMediaWalker::place(Span span, const Window& window) {
-    for (const Window* each = &window; each; each = each->parent) {
+void AngleMediaWalker::place(Span span, const Window* window) {
+    for (const Window* each = window; each; each = each->parent) {
         budget_.step();
         if (each->duration) {
             span.start = std::max(span.start, each->start);

@@ -6,7 +6,9 @@
 
 #include <functional>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 namespace shotweaver {
 
@@ -42,10 +44,19 @@ class AngleMediaWalker {
   private:
     struct Window;
 
+    /// What a media's spines hold, in its own time.
+    struct Walk {
+        std::vector<Span> spans;
+        std::size_t cost = 0; // of the budget
+        int depth = 0;
+    };
+
     void walkElement(XmlNode element, int depth, const Window* around);
     void walkChildren(XmlNode parent, int depth, const Window& window);
     void walkCompound(XmlNode clip, const Media& media, int depth, const Window& window);
-    void place(Span span, const Window& window);
+    void walkSpines(const Media& media, int depth, const Window* around);
+    const Walk& walkSelfContained(const Media& media, int depth);
+    void place(Span span, const Window* window);
 
     void checkSettings(XmlNode element, const ClipAttributes& attributes) const;
     const Asset& recordingOf(const ClipAttributes& clip) const;
@@ -56,6 +67,7 @@ class AngleMediaWalker {
     ReadingBudget budget_;
     std::string_view camera_;
     const SpanSink* sink_ = nullptr;
+    std::unordered_map<const Media*, Walk> selfContained_;
     std::unordered_set<const Media*> entered_; // on the way from the angle downward
 };
 

@@ -22,6 +22,15 @@ class ReadingBudget {
     /// that is moved by one level.
     void step(std::size_t bytes = 0) { spend(1 + bytes / (moreBytes / stepsOfVisit)); }
 
+    /// What has been spent, in steps.
+    std::size_t spent() const { return spent_; }
+
+    /// Spends what a first reading of the same cost, for one that is not made again.
+    void spend(std::size_t steps) {
+        spent_ += steps;
+        if (spent_ > budget) refuse();
+    }
+
     /// Throws the refusal of what exceeds the budget.
     [[noreturn]] static void refuse();
 
@@ -29,11 +38,6 @@ class ReadingBudget {
     static constexpr std::size_t stepsOfVisit = 8;
     static constexpr std::size_t moreBytes = 128;
     static constexpr std::size_t budget = 20'000'000 * stepsOfVisit;
-
-    void spend(std::size_t steps) {
-        spent_ += steps;
-        if (spent_ > budget) refuse();
-    }
 
     std::size_t spent_ = 0; // steps
 };

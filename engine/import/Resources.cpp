@@ -15,6 +15,12 @@ bool hasMediaLocation(XmlNode asset) {
            !attributeOr(asset, "src", "").empty();
 }
 
+bool hasCompoundClip(XmlNode element) {
+    const XmlRange children = element.children();
+    return isElement(element, "ref-clip") ||
+           std::any_of(children.begin(), children.end(), hasCompoundClip);
+}
+
 } // namespace
 
 Asset::Asset(XmlNode asset)
@@ -22,7 +28,9 @@ Asset::Asset(XmlNode asset)
       hasAudio(attribute(asset, "hasAudio") == "1"), hasLocation(hasMediaLocation(asset)),
       duration(attribute(asset, "duration")) {}
 
-Media::Media(XmlNode media) : element(media), sequence(firstElement(media, "sequence")) {}
+Media::Media(XmlNode media)
+    : element(media), sequence(firstElement(media, "sequence")),
+      isSelfContained(sequence && !hasCompoundClip(media)) {}
 
 template <class Resource>
 void Resources::Index<Resource>::add(XmlNode element) {

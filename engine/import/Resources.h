@@ -25,6 +25,8 @@ struct Media {
 
     XmlNode element;
     XmlNode sequence; // the first one; null when there is none
+    /// Has a sequence and refers to no other media: each reading finds the same.
+    bool isSelfContained;
 };
 
 /// A document's "resources", looked up by identifier. Of several elements with one identifier the

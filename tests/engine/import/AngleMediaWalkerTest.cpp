@@ -63,6 +63,8 @@ TEST(AngleMediaWalker, placesClipsOrRefusesThem) {
         {"<clip enabled='0' offset='bad'><timeMap/></clip><ref-clip enabled='0'/>", ""},
         {"<ref-clip ref='X' srcEnable='none'><video ref='av'/></ref-clip><ref-clip ref='X'/>",
          "0-60 1-3 1-3v"},
+        {"<ref-clip ref='X' start='1s' duration='1s'/><ref-clip ref='X' offset='5s'/>",
+         "0-1v 6-8v"},
         {"<ref-clip ref='Y' offset='100s'/><ref-clip ref='X'/>", "111-113v 1-3v"},
         {"<ref-clip ref='Z'/>", "5-6v"}, // only spines of the first sequence
         {"<gap><conform-rate/></gap>", changed},
@@ -93,8 +95,8 @@ TEST(AngleMediaWalker, goesFortyLevelsDeep) {
     const std::string media = compoundMedia("low", nested(35, clip));
     for (const std::string& accepted : {nested(39, clip), nested(2, low)})
         EXPECT_EQ(read(accepted, media), "") << accepted;
-    for (const std::string& refused :
-         {nested(40, clip), nested(40, "<clip><timeMap/></clip>"), nested(3, low)})
+    for (const std::string& refused : {nested(40, clip), nested(40, "<clip><timeMap/></clip>"),
+                                       nested(3, low), low + nested(3, low)})
         EXPECT_EQ(read(refused, media), tooDeep) << refused;
 }
 
