@@ -147,4 +147,44 @@ std::string annotatedDocument(std::int64_t seconds, std::size_t annotations) {
     return document(parts);
 }
 
+std::string tokenDocument(Token token, std::size_t bytes) {
+    DocumentParts parts;
+    parts.duration = "60s";
+    addAsset(parts.assets, 0, pictureAndSound);
+    const std::string text(bytes, 'x');
+    if (token == Token::attribute)
+        parts.assets += R"(<asset id="long" src="x"><metadata><md key="note" value=")" + text +
+                        R"("/></metadata></asset>)";
+    else if (token == Token::comment)
+        parts.assets += "<!--" + text + "-->";
+    else
+        parts.assets += "<?note " + text + "?>";
+    for (const int angle : {0, 1})
+        parts.angles += fmt::format(
+            R"(<mc-angle name="Angle {0}" angleID="angle-{0}"><asset-clip ref="asset-0" offset="0s" duration="60s"/></mc-angle>)",
+            angle);
+    return document(parts);
+}
+
+std::string compoundDocument(std::size_t clips, std::size_t uses) {
+    DocumentParts parts;
+    parts.duration = fmt::format("{}s", uses);
+    addAsset(parts.assets, 0, pictureOnly);
+    const auto assets = std::back_inserter(parts.assets);
+    fmt::format_to(assets, R"(<media id="compound"><sequence format="r1" duration="{}s"><spine>)",
+                   clips);
+    for (std::size_t clip = 0; clip < clips; ++clip)
+        fmt::format_to(assets, R"(<asset-clip ref="asset-0" offset="{}s" duration="1s"/>)", clip);
+    parts.assets += "</spine></sequence></media>";
+    const auto angles = std::back_inserter(parts.angles);
+    fmt::format_to(angles, R"(<mc-angle name="Angle 0" angleID="angle-0">)");
+    for (std::size_t use = 0; use < uses; ++use)
+        fmt::format_to(angles, R"(<ref-clip ref="compound" offset="{}s" duration="1s"/>)", use);
+    fmt::format_to(
+        angles,
+        R"(</mc-angle><mc-angle name="Angle 1" angleID="angle-1"><asset-clip ref="asset-0" offset="0s" duration="{}s"/></mc-angle>)",
+        uses);
+    return document(parts);
+}
+
 } // namespace shotweaver::benchmarks

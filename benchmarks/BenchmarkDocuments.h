@@ -21,4 +21,12 @@ std::string gappedDocument(std::size_t angles, std::size_t rangesEach, std::int6
 /// of markers, keywords and connected titles spread over its clip.
 std::string annotatedDocument(std::int64_t seconds, std::size_t annotations);
 
+/// A small project with a long attribute value, comment or instruction of so many bytes.
+enum class Token { attribute, comment, instruction };
+std::string tokenDocument(Token token, std::size_t bytes);
+
+/// A small file whose first angle uses a compound clip of `clips` clips `uses` times, and shows a
+/// clip's length of it each time.
+std::string compoundDocument(std::size_t clips, std::size_t uses);
+
 } // namespace shotweaver::benchmarks

@@ -1,119 +1,167 @@
-// Runs whole programs on the large document, turn and turn about, and prints wall time and peak
-// memory of each beside those of xmllint, the yardstick of what reading such a file costs.
+// Runs whole programs on large documents, turn and turn about, and prints wall time, processor time
+// and peak memory of each beside those of xmllint, the yardstick of what reading such a file costs,
+// and of another build of the command line where there is one.
 
 #include "benchmarks/BenchmarkDocuments.h"
+#include "benchmarks/Measuring.h"
 
+#include <expat.h>
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace shotweaver::benchmarks {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr int rounds = 5;
-
-struct Run {
-    double seconds;
-    double megabytes; // resident at the peak
-};
+constexpr std::size_t tokenBytes = 64'000'000;
 
 struct Program {
     std::string name;
     std::vector<std::string> arguments;
-    std::vector<Run> runs;
+    std::vector<ProgramRun> runs;
 };
 
-Run measure(const Program& program) {
-    std::vector<char*> arguments;
-    for (const std::string& argument : program.arguments)
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    arguments.push_back(nullptr);
+/// The command lines that are measured: one, or two builds.
+struct CommandLine {
+    std::string name;
+    std::string path;
+};
 
-    const auto start = std::chrono::steady_clock::now();
-    const pid_t child = fork();
-    if (child == 0) {
-        const int nothing = open("/dev/null", O_WRONLY);
-        dup2(nothing, STDOUT_FILENO);
-        execvp(arguments[0], arguments.data());
-        _exit(127);
+double medianOf(const Program& program, double ProgramRun::*figure) {
+    std::vector<double> values;
+    for (const ProgramRun& run : program.runs)
+        values.push_back(run.*figure);
+    return median(std::move(values));
+}
+
+/// Runs all in turn and prints their medians, with the ratios to the first one's.
+void compare(const std::string& title, std::vector<Program> programs) {
+    for (int round = 0; round < rounds; ++round)
+        for (Program& program : programs)
+            program.runs.push_back(runProgram(program.arguments));
+    fmt::print("{:<40} {:>8}   {:>8}   {:>7}\n", title, "wall", "CPU", "peak");
+    for (const Program& program : programs) {
+        constexpr std::array figures{&ProgramRun::seconds, &ProgramRun::cpuSeconds,
+                                     &ProgramRun::megabytes};
+        std::array<double, 3> medians{};
+        std::string ratios;
+        for (std::size_t i = 0; i < figures.size(); ++i) {
+            medians[i] = medianOf(program, figures[i]);
+            ratios += fmt::format(" {:>6.2f}", medians[i] / medianOf(programs.front(), figures[i]));
+        }
+        fmt::print("{:<40} {:>8.3f} s {:>8.3f} s {:>7.0f} MB {}\n", program.name, medians[0],
+                   medians[1], medians[2], ratios);
     }
-    int status = 0;
-    rusage usage{};
-    wait4(child, &status, 0, &usage);
-    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        throw std::runtime_error(program.name + " failed");
-    return {elapsed.count(), static_cast<double>(usage.ru_maxrss) / 1024};
+    fmt::print("\n");
 }
 
-template <class Field>
-double median(std::vector<Run> runs, Field field) {
-    std::sort(runs.begin(), runs.end(),
-              [&](const Run& a, const Run& b) { return a.*field < b.*field; });
-    return runs[runs.size() / 2].*field;
+std::string write(const TemporaryFolder& folder, const std::string& name,
+                  const std::string& bytes) {
+    const std::string path = (folder.path / name).string();
+    std::ofstream(path, std::ios::binary) << bytes;
+    return path;
 }
 
-/// Runs both in turn and prints their medians and ratios.
-void compare(Program ours, Program yardstick) {
-    for (int round = 0; round < rounds; ++round) {
-        yardstick.runs.push_back(measure(yardstick));
-        ours.runs.push_back(measure(ours));
+Program xmllint(const std::string& document) {
+    return {"xmllint --noout", {"xmllint", "--noout", "--huge", document}, {}};
+}
+
+Program inspect(const CommandLine& commandLine, const std::string& document) {
+    return {commandLine.name + " inspect", {commandLine.path, "inspect", document}, {}};
+}
+
+void compareReading(const std::string& title, const std::vector<CommandLine>& commandLines,
+                    const std::string& document) {
+    std::vector<Program> programs{xmllint(document)};
+    programs.push_back({"Expat with empty handlers", {ownProgram(), "--expat", document}, {}});
+    for (const CommandLine& each : commandLines)
+        programs.push_back(inspect(each, document));
+    compare(title, std::move(programs));
+}
+
+void compareWriting(const std::string& title, const std::vector<CommandLine>& commandLines,
+                    const std::string& document, const std::filesystem::path& folder) {
+    std::vector<Program> programs{{"xmllint --format",
+                                   {"xmllint", "--format", "--huge", "--output",
+                                    (folder / "formatted.xml").string(), document},
+                                   {}}};
+    for (const CommandLine& each : commandLines)
+        programs.push_back({each.name + " generate --output",
+                            {each.path, "generate", document, "--output", folder.string()},
+                            {}});
+    compare(title, std::move(programs));
+}
+
+/// A token of twice the size should take twice the time.
+void compareSizes(const std::string& title, const CommandLine& commandLine, Token token,
+                  const TemporaryFolder& folder) {
+    const std::string once = write(folder, "once.fcpxml", tokenDocument(token, tokenBytes));
+    const std::string twice = write(folder, "twice.fcpxml", tokenDocument(token, 2 * tokenBytes));
+    compare(title, {inspect(commandLine, once),
+                    {"the same with twice the size", {commandLine.path, "inspect", twice}, {}}});
+}
+
+void run(const std::vector<CommandLine>& commandLines) {
+    const TemporaryFolder folder;
+    fmt::print("Whole programs, medians of {} rounds, and their ratios to the first\n\n", rounds);
+    const std::string large = write(folder, "Large.fcpxml", largeDocument());
+    const std::string title = fmt::format(
+        "A document of {:.0f} MB", static_cast<double>(std::filesystem::file_size(large)) / 1e6);
+    compareReading(title, commandLines, large);
+    compareWriting(title, commandLines, large, folder.path);
+
+    compareReading("1,000 clips in a compound clip, 10,000 times", commandLines,
+                   write(folder, "Compound.fcpxml", compoundDocument(1'000, 10'000)));
+    compareReading("An attribute of 64 MB", {commandLines.front()},
+                   write(folder, "Attribute.fcpxml", tokenDocument(Token::attribute, tokenBytes)));
+    compareSizes("An attribute of 64 MB", commandLines.front(), Token::attribute, folder);
+    compareSizes("A comment of 64 MB", commandLines.front(), Token::comment, folder);
+    compareSizes("An instruction of 64 MB", commandLines.front(), Token::instruction, folder);
+}
+
+/// What a parser costs that does nothing with what it finds.
+void parseOnly(const std::string& path) {
+    const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
+        XML_ParserCreate(nullptr), XML_ParserFree);
+    XML_SetElementHandler(
+        parser.get(), [](void*, const XML_Char*, const XML_Char**) {},
+        [](void*, const XML_Char*) {});
+    XML_SetCharacterDataHandler(parser.get(), [](void*, const XML_Char*, int) {});
+    std::ifstream file(path, std::ios::binary);
+    while (file) {
+        constexpr int blockBytes = 1 << 16;
+        void* const block = XML_GetBuffer(parser.get(), blockBytes);
+        if (!block) throw std::runtime_error("out of memory");
+        file.read(static_cast<char*>(block), blockBytes);
+        const bool isLast = !file;
+        if (XML_ParseBuffer(parser.get(), static_cast<int>(file.gcount()), isLast) != XML_STATUS_OK)
+            throw std::runtime_error("the document does not parse");
     }
-    for (const Program* program : {&yardstick, &ours})
-        fmt::print("{:<42} {:>8.2f} s {:>9.0f} MB\n", program->name,
-                   median(program->runs, &Run::seconds), median(program->runs, &Run::megabytes));
-    fmt::print("{:<42} {:>8.2f}   {:>9.2f}\n\n", "ratio",
-               median(ours.runs, &Run::seconds) / median(yardstick.runs, &Run::seconds),
-               median(ours.runs, &Run::megabytes) / median(yardstick.runs, &Run::megabytes));
-}
-
-void run(const std::string& shotweaver) {
-    std::string pattern = (fs::temp_directory_path() / "shotweaver-benchmark-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder to work in");
-    const fs::path folder = pattern;
-    const std::string document = (folder / "Large.fcpxml").string();
-    std::ofstream(document, std::ios::binary) << largeDocument(); // not kept: a child's peak
-                                                                  // counts what it is forked from
-    fmt::print("Whole programs on a document of {:.0f} MB, medians of {} rounds\n\n",
-               static_cast<double>(fs::file_size(document)) / 1e6, rounds);
-
-    compare({"shotweaver inspect", {shotweaver, "inspect", document}, {}},
-            {"xmllint --noout", {"xmllint", "--noout", "--huge", document}, {}});
-    compare({"shotweaver generate --output",
-             {shotweaver, "generate", document, "--output", folder.string()},
-             {}},
-            {"xmllint --format --output",
-             {"xmllint", "--format", "--huge", "--output", (folder / "formatted.xml").string(),
-              document},
-             {}});
-    fs::remove_all(folder);
 }
 
 } // namespace
 } // namespace shotweaver::benchmarks
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::cerr << "Usage: command_benchmark SHOTWEAVER\n";
-        return 2;
-    }
+    using namespace shotweaver::benchmarks;
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
     try {
-        shotweaver::benchmarks::run(argv[1]);
+        if (arguments.size() == 2 && arguments[0] == "--expat")
+            parseOnly(arguments[1]);
+        else if (arguments.size() == 1)
+            run({{"shotweaver", arguments[0]}});
+        else if (arguments.size() == 2)
+            run({{"shotweaver", arguments[0]}, {"the other", arguments[1]}});
+        else
+            throw std::runtime_error("Usage: command_benchmark SHOTWEAVER [ANOTHER BUILD OF IT]");
         return 0;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';

@@ -3,6 +3,7 @@
 // costs.
 
 #include "benchmarks/BenchmarkDocuments.h"
+#include "benchmarks/Measuring.h"
 #include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
 #include "persistence/SavedEditSession.h"
@@ -14,9 +15,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -33,9 +31,17 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int rounds = 7;
-constexpr std::size_t clipsPerAngle = 16'000; // a document of 40 MB
-constexpr std::size_t clipFrames = 20;        // and of three hours
-constexpr int revisions = 200;
+
+/// A session, by its document and its edits.
+struct Sized {
+    std::size_t clipsPerAngle;
+    std::size_t clipFrames;
+    int edits;
+    double longestShot; // seconds
+};
+
+constexpr Sized largeDocumentSession{16'000, 20, 200, 20}; // 40 MB, three hours
+constexpr Sized longHistorySession{400, 800, 1'000, 7.6};  // 1 MB, three hours
 
 /// An editor on the state in a folder.
 struct Bench {
@@ -53,21 +59,6 @@ struct Bench {
     ContentView editor;
 };
 
-double secondsOf(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-void print(const std::string& name, double seconds) {
-    fmt::print("{:<58} {:>9.2f} ms\n", name, seconds * 1000);
-}
-
 /// Runs both in turn and prints their medians and ratio.
 void compare(const std::string& name, const std::function<void()>& work,
              const std::string& yardstickName, const std::function<void()>& yardstick) {
@@ -79,17 +70,19 @@ void compare(const std::string& name, const std::function<void()>& work,
     }
     print(yardstickName, median(theirs));
     print(name, median(ours));
-    fmt::print("{:<58} {:>9.2f}\n\n", "ratio", median(ours) / median(theirs));
+    printRatio("ratio", median(ours) / median(theirs));
 }
 
-/// Stores a session of many edits of a project.
-void writeSession(const std::string& xml, const fs::path& folder) {
+/// Stores a session.
+void writeSession(const Sized& sized, const fs::path& folder) {
+    const std::string xml = largeDocument(sized.clipsPerAngle, sized.clipFrames);
     const Project project(xml);
     SeededRandom random(7);
     EditSettings settings = importedSettings(project, {});
-    settings.doubleMain = true;
+    settings.mainMinimum = settings.otherMinimum = 4;
+    settings.mainMaximum = settings.otherMaximum = sized.longestShot;
     EditHistory history;
-    for (int i = 0; i < revisions; ++i)
+    for (int i = 0; i < sized.edits; ++i)
         history.append({UUID::random(random), 700'000'000.5 + i, settings,
                         generateCutList(settings, project, random, secureUUIDs())});
     const std::string path = (folder / "data" / "session-v1.json").string();
@@ -98,7 +91,7 @@ void writeSession(const std::string& xml, const fs::path& folder) {
         SessionEncoder().write(sink, base64(xml), settings, history);
     });
     fmt::print("A session of {} edits of {} cuts, {:.0f} MB with its document of {:.0f} MB\n\n",
-               revisions, history.items.front().cuts.size(),
+               sized.edits, history.items.front().cuts.size(),
                static_cast<double>(fs::file_size(path)) / 1e6,
                static_cast<double>(xml.size()) / 1e6);
 }
@@ -115,8 +108,9 @@ void writePlainly(const std::string& path, const std::string& bytes) {
 }
 
 void measureSession(const fs::path& folder) {
-    const std::string xml = largeDocument(clipsPerAngle, clipFrames);
-    writeSession(xml, folder);
+    writeSession(largeDocumentSession, folder);
+    const std::string xml =
+        largeDocument(largeDocumentSession.clipsPerAngle, largeDocumentSession.clipFrames);
     compare(
         "restore", [&] { Bench(folder).editor.restoreSession(); }, "import of its XML",
         [&] { const CutEngine engine(xml); });
@@ -135,6 +129,21 @@ void measureSession(const fs::path& folder) {
         },
         "write and sync of a file of that size",
         [&] { writePlainly((folder / "plain").string(), bytes); });
+}
+
+/// In programs of their own, so that neither counts what the other has taken.
+void measureLongHistory(const fs::path& folder) {
+    runProgram({ownProgram(), "--write", folder.string()}, ProgramOutput::shown);
+    for (int round = 0; round < 3; ++round)
+        runProgram({ownProgram(), "--restore", folder.string()}, ProgramOutput::shown);
+    fmt::print("\n");
+}
+
+void restore(const fs::path& folder) {
+    Bench bench(folder);
+    bench.editor.appear();
+    if (bench.editor.fields().error) throw std::runtime_error(*bench.editor.fields().error);
+    printOwnCosts("restore");
 }
 
 /// The median of many calls.
@@ -191,21 +200,22 @@ void measureOperations(const fs::path& folder) {
     });
 }
 
-void run() {
-    std::string pattern = (fs::temp_directory_path() / "shotweaver-benchmark-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder to work in");
-    const fs::path folder = pattern;
-    measureSession(folder / "session");
-    measureOperations(folder / "operations");
-    fs::remove_all(folder);
+void run(const std::vector<std::string>& arguments) {
+    if (arguments.size() == 2 && arguments[0] == "--write")
+        return writeSession(longHistorySession, arguments[1]);
+    if (arguments.size() == 2 && arguments[0] == "--restore") return restore(arguments[1]);
+    const TemporaryFolder folder;
+    measureSession(folder.path / "session");
+    measureLongHistory(folder.path / "history");
+    measureOperations(folder.path / "operations");
 }
 
 } // namespace
 } // namespace shotweaver::benchmarks
 
-int main() {
+int main(int argc, char** argv) {
     try {
-        shotweaver::benchmarks::run();
+        shotweaver::benchmarks::run({argv + 1, argv + argc});
         return 0;
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';

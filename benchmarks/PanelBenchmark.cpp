@@ -2,6 +2,7 @@
 // empty window, and what a user's actions cost until they are painted, without their save.
 
 #include "benchmarks/BenchmarkDocuments.h"
+#include "benchmarks/Measuring.h"
 #include "benchmarks/SilentHost.h"
 #include "host/views/ExtensionRootView.h"
 #include "persistence/SavedEditSession.h"
@@ -15,11 +16,7 @@
 
 #include <QApplication>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
 
-#include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <iostream>
@@ -46,24 +43,11 @@ struct Bench {
     ContentView editor;
 };
 
-double millisecondsOf(const std::function<void()>& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    const std::chrono::duration<double, std::milli> taken =
-        std::chrono::steady_clock::now() - start;
-    return taken.count();
-}
-
 double medianOf(const std::function<double()>& measure) {
     std::vector<double> values;
     for (int round = 0; round < rounds; ++round)
         values.push_back(measure());
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-void print(const std::string& name, double milliseconds) {
-    fmt::print("{:<58} {:>9.2f} ms\n", name, milliseconds);
+    return median(values);
 }
 
 /// Lets the window paint itself, as it does once it is shown.
@@ -96,13 +80,19 @@ void startPanel(const std::string& folder) {
     firstPaint();
 }
 
-double startOf(const QStringList& arguments) {
-    return millisecondsOf([&] {
-        QProcess program;
-        program.start(QCoreApplication::applicationFilePath(), arguments);
-        if (!program.waitForFinished(-1) || program.exitCode() != 0)
-            throw std::runtime_error("the measured program failed");
-    });
+/// A panel with a project of 100 MB that has been edited and looked at.
+void usePanel(const std::string& folder) {
+    Bench bench(folder);
+    ExtensionRootView root(bench.editor);
+    root.resize(windowSize);
+    root.show();
+    bench.editor.importProject(readFile(systemFileCalls(), folder + "/Large.fcpxml"));
+    bench.editor.generateEdit();
+    bench.editor.generateEdit();
+    paint(root);
+    if (bench.editor.fields().history.items.size() != 2)
+        throw std::runtime_error("the large project was not edited");
+    printOwnCosts("the panel with a project of 100 MB");
 }
 
 /// A session of 5 MB: a document of 1 MB and 50 edits.
@@ -132,20 +122,23 @@ void compareStarts(const std::string& folder) {
     std::vector<double> empty;
     std::vector<double> panel;
     std::vector<double> restore;
-    const auto median = [](std::vector<double> values) {
-        std::sort(values.begin(), values.end());
-        return values[values.size() / 2];
-    };
     for (int round = 0; round < rounds; ++round) {
-        empty.push_back(startOf({QStringLiteral("--empty")}));
-        restore.push_back(millisecondsOf([&] { Bench(folder).editor.restoreSession(); }));
-        panel.push_back(startOf({QStringLiteral("--panel"), QString::fromStdString(folder)}));
+        empty.push_back(runProgram({ownProgram(), "--empty"}).seconds);
+        restore.push_back(secondsOf([&] { Bench(folder).editor.restoreSession(); }));
+        panel.push_back(runProgram({ownProgram(), "--panel", folder}).seconds);
     }
     print("start of an empty window", median(empty));
     print("restore", median(restore));
     print("start of the panel with that session", median(panel));
-    fmt::print("{:<58} {:>9.2f}\n\n", "ratio to the empty window and the restore",
+    printRatio("ratio to the empty window and the restore",
                median(panel) / (median(empty) + median(restore)));
+}
+
+void measureMemory(const std::string& folder) {
+    std::filesystem::create_directories(folder);
+    writeNewFile(systemFileCalls(), folder + "/Large.fcpxml", largeDocument());
+    runProgram({ownProgram(), "--use", folder}, ProgramOutput::shown);
+    fmt::print("\n");
 }
 
 void measureActions(const std::string& folder) {
@@ -169,7 +162,7 @@ void measureActions(const std::string& folder) {
         print(name, medianOf([&] {
                   prepare();
                   paint(root);
-                  return millisecondsOf([&] {
+                  return secondsOf([&] {
                       action();
                       paint(root);
                   });
@@ -196,9 +189,12 @@ void run(const QStringList& arguments) {
     if (arguments.value(0) == QLatin1String("--empty")) return startEmptyWindow();
     if (arguments.value(0) == QLatin1String("--panel"))
         return startPanel(arguments.value(1).toStdString());
-    const QTemporaryDir folder;
-    compareStarts(folder.path().toStdString() + "/start");
-    measureActions(folder.path().toStdString() + "/actions");
+    if (arguments.value(0) == QLatin1String("--use"))
+        return usePanel(arguments.value(1).toStdString());
+    const TemporaryFolder folder;
+    compareStarts(folder.path.string() + "/start");
+    measureMemory(folder.path.string() + "/memory");
+    measureActions(folder.path.string() + "/actions");
 }
 
 } // namespace
