@@ -28,6 +28,13 @@ inline constexpr const char* frequencyHelp =
     "Higher numbers choose this camera more often between main camera shots. The percentage "
     "compares additional camera choices when footage is available, not total screen time.";
 
+inline constexpr const char* varyHelp =
+    "After a shot of an additional camera, the next such shot shows another one, where another can "
+    "be chosen.";
+inline constexpr const char* varyTwoHelp =
+    "After a shot of an additional camera, the next such shot shows another one, where another can "
+    "be chosen. Your two then take turns.";
+
 inline constexpr const char* rangesNote =
     "Ranges take priority over the target balance. Recording gaps or the end of the project may "
     "shorten a shot; a lone available camera may need a longer hold.";

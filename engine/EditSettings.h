@@ -55,6 +55,7 @@ struct EditSettings {
     AngleNumbers returnTimes; // seconds, 0 to 600; a missing entry counts as 0
     std::string audio;
     bool doubleMain = false;
+    bool varyOthers = false; // not the same additional camera twice in a row
     Bookend opening;
     Bookend closing;
     std::vector<SectionDraft> sections;
@@ -123,6 +124,7 @@ struct GenerationInputs {
     double mainShare = 0.7;                // a fraction, 0.1 to 0.9
     double averageShot = 10;               // seconds, 4 to 20
     bool doubleMain = false;
+    bool varyOthers = false;
     std::optional<SecondsRange> mainRange;  // 1 to 120 seconds
     std::optional<SecondsRange> otherRange; // 1 to 120 seconds
     std::optional<BookendShot> opening;

@@ -211,6 +211,7 @@ GenerationInputs FuzzedProject::inputs(const CoverageMap& coverage) {
     inputs.mainShare = setting(0.1, 0.9);
     inputs.averageShot = setting(4, 20);
     inputs.doubleMain = bytes_.ConsumeBool();
+    inputs.varyOthers = bytes_.ConsumeBool();
     if (sometimes()) inputs.mainRange = SecondsRange{setting(1, 20), setting(20, 120)};
     if (sometimes()) inputs.otherRange = SecondsRange{setting(1, 20), setting(20, 120)};
     if (sometimes()) inputs.opening = BookendShot{camera(), setting(1, sometimes() ? 120 : 4)};

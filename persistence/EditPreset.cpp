@@ -35,6 +35,7 @@ void visitFields(Record& preset, Visit visit) {
     visit("mainShare", preset.mainShare);
     visit("averageShot", preset.averageShot);
     visit("doubleMain", preset.doubleMain);
+    visit("varyOthers", OrDefault(preset.varyOthers));
     visit("mainAngleName", preset.mainAngleName);
     visit("otherAngleNames", preset.otherAngleNames);
     visit("audioAngleName", preset.audioAngleName);

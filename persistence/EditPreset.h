@@ -39,6 +39,7 @@ struct EditPreset {
     double mainShare = 0;   // percent, 10 to 90
     double averageShot = 0; // seconds, 4 to 20
     bool doubleMain = false;
+    bool varyOthers = false;
     std::string mainAngleName;
     std::vector<std::string> otherAngleNames;
     std::string audioAngleName;

@@ -30,6 +30,7 @@ void visitFields(Record& settings, Visit visit) {
     visit("returnTimes", settings.returnTimes);
     visit("audio", settings.audio);
     visit("doubleMain", settings.doubleMain);
+    visit("varyOthers", OrDefault(settings.varyOthers));
     visit("openingEnabled", settings.opening.isEnabled);
     visit("openingCamera", settings.opening.camera);
     visit("openingSeconds", settings.opening.seconds);
@@ -88,8 +89,8 @@ EditSettings readSettings(const JsonReader& json) {
 }
 
 EditSettings readSettingsOver(const JsonReader& json, EditSettings settings) {
-    visitFields(settings, [&](std::string_view key, auto& field) {
-        if (json.has(key)) decode(json.at(key), field);
+    visitFields(settings, [&](std::string_view key, auto&& field) {
+        if (json.has(key)) decodeField(json, key, field);
     });
     return settings;
 }

@@ -54,6 +54,7 @@ GenerationInputs generationInputs(const EditSettings& settings, const Project& p
     inputs.mainShare = settings.mainShare / 100;
     inputs.averageShot = settings.averageShot;
     inputs.doubleMain = settings.doubleMain;
+    inputs.varyOthers = settings.varyOthers;
     inputs.mainRange = SecondsRange{settings.mainMinimum, settings.mainMaximum};
     inputs.otherRange = SecondsRange{settings.otherMinimum, settings.otherMaximum};
     inputs.opening = requestedShot(settings.opening);

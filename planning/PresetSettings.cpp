@@ -111,6 +111,7 @@ std::optional<EditPreset> presetOf(const EditSettings& settings, const Project& 
     preset.mainShare = settings.mainShare;
     preset.averageShot = settings.averageShot;
     preset.doubleMain = settings.doubleMain;
+    preset.varyOthers = settings.varyOthers;
     preset.mainAngleName = project.name(settings.mainCamera);
     preset.audioAngleName = project.name(settings.audio);
     preset.returnTimes = namedRows<PresetReturnTime>(project.videoAngles, settings.returnTimes);
@@ -132,6 +133,7 @@ AppliedPreset appliedPreset(const EditPreset& preset, EditSettings settings,
     settings.averageShot = preset.averageShot;
     applyRanges(preset, settings);
     settings.doubleMain = preset.doubleMain;
+    settings.varyOthers = preset.varyOthers;
     applyRows(preset.frequencies, &PresetFrequency::weight, defaultFrequency, video,
               settings.frequencies);
     applyRows(preset.returnTimes, &PresetReturnTime::seconds, defaultReturnTime, video,

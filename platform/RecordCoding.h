@@ -23,8 +23,9 @@ namespace shotweaver {
 ///         visit("seconds", bookend.seconds);
 ///     }
 ///
-/// All keys are required when reading, but for those of `std::optional` fields: left out when
-/// absent, and null reads as absent. Unknown keys are ignored.
+/// All keys are required when reading, but for those of `std::optional` fields, left out when
+/// absent, and of fields in `OrDefault`, left out when at their default; null reads as absent.
+/// Unknown keys are ignored.
 ///
 /// The text is compact and is appended to `json`: a session with many cuts is written several times
 /// faster than by way of a document. `PlatformError` for a number that is not finite. Decoding
@@ -36,6 +37,14 @@ concept RecordOf = std::same_as<std::remove_const_t<Record>, Kind>;
 using StringSet = std::set<std::string, std::less<>>;
 template <class Value>
 using StringMap = std::map<std::string, Value, std::less<>>;
+
+/// A field whose absent key means the default of its type: visit("keptCuts", OrDefault(ids)).
+template <class Value>
+struct OrDefault {
+    Value& value;
+};
+template <class Value>
+OrDefault(Value&) -> OrDefault<Value>;
 
 void encode(std::string& json, double value);
 void encode(std::string& json, std::int64_t value);
@@ -84,6 +93,11 @@ void encodeField(std::string& json, std::string_view key, const std::optional<Va
 }
 
 template <class Value>
+void encodeField(std::string& json, std::string_view key, OrDefault<Value> field) {
+    if (field.value != std::remove_const_t<Value>{}) encodeField(json, key, field.value);
+}
+
+template <class Value>
 void decodeField(const JsonReader& record, std::string_view key, Value& value) {
     decode(record.at(key), value);
 }
@@ -92,6 +106,12 @@ template <class Value>
 void decodeField(const JsonReader& record, std::string_view key, std::optional<Value>& value) {
     value.reset();
     if (const auto found = record.find(key)) decode(*found, value.emplace());
+}
+
+template <class Value>
+void decodeField(const JsonReader& record, std::string_view key, OrDefault<Value> field) {
+    field.value = {};
+    if (const auto found = record.find(key)) decode(*found, field.value);
 }
 
 /// Reads the rows of long arrays into records of strings, whole numbers and UUIDs, as strictly as
@@ -189,7 +209,7 @@ void decode(const JsonReader& json, StringMap<Value>& value) {
 
 template <class Record>
 void decode(const JsonReader& json, Record& record) {
-    visitFields(record, [&](std::string_view key, auto& field) { decodeField(json, key, field); });
+    visitFields(record, [&](std::string_view key, auto&& field) { decodeField(json, key, field); });
 }
 
 } // namespace shotweaver

@@ -79,6 +79,7 @@ void RecordWriter::writeSettings() {
     line("Other shot range: {} to {} seconds", shortestDecimal(settings_.otherMinimum),
          shortestDecimal(settings_.otherMaximum));
     line("Randomly double main holds: {}", settings_.doubleMain ? "On (25% chance)" : "Off");
+    if (settings_.varyOthers) line("Vary additional cameras: On");
     line("Continuous audio: {}", project_.name(settings_.audio));
     line("");
 }

@@ -51,8 +51,9 @@ struct Camera {
 struct WalkState {
     std::int64_t position = 0; // first frame not yet covered
     bool mainDue = true;
-    CameraIndex current = notSelected; // angle of the last cut
-    bool canMerge = false;             // the last cut is a free shot
+    CameraIndex current = notSelected;   // angle of the last cut
+    CameraIndex lastOther = notSelected; // the latest additional camera that any cut shows
+    bool canMerge = false;               // the last cut is a free shot
     // For each camera: where its latest shot ended, and its first range that ends after position.
     std::vector<std::optional<std::int64_t>> lastShotEnd;
     std::vector<std::size_t> range;
@@ -79,12 +80,14 @@ class GenerationWalk {
                       const std::optional<SecondsRange>& opposite, double averageShot) const;
     void layFixed(const std::string& angle, std::int64_t end);
     void layFree(const FreeShot& shot);
+    void moveOn(CameraIndex camera, std::int64_t end);
     void addCut(const std::string& angle, std::int64_t duration);
     FreeShot drawFreeShot(std::int64_t limit);
 
     void findAvailable();
     void findEligible();
     void findCandidates();
+    void leaveOutLastOther();
     CameraIndex drawCamera();
     std::int64_t drawLength(const ShotKind& kind, bool isMain);
 
@@ -180,10 +183,17 @@ void GenerationWalk::layBetween(const std::vector<FixedCameraSection>& sections,
 /// Lays a shot that nothing merges with.
 void GenerationWalk::layFixed(const std::string& angle, std::int64_t end) {
     addCut(angle, end - state_.position);
-    const CameraIndex camera = indexOf(angle);
-    if (camera != notSelected) state_.lastShotEnd[camera] = end;
-    state_.current = camera;
     state_.canMerge = false;
+    moveOn(indexOf(angle), end);
+}
+
+/// Takes note of a shot that has been laid.
+void GenerationWalk::moveOn(CameraIndex camera, std::int64_t end) {
+    if (camera != notSelected) {
+        state_.lastShotEnd[camera] = end;
+        if (camera != mainIndex) state_.lastOther = camera;
+    }
+    state_.current = camera;
     state_.mainDue = camera != mainIndex;
     state_.position = end;
 }
@@ -201,11 +211,8 @@ void GenerationWalk::layFree(const FreeShot& shot) {
         cuts_.back().duration += duration;
     else
         addCut(names_[shot.camera], duration);
-    state_.lastShotEnd[shot.camera] = shot.end;
-    state_.current = shot.camera;
     state_.canMerge = true;
-    state_.mainDue = shot.camera != mainIndex;
-    state_.position = shot.end;
+    moveOn(shot.camera, shot.end);
 }
 
 /// Draws a shot from the walk's position to `limit`, the next fixed part, at most.
@@ -259,8 +266,15 @@ void GenerationWalk::findCandidates() {
     for (const CameraIndex camera : eligible_) {
         if (camera != mainIndex && camera != state_.current) candidates_.push_back(camera);
     }
+    if (inputs_.varyOthers) leaveOutLastOther();
     // A lone camera keeps its hold, and the main camera comes again when nothing else can.
     if (candidates_.empty()) candidates_ = eligible_;
+}
+
+/// Unless it is the only one.
+void GenerationWalk::leaveOutLastOther() {
+    const auto last = std::find(candidates_.begin(), candidates_.end(), state_.lastOther);
+    if (last != candidates_.end() && candidates_.size() > 1) candidates_.erase(last);
 }
 
 CameraIndex GenerationWalk::drawCamera() {

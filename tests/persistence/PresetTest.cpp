@@ -8,11 +8,12 @@ namespace shotweaver::test {
 namespace {
 
 /// As stored before there were ranges, frequencies and return times.
-const EditPreset oldPreset{UUID(), "Sunday", 60, 8,  true, "Cam 1", {"Cam 2", ""}, "Mix", {}, {},
-                           {},     {},       {}, {}, {},   {}};
+const EditPreset oldPreset{UUID(), "Sunday", 60, 8,  true, false, "Cam 1", {"Cam 2", ""}, "Mix", {},
+                           {},     {},       {}, {}, {},   {},    {}};
 
 EditPreset fullPreset() {
     EditPreset preset = oldPreset;
+    preset.varyOthers = true;
     preset.returnTimes = {{"Cam 2", 30}};
     preset.frequencies = {{"Cam 1", 7.5}};
     preset.opening = {"Cam 3", 15};
@@ -28,7 +29,8 @@ const std::string oldStored =
     R"("averageShot":8.0,"doubleMain":true,"mainAngleName":"Cam 1",)"
     R"("otherAngleNames":["Cam 2",""],"audioAngleName":"Mix"}])";
 const std::string stored =
-    oldStored.substr(0, oldStored.size() - 2) +
+    replaced(oldStored.substr(0, oldStored.size() - 2), R"("doubleMain":true)",
+             R"("doubleMain":true,"varyOthers":true)") +
     R"(,"returnTimes":[{"angleName":"Cam 2","seconds":30.0}],)"
     R"("frequencies":[{"angleName":"Cam 1","weight":7.5}],)"
     R"("opening":{"angleName":"Cam 3","seconds":15.0},)"

@@ -112,6 +112,14 @@ TEST(RecordJson, everyFieldGoesOutAndComesBackOrIsRefusedWithItsPlace) {
     EXPECT_EQ(read(R"(120.0,)", R"(120,"comment":{"audio":[null]},)"), revision());
     for (const auto& [from, to, failure] : rows)
         EXPECT_EQ(failureOf([&, a = from, b = to] { read(a, b); }), failure);
+    EditRevision varied = revision();
+    varied.settings.varyOthers = true;
+    EXPECT_EQ(readRevision(JsonReader(parseJson(revisionText(varied)))), varied);
+    const char* const end = R"("doubleMain":true,)";
+    EXPECT_EQ(read(end, R"("doubleMain":true,"varyOthers":true,)"), varied);
+    EXPECT_EQ(read(end, R"("doubleMain":true,"varyOthers":null,)"), revision());
+    EXPECT_EQ(failureOf([&] { read(end, R"("doubleMain":true,"varyOthers":1,)"); }),
+              place + "varyOthers\" must be true or false.");
 }
 
 TEST(RecordJson, givenSettingsReplaceWholeValues) {

@@ -4,11 +4,14 @@
 #include "editor/views/settings/Binding.h"
 #include "editor/views/settings/CameraRowView.h"
 #include "editor/views/settings/ControlRanges.h"
+#include "planning/EditPlan.h"
 #include "planning/ProjectDefaults.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/Picker.h"
 #include "widgets/Stepper.h"
 #include "widgets/Style.h"
+#include "widgets/Toggle.h"
+#include "widgets/WrappedText.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -23,7 +26,10 @@ CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
     : QGroupBox(QStringLiteral("Cameras and audio"), parent), editor_(editor),
       mainCamera_(new Picker(QStringLiteral("Main camera"))),
       audio_(new Picker(QStringLiteral("Continuous audio"))), mainWait_(new Stepper(waitRange)),
-      rowLayout_(columnLayout()) {
+      rowLayout_(columnLayout()),
+      varyOthers_(new Toggle(QStringLiteral("Not the same additional camera twice in a row"))),
+      varyHelp_(helpLabel("")) {
+    varyOthers_->setObjectName(QStringLiteral("varyOthers"));
     mainCamera_->setObjectName(QStringLiteral("mainCamera"));
     audio_->setObjectName(QStringLiteral("audio"));
     mainWait_->setObjectName(QStringLiteral("mainWait"));
@@ -45,6 +51,8 @@ CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
     layout->addWidget(mainWait_);
     layout->addWidget(title);
     layout->addLayout(rowLayout_);
+    layout->addWidget(varyOthers_);
+    layout->addWidget(varyHelp_);
     layout->addWidget(helpLabel(panelTexts::waitHelp));
     layout->addWidget(helpLabel(panelTexts::waitPriorityHelp));
     refresh();
@@ -56,6 +64,7 @@ void CamerasPanel::bind() {
         chooseMainCamera(settings, id, *editor_.project());
     });
     bind(audio_, editor_, &EditSettings::audio);
+    bind(varyOthers_, editor_, &EditSettings::varyOthers);
     bind(mainWait_, editor_, [](EditSettings& settings) -> double& {
         return settings.returnTimes[settings.mainCamera];
     });
@@ -68,6 +77,10 @@ void CamerasPanel::refresh() {
     mainCamera_->show(cameraOptions(*project), settings.mainCamera);
     audio_->show(audioOptions(settings, *project), settings.audio);
     mainWait_->show(mainWait(settings), mainWaitLabel(settings));
+    varyOthers_->show(settings.varyOthers);
+    showText(*varyHelp_, selectedOtherCameras(settings, *project).size() == 2
+                             ? panelTexts::varyTwoHelp
+                             : panelTexts::varyHelp);
     const std::vector<CameraRow> rows = cameraRows(settings, *project);
     if (!hasRowsOf(rows)) rebuildRows(rows);
     for (std::size_t row = 0; row < rows.size(); ++row)

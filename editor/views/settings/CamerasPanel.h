@@ -6,6 +6,7 @@
 
 #include <vector>
 
+class QLabel;
 class QVBoxLayout;
 
 namespace shotweaver {
@@ -13,9 +14,10 @@ namespace shotweaver {
 class CameraRowView;
 class Picker;
 class Stepper;
+class Toggle;
 
 /// "Cameras and audio": the main camera, the audio, and a row for each additional camera.
-/// Object names: mainCamera, audio, mainWait.
+/// Object names: mainCamera, audio, mainWait, varyOthers.
 class CamerasPanel : public QGroupBox {
     Q_OBJECT
 
@@ -36,6 +38,8 @@ class CamerasPanel : public QGroupBox {
     Picker* audio_;
     Stepper* mainWait_;
     QVBoxLayout* rowLayout_;
+    Toggle* varyOthers_;
+    QLabel* varyHelp_;
     std::vector<CameraRowView*> rows_;
 };
 

@@ -76,7 +76,7 @@ TEST(SettingsRecord, statesProjectSettingsUsageAndCuts) {
     edit.settings.frequencies = {{"p1", 7.5}, {"s1", 9}};
     edit.settings.returnTimes = {{"w1", 12}, {"c1", 0.1}};
     edit.settings.audio = "s1";
-    edit.settings.opening.isEnabled = edit.settings.doubleMain = true;
+    edit.settings.opening.isEnabled = edit.settings.doubleMain = edit.settings.varyOthers = true;
     edit.settings.opening.camera = "p1";
     edit.settings.sections = {{{}, "Solo", "c1", " 1:1:30:3 ", ""}};
     edit.cuts = {{{}, "p1", 0, 300}, {{}, "w1", 300, 899}, {{}, "gone", 1199, 601}};
@@ -93,6 +93,7 @@ Target main screen time: 70.0%
 Main shot range: 10.0 to 25.0 seconds
 Other shot range: 4.0 to 8.0 seconds
 Randomly double main holds: On (25% chance)
+Vary additional cameras: On
 Continuous audio: Sound
 
 Camera settings:

@@ -56,6 +56,7 @@ struct Edit {
         if (word == "share") in.mainShare = x, in.averageShot = y;
         if (word == "range") range = SecondsRange{x, y};
         if (word == "paced") range.reset();
+        if (word == "vary") in.varyOthers = true;
         if (word == "double") in.doubleMain = true;
         if (word == "swap") std::swap(in.mainCamera, in.otherCameras[0]);
     }
@@ -63,6 +64,10 @@ struct Edit {
     /// "A 0-100 B 100-200" or the sentence of the failure, with draws of 0 after those given.
     std::string outcome() const {
         test::ScriptedRandom random(draws);
+        return outcome(random);
+    }
+
+    std::string outcome(RandomSource& random) const {
         std::string text;
         const std::string failure = failureOf([&] {
             for (const Cut& cut : generateCuts(project.engine(), in, random, test::countingUUIDs()))
@@ -98,6 +103,9 @@ TEST(CutGeneration, laysShotsByItsRules) {
          "A 0-100 C 100-200 A 200-500"},
         {"also C, also D, weight A 10, weight B 3, weight D 8, closing A 12, draw 0 0 0 .5",
          "A 0-100 D 100-200 A 200-500"},
+        // Not the last additional camera again, whoever showed it, unless it is the only one.
+        {"also C, vary, opening B 4", "B 0-100 A 100-200 C 200-300 A 300-400 B 400-500"},
+        {"vary", "A 0-100 B 100-200 A 200-300 B 300-400 A 400-500"},
         // Return times hold to the frame, for any shot but a camera's first and fixed ones.
         {"also C, wait B 4.001", "A 0-100 B 100-200 A 200-300 C 300-400 A 400-500"},
         {"wait A 7", "A 0-100 B 100-300 A 300-400 B 400-500"},
@@ -127,6 +135,21 @@ TEST(CutGeneration, laysShotsByItsRules) {
         {"range B 5.01 5.02", "The shot range must contain at least one full frame."}};
     for (const auto& [changes, outcome] : rows)
         EXPECT_EQ(Edit(changes).outcome(), outcome) << changes;
+}
+
+TEST(CutGeneration, givesTheListsThatSeedsHaveAlwaysGiven) {
+    SeededRandom random(7);
+    const Edit edit("also C, also D, range A 3 9, range B 1 4, double, weight C 9, wait D 20, "
+                    "opening C 2, clip B 0 900, section D 1000 1100",
+                    1500);
+    EXPECT_EQ(edit.outcome(random),
+              "C 0-50 A 50-125 C 125-193 A 193-268 D 268-367 A 367-517 C 517-616 A 616-691 "
+              "C 691-789 A 789-864 C 864-961 A 961-1000 D 1000-1100 A 1100-1250 C 1250-1344 "
+              "A 1344-1420 C 1420-1500");
+    EXPECT_EQ(edit.outcome(random),
+              "C 0-50 A 50-125 D 125-224 A 224-374 B 374-464 A 464-539 C 539-633 A 633-712 "
+              "C 712-811 A 811-886 D 886-973 A 973-1000 D 1000-1100 A 1100-1175 C 1175-1274 "
+              "A 1274-1349 C 1349-1442 A 1442-1500");
 }
 
 TEST(CutGeneration, refusesInOrder) {

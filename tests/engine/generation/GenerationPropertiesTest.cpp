@@ -113,6 +113,8 @@ class Rules {
                 if (!mayChoose(cut.angle, position)) return "choice of the camera";
             }
             current_ = cut.angle;
+            if (std::count(in_.otherCameras.begin(), in_.otherCameras.end(), current_) > 0)
+                lastOther_ = current_;
             if (!isFixedCut && !mayLast(cut, limit)) return "length";
             for (Camera& camera : cameras_)
                 if (camera.name == cut.angle) camera.lastEnd = end;
@@ -228,6 +230,7 @@ class Rules {
         bool isEligible = false;
         bool isMainNext = false;
         bool hasOther = false; // that is neither the main nor the current camera
+        bool hasNew = false;   // nor the last additional one
         for (const Camera& camera : cameras_) {
             const bool isCurrent = camera.name == current_;
             const bool isMain = camera.name == in_.mainCamera;
@@ -236,9 +239,11 @@ class Rules {
             isEligible |= camera.name == name;
             isMainNext |= isMain && !isCurrent;
             hasOther |= !isMain && !isCurrent;
+            hasNew |= !isMain && !isCurrent && camera.name != lastOther_;
         }
         const bool isMain = name == in_.mainCamera;
         if (isMainNext || !isEligible) return isEligible && isMain;
+        if (in_.varyOthers && hasNew && name == lastOther_) return false;
         return !hasOther || (!isMain && name != current_);
     }
 
@@ -288,6 +293,7 @@ class Rules {
     std::vector<FixedCameraSection> parts_; // in order, with the opening and the closing
     std::vector<Camera> cameras_;           // the main camera first
     std::string current_;
+    std::string lastOther_;
 };
 
 struct Dice {
@@ -371,6 +377,7 @@ GenerationInputs drawnInputs(Dice& dice, const CutEngine& engine) {
     in.mainShare = dice.tenths(1, 9) / 10;
     in.averageShot = dice.tenths(4, 20);
     in.doubleMain = dice.oneIn(2);
+    in.varyOthers = dice.oneIn(2);
     in.mainRange = drawnRange(dice);
     in.otherRange = drawnRange(dice);
     if (dice.oneIn(5)) in.opening = BookendShot{dice.angle(), dice.tenths(1, 5)};

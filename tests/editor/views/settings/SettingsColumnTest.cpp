@@ -75,6 +75,7 @@ TEST(SettingsColumn, aControlChangesItsFieldAndNoOther) {
         {"include-P", Qt::Key_Space, [](auto& s) { s.otherCameras.insert("P"); }},
         {"frequency-P", Qt::Key_Right, [](auto& s) { s.frequencies["P"] = 6; }},
         {"wait-P", Qt::Key_PageUp, [](auto& s) { s.returnTimes["P"] = 50; }},
+        {"varyOthers", Qt::Key_Space, [](auto& s) { s.varyOthers = true; }},
         {"share", Qt::Key_Left, [](auto& s) { s.mainShare = 65; }},
         {"mainMinimum", Qt::Key_Down, [](auto& s) { s.mainMinimum = 9; }},
         {"mainMaximum", Qt::Key_Up, [](auto& s) { s.mainMaximum = 26; }},
