@@ -2,10 +2,12 @@
 
 #include "editor/PanelTexts.h"
 #include "planning/EditPlan.h"
+#include "planning/ShareForecast.h"
 #include "platform/Locale.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace shotweaver {
@@ -37,6 +39,17 @@ double sumOfFrequencies(const EditSettings& settings, const std::vector<std::str
 std::string choiceShare(const CameraRow& row, double sum) {
     const double percent = row.isIncluded && sum > 0 ? std::round(row.frequency / sum * 100) : 0;
     return fmt::format("{:.0f}% of additional camera choices", percent);
+}
+
+/// Whether some selected camera waits before it returns, or did not record throughout.
+bool isForecastLoose(const EditSettings& settings, const Project& project) {
+    std::vector<std::string> cameras = selectedOtherCameras(settings, project);
+    cameras.push_back(settings.mainCamera);
+    const Coverage whole{{0, project.engine.length}};
+    return std::any_of(cameras.begin(), cameras.end(), [&](const std::string& camera) {
+        return numberFor(settings.returnTimes, camera, defaultReturnTime) > 0 ||
+               project.engine.coverageOf(camera) != whole;
+    });
 }
 
 } // namespace
@@ -111,6 +124,18 @@ std::string balanceText(double mainShare) {
     const double share = std::trunc(mainShare);
     return fmt::format("Target screen time: Main {:.0f}% · Other cameras combined {:.0f}%", share,
                        100 - share);
+}
+
+std::string shareForecast(const EditSettings& settings, const Project& project) {
+    if (reversedRange(settings)) return "";
+    std::string text = fmt::format("About {:.0f}% with these shot lengths.",
+                                   std::round(100 * expectedMainShare(settings)));
+    if (const auto advice = rangeForTarget(settings))
+        text += fmt::format(" For {}%: {} {} to {} seconds.", wholeNumber(settings.mainShare),
+                            advice->isMain ? "main camera" : "other cameras",
+                            wholeNumber(advice->range.lower), wholeNumber(advice->range.upper));
+    if (isForecastLoose(settings, project)) text += " Return times and gaps change this.";
+    return text;
 }
 
 std::string minimumLabel(double seconds) {

@@ -60,6 +60,11 @@ double mainWait(const EditSettings& settings);
 std::string mainWaitLabel(const EditSettings& settings);
 
 std::string balanceText(double mainShare);
+
+/// The main camera's part to expect with these shot lengths, a range that meets the target where it
+/// is missed, and what else changes it. Empty while a range is reversed.
+std::string shareForecast(const EditSettings& settings, const Project& project);
+
 std::string minimumLabel(double seconds);
 std::string maximumLabel(double seconds);
 std::string secondsLabel(double seconds);

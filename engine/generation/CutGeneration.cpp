@@ -2,6 +2,7 @@
 
 #include "engine/FinalCutImportError.h"
 #include "engine/generation/EditChecks.h"
+#include "engine/generation/ShotLengths.h"
 #include "platform/NumberText.h"
 
 #include <fmt/format.h>
@@ -31,15 +32,6 @@ constexpr std::size_t maximumCuts = 5'000'000;
 using CameraIndex = std::size_t;
 constexpr CameraIndex mainIndex = 0;
 constexpr CameraIndex notSelected = std::numeric_limits<CameraIndex>::max();
-
-/// How the length of a main or an additional shot is drawn.
-struct ShotKind {
-    double pacingFrames = 0; // before the pacing factor, not rounded
-    bool hasRange = false;
-    std::int64_t minFrames = 0;
-    std::int64_t maxFrames = 0;
-    double exponent = 0; // shapes the draw within the range so that its mean is the target
-};
 
 struct Camera {
     const Coverage* footage = nullptr;
@@ -76,8 +68,6 @@ class GenerationWalk {
     std::vector<Cut> takeCuts() { return std::move(cuts_); }
 
   private:
-    ShotKind shotKind(double share, const std::optional<SecondsRange>& range,
-                      const std::optional<SecondsRange>& opposite, double averageShot) const;
     void layFixed(const std::string& angle, std::int64_t end);
     void layFree(const FreeShot& shot);
     void moveOn(CameraIndex camera, std::int64_t end);
@@ -124,32 +114,8 @@ GenerationWalk::GenerationWalk(const CutEngine& engine, const GenerationInputs& 
     }
     state_.lastShotEnd.resize(cameras_.size());
     state_.range.resize(cameras_.size());
-    mainKind_ = shotKind(inputs.mainShare, inputs.mainRange, inputs.otherRange, inputs.averageShot);
-    otherKind_ =
-        shotKind(1 - inputs.mainShare, inputs.otherRange, inputs.mainRange, inputs.averageShot);
-}
-
-ShotKind GenerationWalk::shotKind(double share, const std::optional<SecondsRange>& range,
-                                  const std::optional<SecondsRange>& opposite,
-                                  double averageShot) const {
-    ShotKind kind;
-    kind.pacingFrames = frames(2 * averageShot * share);
-    if (!range) return kind;
-    kind.hasRange = true;
-    kind.minFrames = static_cast<std::int64_t>(std::ceil(frames(range->lower)));
-    kind.maxFrames = static_cast<std::int64_t>(std::floor(frames(range->upper)));
-
-    // The mean length that stands to the opposite kind's as the shares do, as a place in the range.
-    double place = 0.5;
-    if (range->upper - range->lower > 0) {
-        const double oppositeMean =
-            opposite ? (opposite->lower + opposite->upper) / 2 : averageShot;
-        const double desiredMean = share * oppositeMean / (1 - share);
-        place = (desiredMean - range->lower) / (range->upper - range->lower);
-        place = place > 0.1 ? std::min(place, 0.9) : 0.1;
-    }
-    kind.exponent = 1 / place - 1;
-    return kind;
+    mainKind_ = mainShotKind(inputs, engine.frameDuration);
+    otherKind_ = otherShotKind(inputs, engine.frameDuration);
 }
 
 CameraIndex GenerationWalk::indexOf(const std::string& angle) const {
@@ -291,14 +257,14 @@ CameraIndex GenerationWalk::drawCamera() {
 
 std::int64_t GenerationWalk::drawLength(const ShotKind& kind, bool isMain) {
     // The pacing factor is drawn even where the range then replaces its result.
-    const double pacing = kind.pacingFrames * (0.75 + 0.5 * randomUnit(random_));
+    const double pacing = kind.pacing * (0.75 + 0.5 * randomUnit(random_));
     std::int64_t drawn = std::max<std::int64_t>(std::llround(pacing), 1);
     if (kind.hasRange) {
-        if (kind.maxFrames < kind.minFrames)
+        if (kind.maximum < kind.minimum)
             refuse("The shot range must contain at least one full frame.");
         const double place = std::pow(randomUnit(random_), kind.exponent);
-        const auto span = static_cast<double>(kind.maxFrames - kind.minFrames);
-        drawn = kind.minFrames + std::llround(place * span);
+        const auto span = static_cast<double>(kind.maximum - kind.minimum);
+        drawn = kind.minimum + std::llround(place * span);
     }
     if (inputs_.doubleMain && isMain && randomUnit(random_) < 0.25) drawn *= 2;
     return drawn;

@@ -1,7 +1,13 @@
+#include "engine/generation/CameraUsage.h"
 #include "persistence/RecordJson.h"
+#include "planning/EditPlan.h"
 #include "planning/EditTexts.h"
+#include "planning/ProjectDefaults.h"
+#include "planning/ShareForecast.h"
 #include "tests/support/EditorBench.h"
+#include "tests/support/ScriptedRandom.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace shotweaver::test {
@@ -42,6 +48,55 @@ TEST(SettingsContent, labelsCutNumbersAndRangesStayInOrder) {
     }
     EXPECT_EQ(mainWaitLabel({}), "Wait before returning to main camera: 0 sec");
     EXPECT_EQ(balanceText(69.9), "Target screen time: Main 69% · Other cameras combined 31%");
+}
+
+TEST(SettingsContent, forecastsTheMainCamerasShare) {
+    const std::string loose = " Return times and gaps change this.";
+    const std::tuple<const char*, int, std::string> rows[] = {
+        {R"({"otherCameras": ["P"]})", 65, " For 70%: other cameras 5 to 10 seconds." + loose},
+        {"{}", 65, " For 70%: other cameras 5 to 10 seconds."},
+        {R"({"mainShare": 65.9})", 60, " For 65%: other cameras 7 to 11 seconds."},
+        {R"({"mainShare": 50, "mainMinimum": 4, "mainMaximum": 8})", 50, ""},
+        {R"({"mainShare": 80, "doubleMain": true})", 87, " For 80%: other cameras 1 to 6 seconds."},
+        {R"({"mainShare": 90, "mainMinimum": 1, "mainMaximum": 2})", 30,
+         " For 90%: main camera 34 to 36 seconds."},
+        {R"({"mainShare": 10, "mainMinimum": 120, "mainMaximum": 120, "returnTimes": {"W": 1}})",
+         94, loose},
+        {R"({"mainShare": 50, "returnTimes": {"P": 1}})", 60,
+         " For 50%: other cameras 7 to 12 seconds."},
+    };
+    Panel panel;
+    panel.settings.otherCameras = {"B"};
+    for (const auto& [changed, percent, rest] : rows) {
+        panel.apply(changed);
+        EXPECT_EQ(shareForecast(panel.fields().settings, *panel.editor().project()),
+                  fmt::format("About {}% with these shot lengths.{}", percent, rest))
+            << changed;
+    }
+    panel.apply(R"({"mainMinimum": 26})");
+    EXPECT_EQ(shareForecast(panel.fields().settings, *panel.editor().project()), "");
+}
+
+TEST(ShareForecast, isTheMeanOfManyEdits) {
+    ProjectBuilder builder; // five hours
+    builder.length = 450'000;
+    builder.angles = {
+        {"A", "A", {{0, 450'000}}}, {"B", "B", {{0, 450'000}}}, {"C", "C", {{0, 450'000}}}};
+    const Project project(builder.xml());
+    const EditSettings imported = importedSettings(project, {});
+    SeededRandom random(7);
+    for (const char* changed :
+         {"{}", R"({"mainShare": 10})", R"({"mainShare": 90, "doubleMain": true})",
+          R"({"mainMinimum": 5, "mainMaximum": 5, "otherMinimum": 2, "otherMaximum": 30})"}) {
+        const EditSettings settings = readSettingsOver(JsonReader(parseJson(changed)), imported);
+        double frames = 0;
+        for (int edit = 0; edit < 10; ++edit)
+            frames += double(
+                usageOf(cameraUsage(generateCutList(settings, project, random, countingUUIDs())),
+                        "A")
+                    .frames);
+        EXPECT_NEAR(frames / 10 / 450'000, expectedMainShare(settings), 0.005) << changed;
+    }
 }
 
 TEST(SettingsContent, frequenciesCountAmongTheIncludedCameras) {

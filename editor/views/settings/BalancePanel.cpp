@@ -21,6 +21,7 @@ BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
     : QGroupBox(QStringLiteral("Camera balance and pacing"), parent), editor_(editor),
       target_(new WrappedLabel(style::TextStyle::body)),
       share_(new ValueSlider(shareRange, QStringLiteral("Main camera's share of screen time"))),
+      forecast_(helpLabel("")),
       mainMinimum_(makeStepper(QStringLiteral("mainMinimum"), QStringLiteral("Main camera"))),
       mainMaximum_(makeStepper(QStringLiteral("mainMaximum"), QStringLiteral("Main camera"))),
       otherMinimum_(makeStepper(QStringLiteral("otherMinimum"), QStringLiteral("Other cameras"))),
@@ -28,12 +29,14 @@ BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
       doubleMain_(new Toggle(QStringLiteral("Randomly double main camera holds"))) {
     target_->setObjectName(QStringLiteral("balance"));
     share_->setObjectName(QStringLiteral("share"));
+    forecast_->setObjectName(QStringLiteral("shareForecast"));
     doubleMain_->setObjectName(QStringLiteral("doubleMain"));
     bind();
 
     QVBoxLayout* const layout = panelLayout(this);
     layout->addWidget(target_);
     layout->addWidget(share_);
+    layout->addWidget(forecast_);
     layout->addLayout(rangeRow(QStringLiteral("Main camera"), mainMinimum_, mainMaximum_));
     layout->addLayout(rangeRow(QStringLiteral("Other cameras"), otherMinimum_, otherMaximum_));
     layout->addWidget(helpLabel(panelTexts::rangesNote));
@@ -81,6 +84,8 @@ void BalancePanel::refresh() {
     const EditSettings& settings = editor_.fields().settings;
     showText(*target_, balanceText(settings.mainShare));
     share_->show(settings.mainShare);
+    if (const Project* const project = editor_.project())
+        showText(*forecast_, shareForecast(settings, *project));
     mainMinimum_->show(settings.mainMinimum, minimumLabel(settings.mainMinimum));
     mainMaximum_->show(settings.mainMaximum, maximumLabel(settings.mainMaximum));
     otherMinimum_->show(settings.otherMinimum, minimumLabel(settings.otherMinimum));

@@ -14,7 +14,7 @@ class Toggle;
 class ValueSlider;
 
 /// "Camera balance and pacing": the main camera's share and the shot lengths. Object names:
-/// balance, share, mainMinimum, mainMaximum, otherMinimum, otherMaximum, doubleMain.
+/// balance, share, mainMinimum, mainMaximum, otherMinimum, otherMaximum, doubleMain, shareForecast.
 class BalancePanel : public QGroupBox {
     Q_OBJECT
 
@@ -32,6 +32,7 @@ class BalancePanel : public QGroupBox {
     ContentView& editor_;
     QLabel* target_;
     ValueSlider* share_;
+    QLabel* forecast_;
     Stepper* mainMinimum_;
     Stepper* mainMaximum_;
     Stepper* otherMinimum_;
