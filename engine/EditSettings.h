@@ -132,6 +132,7 @@ struct GenerationInputs {
     AngleNumbers frequencies;
     std::vector<FixedCameraSection> sections; // in any order
     AngleNumbers returnTimes;                 // seconds
+    std::vector<Cut> kept;                    // shots of an earlier edit that stay
 };
 
 } // namespace shotweaver

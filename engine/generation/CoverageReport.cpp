@@ -2,6 +2,7 @@
 
 #include "engine/FinalCutImportError.h"
 #include "engine/generation/EditChecks.h"
+#include "engine/generation/FixedParts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,15 +29,17 @@ void append(std::vector<FrameRange>& ranges, const std::vector<FrameRange>& more
 SelectedCoverage selectedCoverage(const CutEngine& engine, const std::vector<std::string>& cameras,
                                   const std::optional<BookendShot>& opening,
                                   const std::optional<BookendShot>& closing,
-                                  const std::vector<FixedCameraSection>& sections) {
+                                  const std::vector<FixedCameraSection>& sections,
+                                  const std::vector<Cut>& kept) {
     const std::int64_t openingFrames = plannedFrames(engine, opening);
     const std::int64_t closingStart = engine.length - plannedFrames(engine, closing);
     if (closingStart < openingFrames)
         return {{}, "Opening and closing shots exceed the project length. Shorten them."};
 
-    std::vector<FixedCameraSection> sorted;
+    std::vector<FixedPart> parts;
     try {
-        sorted = validateSections(engine, sections, openingFrames, closingStart);
+        const auto sorted = validateSections(engine, sections, openingFrames, closingStart);
+        parts = fixedParts(engine, {openingFrames, closingStart}, opening, closing, sorted, kept);
     } catch (const FinalCutImportError& error) {
         return {{}, error.what()};
     }
@@ -47,10 +50,12 @@ SelectedCoverage selectedCoverage(const CutEngine& engine, const std::vector<std
             append(report.covered, engine.coveredParts(camera, from, to));
     };
     std::int64_t cursor = openingFrames;
-    for (const FixedCameraSection& section : sorted) {
-        addCameras(cursor, section.start);
-        append(report.covered, engine.coveredParts(section.angle, section.start, section.end));
-        cursor = section.end;
+    for (const FixedPart& part : parts) {
+        if (part.kind == FixedPart::Kind::opening || part.kind == FixedPart::Kind::closing)
+            continue;
+        addCameras(cursor, part.start);
+        append(report.covered, engine.coveredParts(part.angle, part.start, part.end));
+        cursor = part.end;
     }
     addCameras(cursor, closingStart);
     if (opening) append(report.covered, engine.coveredParts(opening->angle, 0, openingFrames));

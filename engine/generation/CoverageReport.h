@@ -19,10 +19,12 @@ struct SelectedCoverage {
 };
 
 /// The parts of the project that a selection has footage for. `cameras` is the main camera followed
-/// by the additional ones. Inside of fixed sections and bookends only their own camera counts.
+/// by the additional ones. Inside of fixed sections, kept shots and bookends only their own camera
+/// counts.
 SelectedCoverage selectedCoverage(const CutEngine& engine, const std::vector<std::string>& cameras,
                                   const std::optional<BookendShot>& opening,
                                   const std::optional<BookendShot>& closing,
-                                  const std::vector<FixedCameraSection>& sections);
+                                  const std::vector<FixedCameraSection>& sections,
+                                  const std::vector<Cut>& kept = {});
 
 } // namespace shotweaver

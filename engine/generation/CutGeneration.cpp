@@ -2,6 +2,7 @@
 
 #include "engine/FinalCutImportError.h"
 #include "engine/generation/EditChecks.h"
+#include "engine/generation/FixedParts.h"
 #include "engine/generation/ShotLengths.h"
 #include "platform/NumberText.h"
 
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <limits>
 
 namespace shotweaver {
@@ -61,17 +63,20 @@ class GenerationWalk {
     GenerationWalk(const CutEngine& engine, const GenerationInputs& inputs, RandomSource& random,
                    const UUIDMaker& makeUUID);
 
-    void layOpening(std::int64_t frames);
-    void layBetween(const std::vector<FixedCameraSection>& sections, std::int64_t closingStart);
-    void layClosing(std::int64_t closingStart);
+    void lay(const std::vector<FixedPart>& parts);
 
     std::vector<Cut> takeCuts() { return std::move(cuts_); }
 
   private:
-    void layFixed(const std::string& angle, std::int64_t end);
+    void layGap(const FixedPart* before, const FixedPart* after);
+    void layBestOf(int layings, std::int64_t limit, const FixedPart* before,
+                   const FixedPart* after);
+    int faultsSince(std::size_t first, const FixedPart* before, const FixedPart* after) const;
+    void layFixed(const FixedPart& part);
+    void layFreeShots(std::int64_t limit);
     void layFree(const FreeShot& shot);
     void moveOn(CameraIndex camera, std::int64_t end);
-    void addCut(const std::string& angle, std::int64_t duration);
+    void addCut(const UUID& id, const std::string& angle, std::int64_t duration);
     FreeShot drawFreeShot(std::int64_t limit);
 
     void findAvailable();
@@ -123,34 +128,84 @@ CameraIndex GenerationWalk::indexOf(const std::string& angle) const {
     return found == names_.end() ? notSelected : static_cast<CameraIndex>(found - names_.begin());
 }
 
-void GenerationWalk::layOpening(std::int64_t openingFrames) {
-    if (inputs_.opening) layFixed(inputs_.opening->angle, openingFrames);
-}
-
-void GenerationWalk::layClosing(std::int64_t closingStart) {
-    if (inputs_.closing)
-        cuts_.push_back(
-            {makeUUID_(), inputs_.closing->angle, closingStart, engine_.length - closingStart});
-}
-
-void GenerationWalk::layBetween(const std::vector<FixedCameraSection>& sections,
-                                std::int64_t closingStart) {
-    auto next = sections.begin();
-    while (state_.position < closingStart) {
-        if (next != sections.end() && next->start == state_.position) {
-            layFixed(next->angle, next->end);
-            ++next;
-        } else {
-            layFree(drawFreeShot(next == sections.end() ? closingStart : next->start));
-        }
+void GenerationWalk::lay(const std::vector<FixedPart>& parts) {
+    const FixedPart* before = nullptr;
+    for (const FixedPart& part : parts) {
+        layGap(before, &part);
+        layFixed(part);
+        before = &part;
     }
+    layGap(before, nullptr);
+}
+
+/// Lays the free shots between two fixed parts, or the ends of the project.
+void GenerationWalk::layGap(const FixedPart* before, const FixedPart* after) {
+    constexpr int mostLayings = 16;
+    const auto isKept = [](const FixedPart* part) {
+        return part && part->kind == FixedPart::Kind::kept;
+    };
+    const std::int64_t limit = after ? after->start : engine_.length;
+    if (isKept(before) || isKept(after))
+        layBestOf(mostLayings, limit, before, after);
+    else
+        layFreeShots(limit);
+}
+
+/// Stops at the first laying without a fault. A refused one is the worst; when all are, the first
+/// refusal counts.
+void GenerationWalk::layBestOf(int layings, std::int64_t limit, const FixedPart* before,
+                               const FixedPart* after) {
+    const auto first = static_cast<std::ptrdiff_t>(cuts_.size());
+    const WalkState start = state_;
+    std::optional<int> fewestFaults;
+    std::vector<Cut> best;
+    WalkState bestState;
+    std::exception_ptr refusal;
+    for (int laying = 0; laying < layings && fewestFaults != 0; ++laying) {
+        try {
+            layFreeShots(limit);
+            const int faults = faultsSince(static_cast<std::size_t>(first), before, after);
+            if (!fewestFaults || faults < *fewestFaults) {
+                fewestFaults = faults;
+                best.assign(cuts_.begin() + first, cuts_.end());
+                bestState = state_;
+            }
+        } catch (const FinalCutImportError&) {
+            if (!refusal) refusal = std::current_exception();
+        }
+        cuts_.erase(cuts_.begin() + first, cuts_.end());
+        state_ = start;
+    }
+    if (!fewestFaults) std::rethrow_exception(refusal);
+    cuts_.insert(cuts_.end(), best.begin(), best.end());
+    state_ = std::move(bestState);
+}
+
+/// Counts the cuts from `first` on that are too short for their kind, and the sides on which a
+/// camera meets itself.
+int GenerationWalk::faultsSince(std::size_t first, const FixedPart* before,
+                                const FixedPart* after) const {
+    if (first == cuts_.size()) return 0;
+    int faults = 0;
+    for (std::size_t i = first; i < cuts_.size(); ++i) {
+        const ShotKind& kind = cuts_[i].angle == inputs_.mainCamera ? mainKind_ : otherKind_;
+        faults += cuts_[i].duration < kind.least() ? 1 : 0;
+    }
+    faults += before && before->angle == cuts_[first].angle ? 1 : 0;
+    faults += after && after->angle == cuts_.back().angle ? 1 : 0;
+    return faults;
+}
+
+void GenerationWalk::layFreeShots(std::int64_t limit) {
+    while (state_.position < limit)
+        layFree(drawFreeShot(limit));
 }
 
 /// Lays a shot that nothing merges with.
-void GenerationWalk::layFixed(const std::string& angle, std::int64_t end) {
-    addCut(angle, end - state_.position);
+void GenerationWalk::layFixed(const FixedPart& part) {
+    addCut(part.keptID ? *part.keptID : makeUUID_(), part.angle, part.end - part.start);
     state_.canMerge = false;
-    moveOn(indexOf(angle), end);
+    moveOn(indexOf(part.angle), part.end);
 }
 
 /// Takes note of a shot that has been laid.
@@ -164,11 +219,11 @@ void GenerationWalk::moveOn(CameraIndex camera, std::int64_t end) {
     state_.position = end;
 }
 
-void GenerationWalk::addCut(const std::string& angle, std::int64_t duration) {
+void GenerationWalk::addCut(const UUID& id, const std::string& angle, std::int64_t duration) {
     if (cuts_.size() == maximumCuts)
         refuse("This edit would have more than 5,000,000 shots. Use longer shots or a shorter "
                "project.");
-    cuts_.push_back({makeUUID_(), angle, state_.position, duration});
+    cuts_.push_back({id, angle, state_.position, duration});
 }
 
 void GenerationWalk::layFree(const FreeShot& shot) {
@@ -176,7 +231,7 @@ void GenerationWalk::layFree(const FreeShot& shot) {
     if (state_.canMerge && state_.current == shot.camera)
         cuts_.back().duration += duration;
     else
-        addCut(names_[shot.camera], duration);
+        addCut(makeUUID_(), names_[shot.camera], duration);
     state_.canMerge = true;
     moveOn(shot.camera, shot.end);
 }
@@ -299,10 +354,11 @@ std::vector<Cut> generateCuts(const CutEngine& engine, const GenerationInputs& i
     const std::vector<FixedCameraSection> sections =
         validateSections(engine, inputs.sections, bookends.opening, bookends.closingStart);
 
+    const std::vector<FixedPart> parts =
+        fixedParts(engine, bookends, inputs.opening, inputs.closing, sections, inputs.kept);
+
     GenerationWalk walk(engine, inputs, random, makeUUID);
-    walk.layOpening(bookends.opening);
-    walk.layBetween(sections, bookends.closingStart);
-    walk.layClosing(bookends.closingStart);
+    walk.lay(parts);
     return walk.takeCuts();
 }
 

@@ -13,6 +13,10 @@ namespace shotweaver {
 /// `random` for each free shot, in this order: the weighted choice, the pacing factor, the length
 /// within the range (when the kind has one), the doubling (main shots with `doubleMain` only).
 ///
+/// Kept cuts are laid as they are. The free shots between a kept cut and the next fixed part are
+/// laid up to 16 times with the next draws, until none is too short and no side shows one camera on
+/// both; or else the best of them stays.
+///
 /// Throws `FinalCutImportError` with the sentence of the first failed check.
 std::vector<Cut> generateCuts(const CutEngine& engine, const GenerationInputs& inputs,
                               RandomSource& random, const UUIDMaker& makeUUID);

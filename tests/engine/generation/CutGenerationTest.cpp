@@ -49,6 +49,8 @@ struct Edit {
         if (word == "closing") in.closing = BookendShot{angle, x};
         if (word == "section") in.sections.push_back({angle, clip.offset, std::llround(y)});
         if (word == "clip") project.angles[std::size_t(angle[0] - 'A')].clips.push_back(clip);
+        if (word == "kept")
+            in.kept.push_back({id(in.kept.size()), angle, clip.offset, clip.duration});
         if (word == "also") in.otherCameras.push_back(angle);
         if (word == "alone") in.otherCameras.clear();
         if (word == "wait") in.returnTimes[angle] = x;
@@ -61,6 +63,12 @@ struct Edit {
         if (word == "swap") std::swap(in.mainCamera, in.otherCameras[0]);
     }
 
+    static UUID id(std::size_t number) {
+        UUID id;
+        id.bytes = {0x4B, static_cast<std::uint8_t>(number)};
+        return id;
+    }
+
     /// "A 0-100 B 100-200" or the sentence of the failure, with draws of 0 after those given.
     std::string outcome() const {
         test::ScriptedRandom random(draws);
@@ -71,7 +79,8 @@ struct Edit {
         std::string text;
         const std::string failure = failureOf([&] {
             for (const Cut& cut : generateCuts(project.engine(), in, random, test::countingUUIDs()))
-                text += fmt::format("{} {}-{} ", cut.angle, cut.start, cut.start + cut.duration);
+                text += fmt::format("{}{} {}-{} ", cut.id.bytes[0] == 0x4B ? "kept " : "",
+                                    cut.angle, cut.start, cut.start + cut.duration);
         });
         return failure.empty() ? text.substr(0, text.size() - 1) : failure;
     }
@@ -150,6 +159,55 @@ TEST(CutGeneration, givesTheListsThatSeedsHaveAlwaysGiven) {
               "C 0-50 A 50-125 D 125-224 A 224-374 B 374-464 A 464-539 C 539-633 A 633-712 "
               "C 712-811 A 811-886 D 886-973 A 973-1000 D 1000-1100 A 1100-1175 C 1175-1274 "
               "A 1274-1349 C 1349-1442 A 1442-1500");
+}
+
+TEST(CutGeneration, laysGapsBetweenKeptShots) {
+    const std::pair<std::string, std::string> rows[] = {
+        // Never merged, and of any camera; the walk goes on as after a fixed section. The first
+        // laying shows B beside the kept B, the second has no fault; of layings as bad as each
+        // other, each with a short B, the first stays.
+        {"kept B 100 200, kept D 250 400, range A 1 2, range B 2 2, draw 0 0 .999 0 0 .5",
+         "A 0-25 B 25-75 A 75-100 kept B 100-200 A 200-225 B 225-250 kept D 250-400 A 400-425 "
+         "B 425-475 A 475-500"},
+        // A kept shot in the place of another part is that part, and has no gap of its own.
+        {"kept A 0 100, opening A 4", "kept A 0-100 B 100-200 A 200-300 B 300-400 A 400-500"},
+        {"kept C 400 500, section B 200 300, kept B 200 300, closing C 4",
+         "A 0-100 B 100-200 kept B 200-300 A 300-400 kept C 400-500"},
+        // Two faults, one, and one again: a short A beside A, A beside A, a short B.
+        {"kept A 130 500, range A 1 9, draw 0 0 0 0 0 0 0 0 0 0 0 .999 0 0 .212",
+         "A 0-130 kept A 130-500"},
+        {"kept A 40 500", "A 0-40 kept A 40-500"},
+        // A refused laying is worse than any other; without any other the refusal counts.
+        {"kept C 200 500, range A 1 9, clip A 0 200, clip B 0 160, wait A 9, wait B 9, "
+         "draw 0 0 0 0 0 0 0 0 0 0 0 .999",
+         "A 0-200 kept C 200-500"},
+        {"kept C 300 500, clip A 0 200, clip B 0 160, wait A 9, wait B 9",
+         "Minimum return times prevent a camera change at 00:00:06:10, and the current camera has "
+         "no footage there. Reduce a return time or include another camera."},
+        // Checked by start, footage first, then in the order of the parts.
+        {"kept A 300 500, kept B 90 500, clip B 0 499",
+         "The kept shot at 00:00:03:15 has missing footage. Let go of it or choose another "
+         "camera."},
+        {"kept A 300 501", "The kept shot at 00:00:12:00 has missing footage. Let go of it or "
+                           "choose another camera."},
+        {"kept A 300 300", "The kept shot at 00:00:12:00 has missing footage. Let go of it or "
+                           "choose another camera."},
+        {"kept A -5 300", "The kept shot at 00:00:00:00 has missing footage. Let go of it or "
+                          "choose another camera."},
+        {"kept A 0 500, opening A 4, closing C 4",
+         "The kept shot at 00:00:00:00 overlaps the opening shot. Let go of it or change one of "
+         "them."},
+        {"kept A 299 500, section B 200 300, closing C 4",
+         "The kept shot at 00:00:11:24 overlaps the closing shot. Let go of it or change one of "
+         "them."},
+        {"kept A 299 400, section A 200 300, kept B 190 299",
+         "The kept shot at 00:00:07:15 overlaps a fixed section. Let go of it or change one of "
+         "them."},
+        {"kept A 299 400, kept B 190 300",
+         "The kept shot at 00:00:11:24 overlaps another kept shot. Let go of it or change one of "
+         "them."}};
+    for (const auto& [changes, outcome] : rows)
+        EXPECT_EQ(Edit(changes).outcome(), outcome) << changes;
 }
 
 TEST(CutGeneration, refusesInOrder) {

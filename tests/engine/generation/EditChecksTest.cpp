@@ -81,16 +81,16 @@ TEST(CoverageReport, listsTheFootageOfASelection) {
                       {"C", "C", {{0, 1000}}}};
     const CutEngine engine = project.engine();
     // Only their own camera counts inside of fixed parts: B under the opening, which it covers in
-    // part, and under the first section; C under the second one and the closing of 112.5 frames.
+    // part, under the first section and the kept shot; C under the second section and the closing
+    // of 112.5 frames.
     const SelectedCoverage report =
         selectedCoverage(engine, {"A", "B"}, BookendShot{"B", 3}, BookendShot{"C", 4.5},
-                         {{"C", 350, 550}, {"B", 100, 200}});
+                         {{"C", 350, 550}, {"B", 100, 200}}, {{{}, "B", 600, 200}});
     std::string covered;
     for (const auto& [from, to] : report.covered)
         covered += fmt::format("{}-{} ", from, to);
-    EXPECT_EQ(
-        covered,
-        "75-100 75-100 100-200 200-350 200-250 300-350 350-550 550-887 600-887 50-75 887-1000 ");
+    EXPECT_EQ(covered, "75-100 75-100 100-200 200-350 200-250 300-350 350-550 550-600 600-800 "
+                       "800-887 800-887 50-75 887-1000 ");
 
     // Any planned length is taken, of a frame at least.
     const auto opened = [&](double seconds, const std::vector<FixedCameraSection>& sections = {}) {
@@ -103,6 +103,10 @@ TEST(CoverageReport, listsTheFootageOfASelection) {
     EXPECT_EQ(opened(4, {{"C", 200, 300}, {"A", 390, 410}}).message,
               "The camera chosen for a fixed section has missing footage between 00:00:15:15 and "
               "00:00:16:10. Choose another camera or shorten the section.");
+    EXPECT_EQ(
+        selectedCoverage(engine, {"A"}, {}, {}, {{"C", 200, 300}}, {{{}, "A", 299, 1}}).message,
+        "The kept shot at 00:00:11:24 overlaps a fixed section. Let go of it or change one of "
+        "them.");
 }
 
 } // namespace
