@@ -18,7 +18,7 @@ build_packages=(g++ cmake ninja-build libexpat1-dev libicu-dev libfmt-dev
 check_packages=(clang-format clang-tidy)
 benchmark_packages=(libxml2-utils)
 clang_packages=(clang)
-fuzz_packages=(clang libclang-rt-14-dev)
+sanitizer_packages=(libclang-rt-14-dev)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
