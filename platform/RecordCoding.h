@@ -41,10 +41,10 @@ using StringMap = std::map<std::string, Value, std::less<>>;
 /// A field whose absent key means the default of its type: visit("keptCuts", OrDefault(ids)).
 template <class Value>
 struct OrDefault {
+    explicit OrDefault(Value& field) : value(field) {}
+
     Value& value;
 };
-template <class Value>
-OrDefault(Value&) -> OrDefault<Value>;
 
 void encode(std::string& json, double value);
 void encode(std::string& json, std::int64_t value);
