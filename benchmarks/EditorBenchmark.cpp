@@ -84,11 +84,11 @@ void writeSession(const Sized& sized, const fs::path& folder) {
     EditHistory history;
     for (int i = 0; i < sized.edits; ++i)
         history.append({UUID::random(random), 700'000'000.5 + i, settings,
-                        generateCutList(settings, project, random, secureUUIDs())});
+                        generateCutList(settings, project, {}, random, secureUUIDs())});
     const std::string path = (folder / "data" / "session-v1.json").string();
     fs::create_directories(folder / "data");
     replaceFile(systemFileCalls(), path, [&](ByteSink& sink) {
-        SessionEncoder().write(sink, base64(xml), settings, history);
+        SessionEncoder().write(sink, base64(xml), settings, history, {});
     });
     fmt::print("A session of {} edits of {} cuts, {:.0f} MB with its document of {:.0f} MB\n\n",
                sized.edits, history.items.front().cuts.size(),

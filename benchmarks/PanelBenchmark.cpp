@@ -107,11 +107,11 @@ void writeSession(const std::string& folder) {
     EditHistory history;
     for (int i = 0; i < revisions; ++i)
         history.append({UUID::random(random), 0, settings,
-                        generateCutList(settings, project, random, secureUUIDs())});
+                        generateCutList(settings, project, {}, random, secureUUIDs())});
     std::filesystem::create_directories(folder + "/data");
     const std::string path = folder + "/data/session-v1.json";
     replaceFile(systemFileCalls(), path, [&](ByteSink& sink) {
-        SessionEncoder().write(sink, base64(xml), settings, history);
+        SessionEncoder().write(sink, base64(xml), settings, history, {});
     });
     fmt::print("A session of {} edits, {:.1f} MB\n\n", revisions,
                static_cast<double>(std::filesystem::file_size(path)) / 1e6);

@@ -74,7 +74,7 @@ void exportRevision(const EditRevision& revision, const Project& project,
                     CommandResult& result) {
     const ExportDocument document(project.engine, revision.cuts, revision.settings.audio,
                                   secureUUIDs());
-    const std::string record = settingsRecordText(project, revision);
+    const std::string record = settingsRecordText(project, revision, {});
     const ExportedFiles files = writeExportFiles(
         context.files, output.path, [&](ByteSink& sink) { document.write(sink); }, record,
         project.summary.name);

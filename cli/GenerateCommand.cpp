@@ -113,15 +113,16 @@ EditSettings plannedSettings(const GenerateOptions& options, const Project& proj
 
 /// An edit with these settings; nothing, with the result's failure, when none can be made.
 std::optional<EditRevision> generated(EditSettings settings, const Project& project,
+                                      const std::vector<Cut>& kept,
                                       RandomSource& random, CommandResult& result) {
     const UUIDMaker makeUUID = secureUUIDs();
     try {
-        std::vector<Cut> cuts = generateCutList(settings, project, random, makeUUID);
+        std::vector<Cut> cuts = generateCutList(settings, project, kept, random, makeUUID);
         return EditRevision{makeUUID(), secondsSince2001Now(), std::move(settings),
                             std::move(cuts)};
     } catch (const FinalCutImportError& error) {
         if (const auto warning =
-                coverageWarning(coverageReport(settings, project), settings, project, userLocale()))
+                coverageWarning(coverageReport(settings, project, kept), settings, project, userLocale()))
             result.notes += fmt::format("warning: {}\n", oneLine(*warning));
         result.failure = error.what();
         return std::nullopt;
@@ -161,7 +162,7 @@ CommandResult run(const GenerateOptions& options, const CommandContext& context)
 
     CommandResult result;
     const auto revision =
-        generated(plannedSettings(options, project, context, result), project, *random, result);
+        generated(plannedSettings(options, project, context, result), project, {}, *random, result);
     if (!revision) return result;
     result.isJson = options.json;
     if (options.output)

@@ -44,6 +44,7 @@ void ContentView::endChange(Saving saving) {
 void ContentView::settingsDidChange() {
     judgedSettings_ = fields_.settings;
     forgetCoverage();
+    handChange_.reset();
     saveIsWanted_ = true;
     const EditRevision* const current = fields_.history.current();
     if (!current || current->settings != fields_.settings) fields_.showsCurrentEdit = false;
@@ -57,9 +58,11 @@ void ContentView::edit(const std::function<void(EditSettings&)>& change, Saving 
 void ContentView::writeSession() {
     saveIsWanted_ = false;
     if (!fields_.sourceXML) return;
+    dropForgottenKept();
     try {
         sessionFile_.write([&](ByteSink& sink) {
-            encoder_.write(sink, *fields_.sourceXML, fields_.settings, fields_.history);
+            encoder_.write(sink, *fields_.sourceXML, fields_.settings, fields_.history,
+                           fields_.kept);
         });
         fields_.sessionSaveError.reset();
     } catch (const std::exception& failure) {
@@ -120,8 +123,9 @@ void ContentView::setShowingAbout(bool isShown) {
 
 const SelectedCoverage& ContentView::coverage() const {
     if (!coverage_)
-        coverage_ = fields_.project ? coverageReport(fields_.settings, *fields_.project)
-                                    : SelectedCoverage{};
+        coverage_ = fields_.project
+                        ? coverageReport(fields_.settings, *fields_.project, fields_.keptCuts())
+                        : SelectedCoverage{};
     return *coverage_;
 }
 
@@ -163,6 +167,8 @@ ActionBar ContentView::actionBar() const {
     bar.canExport = hasCuts;
     if (hasCuts) bar.position = fmt::format("Edit {} of {}", index + 1, count);
     if (!hasOthers) bar.hint = "Include another camera.";
+    if (const std::size_t kept = fields_.keptCuts().size(); kept > 0)
+        bar.kept = kept == 1 ? "1 shot kept." : fmt::format("{} shots kept.", kept);
     return bar;
 }
 

@@ -46,6 +46,7 @@ struct ActionBar {
     bool canExport = false;
     std::optional<std::string> position; // "Edit 2 of 3"
     std::optional<std::string> hint;
+    std::optional<std::string> kept = std::nullopt; // "3 shots kept."
 
     bool operator==(const ActionBar&) const = default;
 };
@@ -103,6 +104,23 @@ class ContentView {
     void showRevision(std::int64_t position);
     void exportEdit();
 
+    // Refining the edit on show. Rows are those of the cut list; what does not exist, or cannot be
+    // changed, changes nothing.
+
+    /// Keeps these shots, or lets go of them when all of them are kept.
+    void toggleKept(const std::vector<std::size_t>& rows);
+    void keepCamera(const std::string& camera);
+    /// Lets go of the current revision's kept shots.
+    void letGoOfAll();
+    /// Makes a new edit in which only these shots are others.
+    void shuffleRows(const std::vector<std::size_t>& rows);
+    /// Shows another camera, which must have footage for all of the shot. This and the next make a
+    /// new revision whose changed shots are kept; changes to one row that follow each other are one
+    /// revision.
+    void setCutCamera(std::size_t row, const std::string& camera);
+    /// Moves the start of a shot, and the end of the one before, or as far as can be.
+    void rollCut(std::size_t row, std::int64_t frames);
+
     // Settings.
 
     /// When a change is saved: as it ends, or once at the end of this event-loop turn, for what is
@@ -146,6 +164,10 @@ class ContentView {
     CutRow cutRow(std::size_t row) const;
     /// The same in one line; empty where there is no cut.
     std::string cutLine(std::size_t row) const;
+    bool isKept(std::size_t row) const;
+    /// Why the row's camera, or its start, cannot be changed; nothing when it can.
+    std::optional<std::string> cameraIsFixed(std::size_t row) const;
+    std::optional<std::string> startIsFixed(std::size_t row) const;
     std::vector<PickerOption> presetOptions() const;
     std::optional<EditPreset> selectedPreset() const;
 
@@ -163,6 +185,12 @@ class ContentView {
     void saveSoon();
     void showFailure(const std::exception& failure, std::string_view prefix = "");
     static std::string textOf(const std::exception& failure);
+
+    void appendRevision(EditorFields& fields, std::vector<Cut> cuts);
+    void keptDidChange();
+    void dropForgottenKept();
+    bool continuesHandChange(std::size_t row) const;
+    void changeByHand(std::size_t row, std::vector<Cut> cuts, const std::vector<UUID>& changed);
 
     void projectDidChange();
     void forgetCoverage();
@@ -190,6 +218,12 @@ class ContentView {
     bool saveIsWanted_ = false;
     bool saveIsScheduled_ = false;
     EditSettings judgedSettings_; // at the end of the last change
+    struct HandChange {
+        UUID revision; // that it made
+        std::size_t row;
+    };
+    std::optional<HandChange> handChange_; // the last change, if it was one
+    bool hasForgottenCuts_ = false;        // since kept shots were last looked for in the history
     SessionEncoder encoder_;
     std::optional<std::string> importWarning_;
     std::optional<std::string> presetFailure_; // why the stored presets could not be read

@@ -12,17 +12,21 @@ namespace shotweaver {
 void ContentView::generateEdit() {
     reportingFailures([&] {
         if (!fields_.project) return;
-        std::vector<Cut> cuts = generateCutList(fields_.settings, *fields_.project,
-                                                environment_.random, environment_.makeUUID);
-        EditRevision revision{environment_.makeUUID(), environment_.now(), fields_.settings,
-                              std::move(cuts)};
-        change([&](EditorFields& fields) {
-            fields.history.append(std::move(revision));
-            fields.showsCurrentEdit = true;
-            fields.status.clear();
-            saveIsWanted_ = true;
-        });
+        std::vector<Cut> cuts =
+            generateCutList(fields_.settings, *fields_.project, fields_.keptCuts(),
+                            environment_.random, environment_.makeUUID);
+        change([&](EditorFields& fields) { appendRevision(fields, std::move(cuts)); });
     });
+}
+
+/// Makes cuts with the settings as they are the current edit.
+void ContentView::appendRevision(EditorFields& fields, std::vector<Cut> cuts) {
+    fields.history.append(
+        {environment_.makeUUID(), environment_.now(), fields.settings, std::move(cuts)});
+    fields.showsCurrentEdit = true;
+    fields.status.clear();
+    keptDidChange();
+    hasForgottenCuts_ = true;
 }
 
 /// The first step back after a change of the settings brings the current edit back.
@@ -43,7 +47,7 @@ void ContentView::showRevision(std::int64_t position) {
         fields.showsCurrentEdit = true;
         fields.chosenPreset.clear();
         fields.presetNotice.clear();
-        saveIsWanted_ = true;
+        keptDidChange();
     });
 }
 
@@ -56,7 +60,7 @@ void ContentView::exportEdit() {
         const EditRevision revision = *shown;
         const ExportDocument document(project->engine, revision.cuts, revision.settings.audio,
                                       environment_.makeUUID);
-        const std::string record = settingsRecordText(*project, revision);
+        const std::string record = settingsRecordText(*project, revision, fields_.kept);
 
         const auto folder = environment_.host.chooseItem(
             {"Choose a folder for the XML and settings record. The XML will then open in Final Cut "

@@ -18,6 +18,7 @@ struct EditorFields {
     std::optional<std::string> sourceXML;   // the project's document in base64, as it is saved
     EditHistory history;
     bool showsCurrentEdit = false; // whether the current revision's cuts are on show
+    KeptShots kept;                // of all revisions
 
     std::optional<std::string> error; // the alert's text
     std::string status;
@@ -34,6 +35,13 @@ struct EditorFields {
 
     /// The revision on show; null while none is.
     const EditRevision* shownEdit() const { return showsCurrentEdit ? history.current() : nullptr; }
+
+    /// The kept cuts of the current revision, also while it is not on show: an edit is generated
+    /// around them.
+    std::vector<Cut> keptCuts() const {
+        const EditRevision* const edit = history.current();
+        return edit ? shotweaver::keptCuts(edit->cuts, kept) : std::vector<Cut>{};
+    }
 
     /// The cuts on show: those of the current revision, or none.
     const std::vector<Cut>& cuts() const {

@@ -44,6 +44,8 @@ void ContentView::restoreSession() {
             fields.sourceXML = base64(session.sourceXML);
             fields.project = std::move(project);
             fields.history = std::move(session.history);
+            fields.kept = std::move(session.keptShots);
+            hasForgottenCuts_ = true;
             fields.settings = std::move(session.settings);
             const EditRevision* const current = fields.history.current();
             fields.showsCurrentEdit = current && current->settings == fields.settings;
@@ -69,6 +71,7 @@ void ContentView::importProject(std::string data) {
         change([&](EditorFields& fields) {
             fields.sourceXML = base64(data);
             fields.history = {};
+            fields.kept.clear();
             fields.chosenPreset.clear();
             fields.presetNotice.clear();
             fields.project = std::move(project);
@@ -84,6 +87,7 @@ void ContentView::importProject(std::string data) {
 /// Forgets what was worked out of the former project.
 void ContentView::projectDidChange() {
     encoder_ = {};
+    handChange_.reset();
     forgetCoverage();
     cutTexts_.reset();
     importWarning_.reset();

@@ -3,6 +3,7 @@
 #include "engine/EditSettings.h"
 #include "platform/Uuid.h"
 
+#include <set>
 #include <vector>
 
 namespace shotweaver {
@@ -18,5 +19,11 @@ struct EditRevision {
 
     bool operator==(const EditRevision&) const = default;
 };
+
+/// Identifiers of the shots that shuffling leaves alone, in whatever revisions they are.
+using KeptShots = std::set<UUID>;
+
+/// The cuts that are among the kept shots, in their order.
+std::vector<Cut> keptCuts(const std::vector<Cut>& cuts, const KeptShots& kept);
 
 } // namespace shotweaver

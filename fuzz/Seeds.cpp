@@ -184,7 +184,7 @@ void addStoredSeeds(SeedFolder seeds) {
     EditHistory history;
     history.append(revision);
     StringSink sink;
-    SessionEncoder().write(sink, base64(document), revision.settings, history);
+    SessionEncoder().write(sink, base64(document), revision.settings, history, {});
     const std::string session = sink.take();
     seeds.add(session);
     seeds.add(test::replaced(session, R"({"version":1)", R"({ "version" : 1)"));

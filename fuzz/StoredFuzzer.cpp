@@ -26,7 +26,8 @@ auto readIf(Read read, std::string_view text) -> std::optional<decltype(read(tex
 
 std::string encoded(const SavedEditSession& session) {
     StringSink sink;
-    SessionEncoder().write(sink, base64(session.sourceXML), session.settings, session.history);
+    SessionEncoder().write(sink, base64(session.sourceXML), session.settings, session.history,
+                           session.keptShots);
     return sink.take();
 }
 

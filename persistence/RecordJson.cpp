@@ -64,6 +64,8 @@ void visitFields(Record& history, Visit visit) {
 
 namespace {
 
+constexpr std::string_view keptKey = "keptCuts";
+
 template <class Record>
 std::string text(const Record& record) {
     std::string json;
@@ -101,6 +103,26 @@ std::string revisionText(const EditRevision& revision) {
 
 EditRevision readRevision(const JsonReader& json) {
     return read<EditRevision>(json);
+}
+
+std::string loneRevisionText(const EditRevision& revision, const KeptShots& kept) {
+    std::string json = text(revision);
+    json.pop_back();
+    return json + keptShotsField(kept) + "}";
+}
+
+KeptShots readKeptShots(const JsonReader& json) {
+    KeptShots kept;
+    decodeField(json, keptKey, OrDefault(kept));
+    return kept;
+}
+
+std::string keptShotsField(const KeptShots& kept) {
+    std::string json;
+    encodeField(json, keptKey, OrDefault(kept));
+    if (json.empty()) return json;
+    json.pop_back(); // the comma after it
+    return "," + json;
 }
 
 EditHistory readHistory(const JsonReader& json) {

@@ -25,6 +25,14 @@ EditSettings readSettingsOver(const JsonReader& json, EditSettings settings);
 std::string revisionText(const EditRevision& revision);
 EditRevision readRevision(const JsonReader& json);
 
+/// A revision on its own, with its kept shots after the cuts, if it has any.
+std::string loneRevisionText(const EditRevision& revision, const KeptShots& kept);
+
+/// The kept shots that a session or a lone revision tells of.
+KeptShots readKeptShots(const JsonReader& json);
+/// ,"keptCuts":["…","…"] or nothing.
+std::string keptShotsField(const KeptShots& kept);
+
 EditHistory readHistory(const JsonReader& json);
 
 /// Parses a session into a document in which every edit's "cuts" are empty; they come into

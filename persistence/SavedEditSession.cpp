@@ -53,6 +53,7 @@ SavedEditSession readDocument(const Json& document) {
     session.sourceXML = *std::move(sourceXML);
     session.settings = readSettings(reader.at("settings"));
     session.history = readHistory(reader.at("history"));
+    session.keptShots = readKeptShots(reader);
     return session;
 }
 
@@ -100,7 +101,7 @@ void validateSession(const SavedEditSession& session, const CutEngine& engine) {
 }
 
 void SessionEncoder::write(ByteSink& sink, std::string_view document, const EditSettings& settings,
-                           const EditHistory& history) {
+                           const EditHistory& history, const KeptShots& kept) {
     const std::string settingsJson = settingsText(settings);
     encodeRevisions(history.items);
 
@@ -109,7 +110,7 @@ void SessionEncoder::write(ByteSink& sink, std::string_view document, const Edit
     sink.write(fmt::format(R"(","settings":{},"history":{{"items":[)", settingsJson));
     for (const EncodedRevision& revision : revisions_)
         sink.write(revision.json);
-    sink.write(fmt::format(R"(],"index":{}}}}})", history.index));
+    sink.write(fmt::format(R"(],"index":{}}}{}}})", history.index, keptShotsField(kept)));
 }
 
 void SessionEncoder::encodeRevisions(const std::vector<EditRevision>& items) {

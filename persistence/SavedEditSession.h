@@ -18,6 +18,7 @@ struct SavedEditSession {
     std::string sourceXML;    // the imported document, byte for byte
     EditSettings settings;    // in the panels, not those of the current revision
     EditHistory history;
+    KeptShots keptShots = {};
 
     bool operator==(const SavedEditSession&) const = default;
 };
@@ -41,7 +42,7 @@ class SessionEncoder {
     /// the sink throws, and `PlatformError` for a number that is not finite, before anything is
     /// written.
     void write(ByteSink& sink, std::string_view document, const EditSettings& settings,
-               const EditHistory& history);
+               const EditHistory& history, const KeptShots& kept);
 
   private:
     struct EncodedRevision {

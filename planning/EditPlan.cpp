@@ -66,20 +66,24 @@ GenerationInputs generationInputs(const EditSettings& settings, const Project& p
 }
 
 std::vector<Cut> generateCutList(const EditSettings& settings, const Project& project,
-                                 RandomSource& random, const UUIDMaker& makeUUID) {
+                                 std::vector<Cut> kept, RandomSource& random,
+                                 const UUIDMaker& makeUUID) {
     requireOrderedRanges(settings);
     checkAudioCoverage(project.engine, settings.audio);
-    return generateCuts(project.engine, generationInputs(settings, project), random, makeUUID);
+    GenerationInputs inputs = generationInputs(settings, project);
+    inputs.kept = std::move(kept);
+    return generateCuts(project.engine, inputs, random, makeUUID);
 }
 
-SelectedCoverage coverageReport(const EditSettings& settings, const Project& project) {
+SelectedCoverage coverageReport(const EditSettings& settings, const Project& project,
+                                const std::vector<Cut>& kept) {
     std::vector<std::string> cameras{settings.mainCamera};
     const std::vector<std::string> others = selectedOtherCameras(settings, project);
     cameras.insert(cameras.end(), others.begin(), others.end());
     try {
         return selectedCoverage(project.engine, cameras, requestedShot(settings.opening),
                                 requestedShot(settings.closing),
-                                fixedCameraSections(settings, project));
+                                fixedCameraSections(settings, project), kept);
     } catch (const FinalCutImportError& error) {
         return {{}, error.what()};
     }

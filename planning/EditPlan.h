@@ -22,13 +22,16 @@ std::vector<FixedCameraSection> fixedCameraSections(const EditSettings& settings
 GenerationInputs generationInputs(const EditSettings& settings, const Project& project);
 
 /// Generates as the editor does: shot length ranges with the minimum above the maximum are refused,
-/// then the audio angle is checked. Throws `FinalCutImportError`.
+/// then the audio angle is checked. `kept` are shots of an earlier edit that stay. Throws
+/// `FinalCutImportError`.
 std::vector<Cut> generateCutList(const EditSettings& settings, const Project& project,
-                                 RandomSource& random, const UUIDMaker& makeUUID);
+                                 std::vector<Cut> kept, RandomSource& random,
+                                 const UUIDMaker& makeUUID);
 
 /// The coverage of the planned selection; a message in its place when a timecode cannot be read or
 /// the fixed parts do not fit.
-SelectedCoverage coverageReport(const EditSettings& settings, const Project& project);
+SelectedCoverage coverageReport(const EditSettings& settings, const Project& project,
+                                const std::vector<Cut>& kept);
 
 /// The first problem of the planned selection's coverage as a sentence, or nothing. `report` is
 /// what `coverageReport` gave; `locale` (a BCP 47 tag) writes the gap's seconds.

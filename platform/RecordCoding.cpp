@@ -16,6 +16,16 @@ bool isPlain(std::string_view text) {
                        [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; });
 }
 
+template <class Set>
+void encodeElements(std::string& json, const Set& set) {
+    json += '[';
+    for (const auto& element : set) {
+        encode(json, element);
+        json += ',';
+    }
+    closeList(json, ']');
+}
+
 } // namespace
 
 void closeList(std::string& json, char bracket) {
@@ -57,12 +67,11 @@ void encode(std::string& json, const UUID& value) {
 }
 
 void encode(std::string& json, const StringSet& value) {
-    json += '[';
-    for (const std::string& angle : value) {
-        encode(json, angle);
-        json += ',';
-    }
-    closeList(json, ']');
+    encodeElements(json, value);
+}
+
+void encode(std::string& json, const UUIDSet& value) {
+    encodeElements(json, value);
 }
 
 void decode(const JsonReader& json, double& value) {
@@ -88,6 +97,11 @@ void decode(const JsonReader& json, UUID& value) {
 void decode(const JsonReader& json, StringSet& value) {
     value.clear();
     json.eachElement([&](const JsonReader& angle) { value.insert(angle.string()); });
+}
+
+void decode(const JsonReader& json, UUIDSet& value) {
+    value.clear();
+    json.eachElement([&](const JsonReader& id) { value.insert(id.uuid()); });
 }
 
 } // namespace shotweaver

@@ -35,6 +35,7 @@ template <class Record, class Kind>
 concept RecordOf = std::same_as<std::remove_const_t<Record>, Kind>;
 
 using StringSet = std::set<std::string, std::less<>>;
+using UUIDSet = std::set<UUID>;
 template <class Value>
 using StringMap = std::map<std::string, Value, std::less<>>;
 
@@ -52,6 +53,7 @@ void encode(std::string& json, bool value);
 void encode(std::string& json, const std::string& value);
 void encode(std::string& json, const UUID& value);
 void encode(std::string& json, const StringSet& value);
+void encode(std::string& json, const UUIDSet& value);
 template <class Value>
 void encode(std::string& json, const StringMap<Value>& value);
 template <class Value>
@@ -65,6 +67,7 @@ void decode(const JsonReader& json, bool& value);
 void decode(const JsonReader& json, std::string& value);
 void decode(const JsonReader& json, UUID& value);
 void decode(const JsonReader& json, StringSet& value);
+void decode(const JsonReader& json, UUIDSet& value);
 template <class Value>
 void decode(const JsonReader& json, StringMap<Value>& value);
 template <class Value>

@@ -28,6 +28,7 @@ struct UUID {
     static UUID random(RandomSource& source);
 
     bool operator==(const UUID&) const = default;
+    bool operator<(const UUID& other) const { return bytes < other.bytes; } // as their texts
 };
 
 /// Makes fresh identifiers; passed to whatever creates records.

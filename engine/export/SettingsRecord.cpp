@@ -14,15 +14,16 @@ namespace {
 
 class RecordWriter {
   public:
-    RecordWriter(const Project& project, const EditRevision& revision)
+    RecordWriter(const Project& project, const EditRevision& revision, const KeptShots& kept)
         : project_(project), engine_(project.engine), revision_(revision),
-          settings_(revision.settings) {}
+          settings_(revision.settings), kept_(keptCuts(revision.cuts, kept)) {}
 
     std::string write() {
         writeHead();
         writeSettings();
         writeCameras();
         writeFixedParts();
+        writeKeptShots();
         writeUsage();
         writeCuts();
         return std::move(text_);
@@ -33,6 +34,7 @@ class RecordWriter {
     void writeSettings();
     void writeCameras();
     void writeFixedParts();
+    void writeKeptShots();
     void writeUsage();
     void writeCuts();
 
@@ -57,6 +59,7 @@ class RecordWriter {
     const CutEngine& engine_;
     const EditRevision& revision_;
     const EditSettings& settings_;
+    std::vector<Cut> kept_;
     std::string text_;
 };
 
@@ -108,6 +111,14 @@ void RecordWriter::writeFixedParts() {
     line("");
 }
 
+void RecordWriter::writeKeptShots() {
+    if (kept_.empty()) return;
+    line("Kept shots:");
+    for (const Cut& cut : kept_)
+        line("{} | {}", engine_.timecode(cut.start), project_.name(cut.angle));
+    line("");
+}
+
 void RecordWriter::writeUsage() {
     const CameraUsageMap usage = cameraUsage(revision_.cuts);
     line("Actual camera usage:");
@@ -130,8 +141,9 @@ void RecordWriter::writeCuts() {
 
 } // namespace
 
-std::string settingsRecordText(const Project& project, const EditRevision& revision) {
-    return RecordWriter(project, revision).write();
+std::string settingsRecordText(const Project& project, const EditRevision& revision,
+                               const KeptShots& kept) {
+    return RecordWriter(project, revision, kept).write();
 }
 
 } // namespace shotweaver

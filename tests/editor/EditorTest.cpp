@@ -89,7 +89,7 @@ TEST(EditPlan, settingsBecomeInputsOnceSoundIsChecked) {
     settings.sections[0].end = "soon";
     const auto generate = [&] {
         ScriptedRandom random({});
-        generateCutList(settings, *loaded.project, random, countingUUIDs());
+        generateCutList(settings, *loaded.project, {}, random, countingUUIDs());
     };
     EXPECT_EQ(failureOf(generate), "This audio angle does not cover the whole project. Choose a "
                                    "continuous audio angle.");
@@ -119,7 +119,7 @@ TEST(EditPlan, theFirstCoverageProblemIsTold) {
     const Loaded loaded(gapped);
     for (const auto& [changes, warning] : rows) {
         const EditSettings settings = with(changes, loaded.settings);
-        const SelectedCoverage report = coverageReport(settings, *loaded.project);
+        const SelectedCoverage report = coverageReport(settings, *loaded.project, {});
         EXPECT_EQ(coverageWarning(report, settings, *loaded.project, "de"), warning);
     }
 }

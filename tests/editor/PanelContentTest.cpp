@@ -91,10 +91,10 @@ TEST(ShareForecast, isTheMeanOfManyEdits) {
         const EditSettings settings = readSettingsOver(JsonReader(parseJson(changed)), imported);
         double frames = 0;
         for (int edit = 0; edit < 10; ++edit)
-            frames += double(
-                usageOf(cameraUsage(generateCutList(settings, project, random, countingUUIDs())),
-                        "A")
-                    .frames);
+            frames += double(usageOf(cameraUsage(generateCutList(settings, project, {}, random,
+                                                                 countingUUIDs())),
+                                     "A")
+                                 .frames);
         EXPECT_NEAR(frames / 10 / 450'000, expectedMainShare(settings), 0.005) << changed;
     }
 }

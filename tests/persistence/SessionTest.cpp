@@ -45,13 +45,35 @@ SavedEditSession session() {
 
 std::string text(SessionEncoder& encoder, const SavedEditSession& session) {
     StringSink sink;
-    encoder.write(sink, base64(session.sourceXML), session.settings, session.history);
+    encoder.write(sink, base64(session.sourceXML), session.settings, session.history,
+                  session.keptShots);
     return sink.take();
 }
 
 std::string freshText(const SavedEditSession& session) {
     SessionEncoder encoder;
     return text(encoder, session);
+}
+
+TEST(SavedEditSession, keepsWhatIsKept) {
+    SavedEditSession kept = session();
+    kept.keptShots = {UUID(), revision(7).id};
+    const std::string stored = freshText(kept);
+    const std::string key = R"(,"keptCuts":["00000000-0000-0000-0000-000000000000",)"
+                            R"("00000000-0000-0000-0000-000000000007"]})";
+    EXPECT_EQ(stored, replaced(freshText(session()), "\"index\":1}}", "\"index\":1}" + key));
+    EXPECT_EQ(readSession(stored), kept);
+    EXPECT_EQ(readSession(replaced(stored, key, R"(,"keptCuts":null})")), session());
+    const std::pair<const char*, const char*> rows[] = {
+        {R"(,"keptCuts":{}})", "The JSON's \"keptCuts\" must be an array."},
+        {R"(,"keptCuts":["0"]})", "The JSON's \"keptCuts[0]\" must be a UUID of 36 characters."}};
+    for (const auto& [damaged, failure] : rows)
+        EXPECT_EQ(failureOf([&, to = damaged] { readSession(replaced(stored, key, to)); }),
+                  failure);
+    EXPECT_EQ(loneRevisionText(revision(1), {}), revisionText(revision(1)));
+    const Json lone = parseJson(loneRevisionText(revision(1), kept.keptShots));
+    EXPECT_EQ(readRevision(JsonReader(lone)), revision(1));
+    EXPECT_EQ(readKeptShots(JsonReader(lone)), kept.keptShots);
 }
 
 TEST(EditHistory, aNewRevisionReplacesWhatCameAfterTheCurrentOne) {

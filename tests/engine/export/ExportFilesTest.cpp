@@ -80,8 +80,9 @@ TEST(SettingsRecord, statesProjectSettingsUsageAndCuts) {
     edit.settings.opening.camera = "p1";
     edit.settings.sections = {{{}, "Solo", "c1", " 1:1:30:3 ", ""}};
     edit.cuts = {{{}, "p1", 0, 300}, {{}, "w1", 300, 899}, {{}, "gone", 1199, 601}};
+    edit.cuts[1].id.bytes[0] = 7;
     const Project loaded(project.xml());
-    EXPECT_EQ(settingsRecordText(loaded, edit), R"(Shotweaver export settings
+    EXPECT_EQ(settingsRecordText(loaded, edit, {edit.cuts[1].id}), R"(Shotweaver export settings
 Project: Ärger & Freude
 Edit ID: 00000000-0000-0000-0000-000000000000
 Generated: 2025-03-09T14:05:00Z
@@ -108,6 +109,9 @@ Fixed shots override minimum return times.
 Fixed sections:
 Solo:  1:1:30:3  to , Choir
 
+Kept shots:
+00:01:10;02 | Wide
+
 Actual camera usage:
 Wide: 30.00 seconds, 49.9%, 1 shots
 Pulpit: 10.01 seconds, 16.7%, 1 shots
@@ -119,7 +123,7 @@ Cut list (start timecode | camera | duration in seconds):
 00:01:40;01 | gone | 20.053366666666665
 )");
 
-    const std::string plain = settingsRecordText(loaded, EditRevision());
+    const std::string plain = settingsRecordText(loaded, EditRevision(), {});
     for (const char* part : {"holds: Off\n", "Opening: Off\n", "Fixed sections:\nNone\n\n"})
         EXPECT_NE(plain.find(part), std::string::npos) << part;
 }
