@@ -26,11 +26,11 @@ struct CommandContext {
 
 /// What a command has to say once it has run.
 struct CommandResult {
-    std::string output; // for standard output
-    std::string notes;  // for standard error: whole lines
-    std::string files;  // paths that were written, a line each: after the output,
-                        // or on standard error beside JSON
-    bool isJson = false;
+    std::string output;                 // for standard output
+    std::string notes;                  // for standard error: whole lines
+    std::string files;                  // paths that were written, a line each: after the output,
+                                        // or on standard error beside data
+    bool isData = false;                // the output is for another program: JSON or CSV
     std::optional<std::string> failure; // ends the run with exit status 1
 };
 

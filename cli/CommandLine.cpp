@@ -95,7 +95,7 @@ void printFailure(std::ostream& err, const std::string& message) {
 }
 
 int report(const CommandResult& result, const CommandStreams& streams) {
-    const bool namesFilesInOutput = !result.isJson && !result.failure;
+    const bool namesFilesInOutput = !result.isData && !result.failure;
     streams.out << result.output;
     if (namesFilesInOutput) streams.out << result.files;
     streams.out << std::flush;

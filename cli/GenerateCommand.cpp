@@ -1,5 +1,6 @@
 #include "cli/GenerateCommand.h"
 
+#include "cli/EditArgument.h"
 #include "cli/ExportCommand.h"
 #include "cli/Grammar.h"
 #include "cli/PresetsCommand.h"
@@ -9,6 +10,8 @@
 #include "engine/EditRevision.h"
 #include "engine/FinalCutImportError.h"
 #include "persistence/RecordJson.h"
+#include "planning/CutListCsv.h"
+#include "planning/CutReasons.h"
 #include "planning/EditPlan.h"
 #include "planning/EditTexts.h"
 #include "planning/PresetSettings.h"
@@ -21,6 +24,7 @@
 #include "platform/Text.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <limits>
 #include <memory>
@@ -34,9 +38,13 @@ struct GenerateOptions {
     std::optional<std::string> preset; // name
     std::optional<std::string> settingsFile;
     SettingsFlags flags;
+    std::optional<std::string> from; // an edit
+    std::optional<std::string> keep; // rows of it
     std::optional<std::string> seed;
+    std::optional<std::string> csv;    // file, or "-" for the standard output
     std::optional<std::string> output; // folder
-    bool open = false;                 // hand the export to Final Cut Pro
+    bool why = false;
+    bool open = false; // hand the export to Final Cut Pro
     bool json = false;
 };
 
@@ -45,7 +53,8 @@ constexpr const char* footer =
 A is an angle: its identifier, or its name when no other angle has the same one.
 Settings start as a fresh import leaves them: the first camera is the main camera, all
 others are included, at 70 percent for the main camera. --preset comes next, then
---settings, then the other flags.
+--settings, then the other flags. With --from, the settings of that edit come first, and
+its kept shots stay: those of --keep, counted from 1, or those that it marks.
 
 Examples:
   shotweaver generate "Sunday.fcpxml"
@@ -54,7 +63,9 @@ Examples:
   shotweaver generate "Sunday.fcpxml" --opening Wide=20 --closing Wide=15
   shotweaver generate "Sunday.fcpxml" --section "Pulpit,01:05:30;00,01:07:10;00,Prayer"
   shotweaver generate "Sunday.fcpxml" --preset "Sunday sermon" --output out --open
-  shotweaver generate "Sunday.fcpxml" --seed 7 --json > edit.json)";
+  shotweaver generate "Sunday.fcpxml" --seed 7 --json > edit.json
+  shotweaver generate "Sunday.fcpxml" --from edit.json --keep 3,7-9 --output out
+  shotweaver generate "Sunday.fcpxml" --why --csv cuts.csv)";
 
 std::unique_ptr<RandomSource> randomSource(const std::optional<std::string>& seed) {
     if (!seed) return std::make_unique<SecureRandom>();
@@ -93,11 +104,20 @@ EditSettings withSettingsFile(EditSettings settings, const std::string& path, Fi
     }
 }
 
-/// The settings of a fresh import, changed by the preset, the file and the flags. Notes what the
-/// preset was matched to.
-EditSettings plannedSettings(const GenerateOptions& options, const Project& project,
-                             const CommandContext& context, CommandResult& result) {
-    EditSettings settings = importedSettings(project, {});
+/// The edit of --from; a fresh import's settings and no cuts without one.
+EditArgument startingEdit(const GenerateOptions& options, const Project& project,
+                          const CommandContext& context) {
+    if (options.from) return readEditArgument(*options.from, project, context);
+    EditArgument none;
+    none.revision.settings = importedSettings(project, {});
+    return none;
+}
+
+/// The settings changed by the preset, the file and the flags. Notes what the preset was matched
+/// to.
+EditSettings plannedSettings(EditSettings settings, const GenerateOptions& options,
+                             const Project& project, const CommandContext& context,
+                             CommandResult& result) {
     if (options.preset) {
         AppliedPreset applied =
             appliedPreset(presetNamed(*options.preset, context), std::move(settings), &project);
@@ -107,35 +127,49 @@ EditSettings plannedSettings(const GenerateOptions& options, const Project& proj
     if (options.settingsFile)
         settings = withSettingsFile(std::move(settings), *options.settingsFile, context.files);
     settings = withFlags(std::move(settings), options.flags, project);
-    requireOrderedRanges(settings);
+    if (options.settingsFile) requireOrderedRanges(settings);
     return settings;
 }
 
 /// An edit with these settings; nothing, with the result's failure, when none can be made.
 std::optional<EditRevision> generated(EditSettings settings, const Project& project,
-                                      const std::vector<Cut>& kept,
-                                      RandomSource& random, CommandResult& result) {
+                                      std::vector<Cut> kept, RandomSource& random,
+                                      CommandResult& result) {
     const UUIDMaker makeUUID = secureUUIDs();
     try {
         std::vector<Cut> cuts = generateCutList(settings, project, kept, random, makeUUID);
         return EditRevision{makeUUID(), secondsSince2001Now(), std::move(settings),
                             std::move(cuts)};
     } catch (const FinalCutImportError& error) {
-        if (const auto warning =
-                coverageWarning(coverageReport(settings, project, kept), settings, project, userLocale()))
+        if (const auto warning = coverageWarning(coverageReport(settings, project, kept), settings,
+                                                 project, userLocale()))
             result.notes += fmt::format("warning: {}\n", oneLine(*warning));
         result.failure = error.what();
         return std::nullopt;
     }
 }
 
-std::string cutTable(const std::vector<Cut>& cuts, const Project& project) {
+/// The table with each shot's reasons, where there are some, indented under it.
+std::string cutTable(const std::vector<Cut>& cuts, const Project& project,
+                     const std::vector<std::vector<std::string>>& reasons) {
     const CutEngine& engine = project.engine;
     TextTable table({{"Start (Timecode)"}, {"Camera"}, {"Seconds", Align::right}});
     for (const Cut& cut : cuts)
         table.add({engine.timecode(cut.start), project.label(cut.angle),
                    fixedDecimal(engine.seconds(cut.duration), 2)});
-    return table.text();
+    if (reasons.empty()) return table.text();
+    const std::string lines = table.text();
+    std::string text;
+    std::size_t line = 0; // the first one holds the titles
+    for (const std::string_view each : split(std::string_view(lines), '\n')) {
+        if (each.empty()) break; // behind the last one
+        text += fmt::format("{}\n", each);
+        if (line > 0)
+            text += fmt::format("    {}\n",
+                                oneLine(fmt::format("{}", fmt::join(reasons[line - 1], " "))));
+        ++line;
+    }
+    return text;
 }
 
 std::string usageTable(const std::vector<Cut>& cuts, const Project& project) {
@@ -148,28 +182,75 @@ std::string usageTable(const std::vector<Cut>& cuts, const Project& project) {
     return table.text();
 }
 
-std::string plainText(const EditRevision& revision, const Project& project) {
+std::string plainText(const EditRevision& revision, const Project& project,
+                      const std::vector<std::vector<std::string>>& reasons) {
     return fmt::format("{}\n\n{}\nActual camera usage\n{}",
                        oneLine(summaryLine(revision.cuts, revision.settings, project)),
-                       cutTable(revision.cuts, project), usageTable(revision.cuts, project));
+                       cutTable(revision.cuts, project, reasons),
+                       usageTable(revision.cuts, project));
+}
+
+void checkUsage(const GenerateOptions& options) {
+    if (options.open && !options.output)
+        throw UsageError("--open hands over what --output exports: give --output DIR as well.");
+    if (options.keep && !options.from)
+        throw UsageError("--keep keeps shots of an edit: give --from EDIT as well.");
+    if (options.csv == standardInput && options.json)
+        throw UsageError("--csv - and --json both print the edit: give one of them.");
+    if (options.project == standardInput && options.from == standardInput)
+        throw UsageError("Only one of PROJECT and EDIT can be \"-\", the standard input.");
+}
+
+/// What is printed of an edit. Writes the CSV file where one was asked for.
+std::string printed(const EditRevision& revision, const KeptShots& kept, const Project& project,
+                    const GenerateOptions& options, const CommandContext& context) {
+    std::vector<std::vector<std::string>> reasons;
+    if (options.csv || options.why)
+        reasons = explainCuts(revision.settings, project, revision.cuts, kept);
+    if (options.csv) {
+        const std::string csv = cutListCsv(revision.cuts, project, kept, reasons);
+        if (*options.csv == standardOutput) return csv;
+        writeNewFile(context.files, *options.csv, csv);
+    }
+    if (options.json) return loneRevisionText(revision, kept) + "\n";
+    if (!options.why) reasons.clear();
+    return plainText(revision, project, reasons) + (options.output ? "\n" : "");
+}
+
+/// Exports, after the CSV file: where that fails, the file stays and is named.
+void exportBeside(const EditRevision& revision, const KeptShots& kept, const Project& project,
+                  const GenerateOptions& options, const CommandContext& context,
+                  CommandResult& result) {
+    const bool hasFile = options.csv && options.csv != standardOutput;
+    try {
+        exportRevision(revision, kept, project, {*options.output, options.open}, context, result);
+    } catch (const std::runtime_error& error) {
+        if (!hasFile) throw;
+        result.failure = error.what();
+    }
+    if (result.failure && hasFile) result.files = fmt::format("{}\n{}", *options.csv, result.files);
 }
 
 CommandResult run(const GenerateOptions& options, const CommandContext& context) {
-    if (options.open && !options.output)
-        throw UsageError("--open hands over what --output exports: give --output DIR as well.");
+    checkUsage(options);
     const std::unique_ptr<RandomSource> random = randomSource(options.seed);
     const Project project(importProjectArgument(options.project, context));
+    EditArgument from = startingEdit(options, project, context);
+    std::vector<Cut> kept = options.keep ? cutsInRows(from.revision.cuts, *options.keep)
+                                         : keptCuts(from.revision.cuts, from.kept);
+    KeptShots keptShots;
+    for (const Cut& cut : kept)
+        keptShots.insert(cut.id);
 
     CommandResult result;
-    const auto revision =
-        generated(plannedSettings(options, project, context, result), project, {}, *random, result);
+    const auto revision = generated(
+        plannedSettings(std::move(from.revision.settings), options, project, context, result),
+        project, std::move(kept), *random, result);
     if (!revision) return result;
-    result.isJson = options.json;
-    if (options.output)
-        exportRevision(*revision, project, {*options.output, options.open}, context, result);
-    if (result.failure) return result;
-    result.output = options.json ? revisionText(*revision) + "\n" : plainText(*revision, project);
-    if (options.output && !options.json) result.output += "\n";
+    result.isData = options.json || options.csv == standardOutput;
+    std::string output = printed(*revision, keptShots, project, options, context);
+    if (options.output) exportBeside(*revision, keptShots, project, options, context, result);
+    if (!result.failure) result.output = std::move(output);
     return result;
 }
 
@@ -183,8 +264,14 @@ Verb addGenerate(CLI::App& program) {
     addText(verb, "--preset", options->preset, "Apply a preset saved in the panel", "NAME");
     addText(verb, "--settings", options->settingsFile,
             "A JSON object of settings, as in what --json prints; every key is optional", "FILE");
+    addText(verb, "--from", options->from,
+            "Start from an edit: what --json printed, or a CSV cut list; - reads it", "EDIT");
+    addText(verb, "--keep", options->keep, "Keep these shots of it, as in 3,7-9", "ROWS");
     addText(verb, "--seed", options->seed, "Draw from this seed, to get the same shots again", "N");
     verb.add_flag("--json", options->json, "Print the edit as one JSON object");
+    verb.add_flag("--why", options->why, "Say under each shot why it is there");
+    addText(verb, "--csv", options->csv,
+            "Also write the cut list as CSV, never over a file; - prints it instead", "FILE");
     addOutput(verb, options->output,
               "Also export: the FCPXML and its settings record, into this folder");
     addOpen(verb, options->open);

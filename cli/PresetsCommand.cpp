@@ -36,7 +36,7 @@ CommandResult run(const PresetsOptions& options, const CommandContext& context) 
     const std::string data = presetData(context);
     const std::vector<EditPreset> presets = loadPresets(data);
     CommandResult result;
-    result.isJson = options.json;
+    result.isData = options.json;
     if (options.json) {
         result.output = (data.empty() ? "[]" : data) + "\n";
         return result;

@@ -9,6 +9,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 namespace shotweaver {
@@ -233,6 +234,20 @@ void addSettingsFlags(CLI::App& verb, SettingsFlags& flags) {
     flags.typed.resize(settingsFlags().size());
     for (std::size_t i = 0; i < flags.typed.size(); ++i)
         addFlag(verb, settingsFlags()[i], flags.typed[i]);
+}
+
+void addAngleFlags(CLI::App& verb, SettingsFlags& flags) {
+    flags.typed.resize(settingsFlags().size());
+    for (std::size_t i = 0; i < flags.typed.size(); ++i) {
+        const std::string_view name = settingsFlags()[i].name;
+        if (name == "--main-camera" || name == "--audio")
+            addFlag(verb, settingsFlags()[i], flags.typed[i]);
+    }
+}
+
+bool areGiven(const SettingsFlags& flags) {
+    return std::any_of(flags.typed.begin(), flags.typed.end(),
+                       [](const auto& typed) { return !typed.empty(); });
 }
 
 EditSettings withFlags(EditSettings settings, const SettingsFlags& flags, const Project& project) {

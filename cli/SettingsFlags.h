@@ -17,6 +17,10 @@ struct SettingsFlags {
 /// Adds the flags to a verb. `flags` must live as long as the grammar.
 void addSettingsFlags(CLI::App& verb, SettingsFlags& flags);
 
+/// Adds only those that choose the main camera and the audio.
+void addAngleFlags(CLI::App& verb, SettingsFlags& flags);
+bool areGiven(const SettingsFlags& flags);
+
 /// Settings with the flags in place. Throws `UsageError` for a flag that cannot be read, or that
 /// names no angle or several; numbers out of their ranges are left to the engine's own checks.
 EditSettings withFlags(EditSettings settings, const SettingsFlags& flags, const Project& project);

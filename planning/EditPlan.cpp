@@ -65,6 +65,18 @@ GenerationInputs generationInputs(const EditSettings& settings, const Project& p
     return inputs;
 }
 
+std::vector<FixedPart> plannedParts(const EditSettings& settings, const Project& project) {
+    try {
+        const GenerationInputs inputs = generationInputs(settings, project);
+        const BookendFrames bookends = checkBookends(project.engine, inputs);
+        const auto sections = validateSections(project.engine, inputs.sections, bookends.opening,
+                                               bookends.closingStart);
+        return fixedParts(project.engine, bookends, inputs.opening, inputs.closing, sections, {});
+    } catch (const FinalCutImportError&) {
+        return {};
+    }
+}
+
 std::vector<Cut> generateCutList(const EditSettings& settings, const Project& project,
                                  std::vector<Cut> kept, RandomSource& random,
                                  const UUIDMaker& makeUUID) {

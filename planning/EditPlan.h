@@ -3,6 +3,7 @@
 #include "engine/EditSettings.h"
 #include "engine/Project.h"
 #include "engine/generation/CoverageReport.h"
+#include "engine/generation/FixedParts.h"
 
 #include <optional>
 #include <string>
@@ -20,6 +21,10 @@ std::vector<FixedCameraSection> fixedCameraSections(const EditSettings& settings
 
 /// Settings as the engine takes them. Throws like `fixedCameraSections`. Nothing else is checked.
 GenerationInputs generationInputs(const EditSettings& settings, const Project& project);
+
+/// The parts that the settings fix, in order; none where they cannot be laid, as those of an edit
+/// that came from elsewhere may.
+std::vector<FixedPart> plannedParts(const EditSettings& settings, const Project& project);
 
 /// Generates as the editor does: shot length ranges with the minimum above the maximum are refused,
 /// then the audio angle is checked. `kept` are shots of an earlier edit that stay. Throws

@@ -1,7 +1,5 @@
 #include "planning/HandChanges.h"
 
-#include "engine/FinalCutImportError.h"
-#include "engine/generation/FixedParts.h"
 #include "planning/EditPlan.h"
 
 #include <fmt/format.h>
@@ -13,25 +11,6 @@ namespace shotweaver {
 namespace {
 
 using Kind = FixedPart::Kind;
-
-/// The parts that settings fix; none where they make no sense, as those of an edit that came from
-/// elsewhere may.
-std::vector<FixedPart> partsOf(const EditSettings& settings, const Project& project) {
-    try {
-        const GenerationInputs inputs = generationInputs(settings, project);
-        const BookendFrames bookends = checkBookends(project.engine, inputs);
-        const auto sections = validateSections(project.engine, inputs.sections, bookends.opening,
-                                               bookends.closingStart);
-        return fixedParts(project.engine, bookends, inputs.opening, inputs.closing, sections, {});
-    } catch (const FinalCutImportError&) {
-        return {};
-    }
-}
-
-bool isPlaceOf(const Cut& cut, const FixedPart& part) {
-    return cut.angle == part.angle && cut.start == part.start &&
-           cut.start + cut.duration == part.end;
-}
 
 std::string reason(Kind kind) {
     switch (kind) {
@@ -55,7 +34,7 @@ const FrameRange& footageOf(const Cut& cut, const CutEngine& engine) {
 
 std::optional<std::string> cameraIsFixed(const EditRevision& revision, std::size_t row,
                                          const Project& project) {
-    for (const FixedPart& part : partsOf(revision.settings, project))
+    for (const FixedPart& part : plannedParts(revision.settings, project))
         if (isPlaceOf(revision.cuts[row], part)) return reason(part.kind);
     return std::nullopt;
 }

@@ -19,10 +19,6 @@ FixedPart* overlapping(std::vector<FixedPart>& parts, const FixedPart& other) {
     return found != parts.end() && found->start < other.end ? &*found : nullptr;
 }
 
-bool haveOnePlace(const FixedPart& a, const FixedPart& b) {
-    return a.angle == b.angle && a.start == b.start && a.end == b.end;
-}
-
 const char* nameOf(Kind kind) {
     switch (kind) {
     case Kind::opening:
@@ -54,6 +50,11 @@ FixedPart partOf(const CutEngine& engine, const Cut& kept) {
 
 } // namespace
 
+bool isPlaceOf(const Cut& cut, const FixedPart& part) {
+    return cut.angle == part.angle && cut.start == part.start &&
+           cut.start + cut.duration == part.end;
+}
+
 std::vector<FixedPart> fixedParts(const CutEngine& engine, const BookendFrames& bookends,
                                   const std::optional<BookendShot>& opening,
                                   const std::optional<BookendShot>& closing,
@@ -78,7 +79,7 @@ std::vector<FixedPart> fixedParts(const CutEngine& engine, const BookendFrames& 
             if (!met) met = overlapping(*group, part);
         if (!met)
             keptParts.push_back(part);
-        else if (haveOnePlace(*met, part) && !met->keptID)
+        else if (isPlaceOf(cut, *met) && !met->keptID)
             met->keptID = cut.id;
         else
             refuse(

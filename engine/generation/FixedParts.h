@@ -21,6 +21,9 @@ struct FixedPart {
     std::optional<UUID> keptID; // of the kept cut that it is, or that lies in the same place
 };
 
+/// Whether a cut is all of a part, in place and camera.
+bool isPlaceOf(const Cut& cut, const FixedPart& part);
+
 /// The parts in order. `sections` and `bookends` are checked already; `opening` and `closing` say
 /// which camera they show. A kept cut that equals another part in place and camera becomes that
 /// part.

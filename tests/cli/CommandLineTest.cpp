@@ -3,11 +3,13 @@
 #include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"
 #include "planning/ProjectDefaults.h"
+#include "platform/Files.h"
 #include "platform/StateFolders.h"
 #include "platform/UserDefaults.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/TestFolder.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -111,7 +113,7 @@ TEST(CommandLine, wrongUsageIsNamedAndFollowedByTheUsage) {
         {{"generate", "a", "--output", ""}, wrongUsage("--output: the folder is empty")},
         {{"export", "-", "-", "--output", "out"},
          wrongUsage("Only one of PROJECT and REVISION can be \"-\", the standard input.", " export",
-                    " PROJECT REVISION --output DIR [--open]")},
+                    " PROJECT REVISION --output DIR [OPTIONS]")},
     };
     for (const auto& [arguments, outcome] : rows)
         EXPECT_EQ(run(arguments), outcome);
@@ -211,6 +213,115 @@ TEST(GenerateCommand, aSeedGivesTheSameShotsWithFreshIdentifiers) {
     for (std::size_t i = 0; i < cuts.size(); ++i)
         cuts[i].id = again.at(i).id;
     EXPECT_EQ(cuts, again);
+}
+
+TEST(GenerateCommand, shotsOfAnEditAreKept) {
+    const TestFolder folder;
+    const Arguments first{"--seed=1", "--main-share=60", "--main-range=5-6", "--other-range=3-4"};
+    const std::string json = std::get<1>(generate(first));
+    const std::string edit = folder.write("e.json", json);
+    const EditRevision before = revisionAfter(first);
+    ASSERT_GT(before.cuts.size(), 12U);
+    const auto kept = [&](const Arguments& flags) {
+        const auto [status, out, err] = generate(flags);
+        EXPECT_EQ(status, 0) << err;
+        const Json parsed = parseJson(out);
+        std::string text;
+        const KeptShots shots = readKeptShots(JsonReader(parsed));
+        for (const Cut& cut : keptCuts(readRevision(JsonReader(parsed)).cuts, shots))
+            for (std::size_t row = 0; row < before.cuts.size(); ++row)
+                if (before.cuts[row].start == cut.start && before.cuts[row].angle == cut.angle)
+                    text += fmt::format("{} ", row + 1);
+        return text;
+    };
+    EXPECT_EQ(kept({"--from", edit}), "");
+    EXPECT_EQ(kept({"--from", edit, "--keep", " 9 ,2-4,3"}), "2 3 4 9 ");
+    EXPECT_EQ(revisionAfter({"--from", edit, "--main-share=55"}).settings,
+              settingsWith(R"({"mainShare": 55, "mainMinimum": 5, "mainMaximum": 6,
+                  "otherMinimum": 3, "otherMaximum": 4})"));
+    const std::string marked = folder.write(
+        "m.json", std::get<1>(generate({"--from", edit, "--keep", "2,9", "--seed=2"})));
+    EXPECT_EQ(kept({"--from", marked}), "2 9 ");
+    const std::string csv = folder.path("c.csv");
+    generate({"--from", marked, "--csv", csv});
+    EXPECT_EQ(kept({"--from", csv, "--main-range=5-6", "--other-range=3-4"}), "2 9 ");
+
+    const std::string number = " is not a shot's number, or two as in 7-9.";
+    const std::pair<std::string, std::string> rows[] = {
+        {"3-1", "--keep: \"3-1\"" + number},
+        {"2,,3", "--keep: \"\"" + number},
+        {"0", "--keep: \"0\"" + number},
+        {"2-18446744073709551615",
+         fmt::format("--keep: the edit has {} shots; there is no shot 18446744073709551615.",
+                     before.cuts.size())}};
+    for (const auto& [typed, line] : rows)
+        EXPECT_EQ(generate({"--from", edit, "--keep=" + typed}), wrongUsage(line));
+    EXPECT_EQ(generate({"--keep", "1"}),
+              wrongUsage("--keep keeps shots of an edit: give --from EDIT as well."));
+    EXPECT_EQ(generate({"--from", "-"}),
+              wrongUsage("Only one of PROJECT and EDIT can be \"-\", the standard input."));
+}
+
+TEST(GenerateCommand, theCutListIsWrittenAsCsv) {
+    const TestFolder folder;
+    const Arguments shots{"generate", "-", "--opening", "A=25", "--closing", "b=15"};
+    const auto with = [&](Arguments more) {
+        more.insert(more.begin(), shots.begin(), shots.end());
+        return run(more, ProjectBuilder().xml());
+    };
+    const std::string csv = "Start,End,Camera,Seconds,Kept,Why\r\n"
+                            "00:00:00:00,00:00:25:00,A,25.0,,Opening shot.\r\n"
+                            "00:00:25:00,00:00:40:00,B,15.0,,Closing shot.\r\n";
+    EXPECT_EQ(with({"--csv", "-"}), (Outcome{0, csv, ""}));
+    const std::string stem = folder.path("Sunday Shotweaver");
+    EXPECT_EQ(with({"--csv=-", "--output", folder.path()}), (Outcome{0, csv, paths(stem)}));
+    EXPECT_EQ(with({"--csv=-", "--json"}),
+              wrongUsage("--csv - and --json both print the edit: give one of them."));
+
+    const std::string file = folder.path("cuts.csv");
+    const std::string human = std::get<1>(with({"--csv", file}));
+    EXPECT_EQ(folder.read("cuts.csv"), csv);
+    EXPECT_EQ(human, std::get<1>(with({})));
+    EXPECT_EQ(std::get<2>(with({"--csv", file})),
+              "shotweaver: “" + file + "” could not be created: File exists.\n");
+    const std::string other = folder.path("other.csv");
+    EXPECT_EQ(with({"--csv", other, "--output", folder.path("none")}),
+              (Outcome{1, "",
+                       other + "\nshotweaver: “" + folder.path("none/Sunday Shotweaver.fcpxml") +
+                           "” could not be created: No such file or directory.\n"}));
+    EXPECT_EQ(folder.read("other.csv"), csv);
+
+    const std::string told = std::get<1>(with({"--why"}));
+    EXPECT_EQ(told, replaced(replaced(human, "25.00\n", "25.00\n    Opening shot.\n"), "15.00\n",
+                             "15.00\n    Closing shot.\n"));
+}
+
+TEST(ExportCommand, cutListsAreExportedWithTheAnglesThatAreGiven) {
+    const TestFolder folder;
+    const std::string xml = ProjectBuilder().xml();
+    const std::string list =
+        folder.write("cuts.csv", "Camera;Start;Kept\na;00:00:00:00;yes\nB;00:00:10:00;\n");
+    const auto record = [&](Arguments more) {
+        more.insert(more.begin(), {"export", "-", list, "--output", folder.path()});
+        const auto [status, out, err] = run(more, xml);
+        EXPECT_EQ(status, 0) << err;
+        const std::string path = out.substr(out.find('\n') + 1);
+        return readFile(systemFileCalls(), path.substr(0, path.size() - 1));
+    };
+    const std::string plain = record({});
+    for (const char* part : {"Main camera: A\n", "audio: A\n", "Kept shots:\n00:00:00:00 | A\n\n",
+                             "\n00:00:10:00 | B | 30.0\n"})
+        EXPECT_NE(plain.find(part), std::string::npos) << part << plain;
+    const std::string changed = record({"--main-camera=B", "--audio", "b"});
+    for (const char* part : {"Main camera: B\n", "audio: B\n", "\nA: included"})
+        EXPECT_NE(changed.find(part), std::string::npos) << part << changed;
+    const std::string edit =
+        folder.write("e.json", std::get<1>(run({"generate", "-", "--json"}, xml)));
+    EXPECT_EQ(run({"export", "-", edit, "--output=x", "--audio=A"}, xml),
+              wrongUsage("--main-camera and --audio are for a CSV cut list: REVISION has its own.",
+                         " export", " PROJECT REVISION --output DIR [OPTIONS]"));
+    EXPECT_EQ(run({"export", "-", folder.write("x", "abc"), "--output=x"}, xml),
+              failure("The cut list needs a header with the columns Start and Camera."));
 }
 
 TEST(GenerateCommand, flagsFollowTheSettingsFileAndTheImport) {
