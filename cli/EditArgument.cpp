@@ -62,6 +62,7 @@ std::vector<Cut> cutsInRows(const std::vector<Cut>& cuts, std::string_view rows)
             chosen.insert(row);
     }
     std::vector<Cut> found;
+    found.reserve(chosen.size());
     for (const std::uint64_t row : chosen)
         found.push_back(cuts[row]);
     return found;

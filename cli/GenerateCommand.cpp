@@ -133,7 +133,7 @@ EditSettings plannedSettings(EditSettings settings, const GenerateOptions& optio
 
 /// An edit with these settings; nothing, with the result's failure, when none can be made.
 std::optional<EditRevision> generated(EditSettings settings, const Project& project,
-                                      std::vector<Cut> kept, RandomSource& random,
+                                      const std::vector<Cut>& kept, RandomSource& random,
                                       CommandResult& result) {
     const UUIDMaker makeUUID = secureUUIDs();
     try {
@@ -208,7 +208,7 @@ std::string printed(const EditRevision& revision, const KeptShots& kept, const P
     if (options.csv || options.why)
         reasons = explainCuts(revision.settings, project, revision.cuts, kept);
     if (options.csv) {
-        const std::string csv = cutListCsv(revision.cuts, project, kept, reasons);
+        std::string csv = cutListCsv(revision.cuts, project, kept, reasons);
         if (*options.csv == standardOutput) return csv;
         writeNewFile(context.files, *options.csv, csv);
     }
@@ -236,8 +236,8 @@ CommandResult run(const GenerateOptions& options, const CommandContext& context)
     const std::unique_ptr<RandomSource> random = randomSource(options.seed);
     const Project project(importProjectArgument(options.project, context));
     EditArgument from = startingEdit(options, project, context);
-    std::vector<Cut> kept = options.keep ? cutsInRows(from.revision.cuts, *options.keep)
-                                         : keptCuts(from.revision.cuts, from.kept);
+    const std::vector<Cut> kept = options.keep ? cutsInRows(from.revision.cuts, *options.keep)
+                                               : keptCuts(from.revision.cuts, from.kept);
     KeptShots keptShots;
     for (const Cut& cut : kept)
         keptShots.insert(cut.id);
@@ -245,7 +245,7 @@ CommandResult run(const GenerateOptions& options, const CommandContext& context)
     CommandResult result;
     const auto revision = generated(
         plannedSettings(std::move(from.revision.settings), options, project, context, result),
-        project, std::move(kept), *random, result);
+        project, kept, *random, result);
     if (!revision) return result;
     result.isData = options.json || options.csv == standardOutput;
     std::string output = printed(*revision, keptShots, project, options, context);

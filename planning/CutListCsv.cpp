@@ -76,18 +76,16 @@ std::vector<Row> rowsOf(std::string_view text, char separator) {
     bool isQuoted = false;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const char c = text[at];
-        if (isQuoted && c == '"' && text.substr(at + 1, 1) == "\"")
-            field += text[++at];
-        else if (c == '"' && (isQuoted || field.empty()))
+        const bool isDoubled = isQuoted && text.substr(at, 2) == "\"\"";
+        if (c == '"' && !isDoubled && (isQuoted || field.empty()))
             isQuoted = !isQuoted;
-        else if (isQuoted)
-            field += c;
-        else if (c == separator)
+        else if (c == separator && !isQuoted)
             row.push_back(std::exchange(field, {}));
-        else if (c == '\r' || c == '\n')
+        else if ((c == '\r' || c == '\n') && !isQuoted)
             endRow();
         else
             field += c;
+        if (isDoubled) ++at;
     }
     endRow();
     return rows;

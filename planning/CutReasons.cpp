@@ -177,6 +177,7 @@ void Explanation::tellChoiceAmong(const Cut& cut, const std::vector<const Camera
     if (!isAmong && !others.empty()) return say(otherThanChosen);
     if (others.size() > 1) {
         std::vector<std::string> names;
+        names.reserve(others.size());
         for (const Camera* camera : others)
             names.push_back(
                 fmt::format("{} (frequency {})", name(camera->name),

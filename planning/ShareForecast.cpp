@@ -40,7 +40,7 @@ std::optional<RangeAdvice> nearestRange(const EditSettings& settings, bool isMai
     for (int halves = 1; halves <= farthest; ++halves) { // of a second, by which the middle moves
         for (const int moved : {-halves, halves}) {
             const int wider = halves % 2;
-            const double lower = (moved - wider) / 2; // a whole number
+            const int lower = (moved - wider) / 2; // without a rest
             const RangeAdvice advice{isMain, {now.lower + lower, now.upper + lower + wider}};
             if (limits::shotSeconds.contains(advice.range.lower) &&
                 limits::shotSeconds.contains(advice.range.upper) &&

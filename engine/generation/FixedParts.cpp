@@ -66,6 +66,7 @@ std::vector<FixedPart> fixedParts(const CutEngine& engine, const BookendFrames& 
         bookendParts.push_back(
             {Kind::closing, closing->angle, bookends.closingStart, engine.length, {}});
     std::vector<FixedPart> sectionParts;
+    sectionParts.reserve(sections.size());
     for (const FixedCameraSection& section : sections)
         sectionParts.push_back({Kind::section, section.angle, section.start, section.end, {}});
     std::vector<FixedPart> keptParts;
