@@ -138,10 +138,12 @@ const std::optional<std::string>& ContentView::coverageWarning() const {
     return *coverageWarning_;
 }
 
+/// Also what is said of the cuts, which depends on the same.
 void ContentView::forgetCoverage() {
     coverage_.reset();
     coverageContent_.reset();
     coverageWarning_.reset();
+    cutReasons_.reset();
 }
 
 const CoverageContent& ContentView::coverageContent() const {

@@ -120,6 +120,8 @@ class ContentView {
     void setCutCamera(std::size_t row, const std::string& camera);
     /// Moves the start of a shot, and the end of the one before, or as far as can be.
     void rollCut(std::size_t row, std::int64_t frames);
+    /// Asks for a folder and writes the cuts on show into it as CSV.
+    void saveCutList();
 
     // Settings.
 
@@ -165,6 +167,8 @@ class ContentView {
     /// The same in one line; empty where there is no cut.
     std::string cutLine(std::size_t row) const;
     bool isKept(std::size_t row) const;
+    /// Why the row's shot is there, in a line; empty where there is no cut.
+    std::string cutReason(std::size_t row) const;
     /// Why the row's camera, or its start, cannot be changed; nothing when it can.
     std::optional<std::string> cameraIsFixed(std::size_t row) const;
     std::optional<std::string> startIsFixed(std::size_t row) const;
@@ -207,6 +211,7 @@ class ContentView {
     void storePreset(const IdentityChoice& choose);
     const SelectedCoverage& coverage() const;
     const CutTexts& cutTexts() const;
+    const std::vector<std::vector<std::string>>& cutReasons() const;
 
     EditorEnvironment environment_;
     SessionFile sessionFile_;
@@ -231,6 +236,7 @@ class ContentView {
     mutable std::optional<SelectedCoverage> coverage_;
     mutable std::optional<CoverageContent> coverageContent_;
     mutable std::optional<std::optional<std::string>> coverageWarning_;
+    mutable std::optional<std::vector<std::vector<std::string>>> cutReasons_;
     mutable std::optional<CutTexts> cutTexts_; // at most once a project
     // Lets what comes back later find out that the editor has gone.
     std::shared_ptr<ContentView*> self_ = std::make_shared<ContentView*>(this);

@@ -57,6 +57,9 @@ inline constexpr const char* noCuts = "Generate an edit to preview the cuts here
 inline constexpr const char* footerHint =
     "Drop XML anywhere to load a project. Exports a separate project.";
 inline constexpr const char* generateHelp = "Make a new rough edit with these settings";
+inline constexpr const char* shuffleSelectionHelp =
+    "Make a new rough edit in which only the selected shots are others";
+inline constexpr const char* letGoHelp = "Let shuffling change all shots again";
 inline constexpr const char* backHelp = "Return to the previous rough edit and its settings";
 inline constexpr const char* forwardHelp = "Restore the next rough edit and its settings";
 inline constexpr const char* exportHelp =

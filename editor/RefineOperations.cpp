@@ -1,9 +1,17 @@
 #include "editor/ContentView.h"
 
+#include "editor/ItemAccessGrant.h"
 #include "engine/FinalCutImportError.h"
+#include "engine/export/ExportFiles.h"
 #include "engine/generation/EditChecks.h"
+#include "planning/CutListCsv.h"
+#include "planning/CutReasons.h"
 #include "planning/EditPlan.h"
 #include "planning/HandChanges.h"
+#include "platform/Files.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <set>
@@ -129,6 +137,37 @@ void ContentView::changeByHand(std::size_t row, std::vector<Cut> cuts,
         appendRevision(fields, std::move(cuts));
         handChange_ = HandChange{fields.history.current()->id, row};
     });
+}
+
+void ContentView::saveCutList() {
+    reportingFailures([&] {
+        if (!fields_.shownEdit()) return;
+        // Made before the dialog, during which another project may arrive.
+        const std::string csv =
+            cutListCsv(fields_.cuts(), *fields_.project, fields_.kept, cutReasons());
+        const std::string name = fields_.project->summary.name;
+        const auto folder = environment_.host.chooseItem(
+            {"Choose a folder for the cut list. Existing files will be kept.", "Save", false, true,
+             true});
+        if (!folder) return;
+        const ItemAccessGrant access(environment_.host, *folder);
+        const std::string path = writeCutListFile(environment_.files, *folder, csv, name);
+        change([&](EditorFields& fields) {
+            fields.status = fmt::format("Saved the cut list as {}.", fileName(path));
+        });
+    });
+}
+
+const std::vector<std::vector<std::string>>& ContentView::cutReasons() const {
+    if (!cutReasons_)
+        cutReasons_ = explainCuts(fields_.shownEdit()->settings, *fields_.project, fields_.cuts(),
+                                  fields_.kept);
+    return *cutReasons_;
+}
+
+std::string ContentView::cutReason(std::size_t row) const {
+    if (row >= fields_.cuts().size()) return "";
+    return fmt::format("{}", fmt::join(cutReasons()[row], " "));
 }
 
 bool ContentView::isKept(std::size_t row) const {

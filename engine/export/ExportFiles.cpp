@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace shotweaver {
 
@@ -24,14 +25,17 @@ std::string baseName(std::string_view projectName) {
     return fmt::format("{} Shotweaver", shortened.empty() ? "Project" : shortened);
 }
 
-ExportedFiles firstFreeNames(FileCalls& calls, const std::string& folder,
-                             std::string_view projectName) {
+/// The first path without extension that is free with all of them.
+std::string firstFreeStem(FileCalls& calls, const std::string& folder, std::string_view projectName,
+                          std::initializer_list<const char*> extensions) {
     const std::string base = baseName(projectName);
     for (int number = 1; number <= maximumNumber; ++number) {
-        const std::string stem = number == 1 ? base : fmt::format("{} {}", base, number);
-        ExportedFiles files{pathInFolder(folder, stem + ".fcpxml"),
-                            pathInFolder(folder, stem + ".settings.txt")};
-        if (!fileExists(calls, files.xml) && !fileExists(calls, files.record)) return files;
+        std::string stem =
+            pathInFolder(folder, number == 1 ? base : fmt::format("{} {}", base, number));
+        if (std::none_of(extensions.begin(), extensions.end(), [&](const char* extension) {
+                return fileExists(calls, stem + extension);
+            }))
+            return stem;
     }
     throw FinalCutImportError::invalid(
         "Choose another folder or clear space for a new export name.");
@@ -42,7 +46,9 @@ ExportedFiles firstFreeNames(FileCalls& calls, const std::string& folder,
 ExportedFiles writeExportFiles(FileCalls& calls, const std::string& folder,
                                const std::function<void(ByteSink&)>& writeXML,
                                std::string_view recordText, std::string_view projectName) {
-    ExportedFiles files = firstFreeNames(calls, folder, projectName);
+    const std::string stem =
+        firstFreeStem(calls, folder, projectName, {".fcpxml", ".settings.txt"});
+    ExportedFiles files{stem + ".fcpxml", stem + ".settings.txt"};
     writeNewFile(calls, files.xml, writeXML);
     try {
         writeNewFile(calls, files.record, recordText);
@@ -52,6 +58,13 @@ ExportedFiles writeExportFiles(FileCalls& calls, const std::string& folder,
                         fileName(files.xml), error.what()));
     }
     return files;
+}
+
+std::string writeCutListFile(FileCalls& calls, const std::string& folder, std::string_view csv,
+                             std::string_view projectName) {
+    std::string path = firstFreeStem(calls, folder, projectName, {".csv"}) + ".csv";
+    writeNewFile(calls, path, csv);
+    return path;
 }
 
 } // namespace shotweaver

@@ -26,4 +26,8 @@ ExportedFiles writeExportFiles(FileCalls& calls, const std::string& folder,
                                const std::function<void(ByteSink&)>& writeXML,
                                std::string_view recordText, std::string_view projectName);
 
+/// Writes a cut list in the same way, with ".csv", and gives its path. Throws the same.
+std::string writeCutListFile(FileCalls& calls, const std::string& folder, std::string_view csv,
+                             std::string_view projectName);
+
 } // namespace shotweaver

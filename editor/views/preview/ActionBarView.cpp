@@ -30,6 +30,11 @@ ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor),
       generate_(addButton("generate", QString(), panelTexts::generateHelp, Qt::CTRL | Qt::Key_G,
                           &ContentView::generateEdit)),
+      shuffleSelection_(makeActionButton({QStringLiteral("shuffleSelection"),
+                                          QStringLiteral("Shuffle selection"),
+                                          QString::fromUtf8(panelTexts::shuffleSelectionHelp),
+                                          {}},
+                                         this, [this] { Q_EMIT selectionShuffled(); })),
       back_(addButton("back", QStringLiteral("Back"), panelTexts::backHelp,
                       Qt::CTRL | Qt::Key_BracketLeft, &ContentView::goBack)),
       forward_(addButton("forward", QStringLiteral("Forward"), panelTexts::forwardHelp,
@@ -37,7 +42,12 @@ ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
       export_(addButton("export", QStringLiteral("Export to Final Cut…"), panelTexts::exportHelp,
                         Qt::CTRL | Qt::Key_E, &ContentView::exportEdit)),
       position_(style::label(style::TextStyle::callout, style::secondary())),
-      hint_(new WrappedLabel(style::TextStyle::callout, style::secondary())) {
+      hint_(new WrappedLabel(style::TextStyle::callout, style::secondary())),
+      kept_(style::label(style::TextStyle::callout, style::secondary())),
+      letGo_(addButton("letGo", QStringLiteral("Let go of all"), panelTexts::letGoHelp, {},
+                       &ContentView::letGoOfAll)) {
+    shuffleSelection_->hide();
+    kept_->setObjectName(QStringLiteral("kept"));
     generate_->setProperty("prominent", true);
     position_->setObjectName(QStringLiteral("position"));
     position_->setFont(style::withEqualDigits(position_->font()));
@@ -59,11 +69,13 @@ void ActionBarView::layOut() {
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(style::scaled(style::close));
     auto* const first = addRow(*rows);
-    for (QPushButton* const button : {generate_, back_, forward_})
+    for (QPushButton* const button : {generate_, shuffleSelection_, back_, forward_})
         first->addWidget(button);
     first->addStretch();
     auto* const second = addRow(*rows);
     second->addWidget(position_);
+    second->addWidget(kept_);
+    second->addWidget(letGo_);
     second->addWidget(hint_, 1);
     second->addStretch();
     second->addWidget(export_);
@@ -82,6 +94,13 @@ void ActionBarView::refresh() {
     position_->setVisible(bar.position.has_value());
     showText(*hint_, bar.hint.value_or(""));
     hint_->setVisible(bar.hint.has_value());
+    showText(*kept_, bar.kept.value_or(""));
+    kept_->setVisible(bar.kept.has_value());
+    letGo_->setVisible(bar.kept.has_value());
+}
+
+void ActionBarView::showSelection(bool hasSelection) {
+    shuffleSelection_->setVisible(hasSelection);
 }
 
 } // namespace shotweaver

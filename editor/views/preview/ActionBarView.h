@@ -21,6 +21,11 @@ class ActionBarView : public QWidget {
     explicit ActionBarView(ContentView& editor, QWidget* parent = nullptr);
 
     void refresh();
+    /// The button for the selected cuts is there while there are some.
+    void showSelection(bool hasSelection);
+
+  Q_SIGNALS:
+    void selectionShuffled();
 
   private:
     QPushButton* addButton(const char* name, const QString& text, const char* help,
@@ -30,11 +35,14 @@ class ActionBarView : public QWidget {
     ContentView& editor_;
     ActionBar shown_;
     QPushButton* generate_;
+    QPushButton* shuffleSelection_;
     QPushButton* back_;
     QPushButton* forward_;
     QPushButton* export_;
     QLabel* position_;
     QLabel* hint_;
+    QLabel* kept_;
+    QPushButton* letGo_;
 };
 
 } // namespace shotweaver

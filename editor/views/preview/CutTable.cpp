@@ -14,6 +14,14 @@
 
 namespace shotweaver {
 
+namespace {
+
+// Points.
+constexpr int smallestColumn = 60;
+constexpr int padlockWidth = 24;
+
+} // namespace
+
 CutTable::CutTable(ContentView& editor, QWidget* parent)
     : QTableView(parent), model_(new CutTableModel(editor, this)) {
     setObjectName(QStringLiteral("cutTable"));
@@ -28,11 +36,13 @@ CutTable::CutTable(ContentView& editor, QWidget* parent)
 
 void CutTable::setUpColumns() {
     QHeaderView* const header = horizontalHeader();
-    header->setMinimumSectionSize(style::scaled(60));
     for (const int column : {CutTableModel::start, CutTableModel::duration}) {
         const QString title = model_->headerData(column, Qt::Horizontal).toString();
         header->resizeSection(column, columnWidthFor(*this, title));
     }
+    header->setMinimumSectionSize(style::scaled(padlockWidth));
+    header->setSectionResizeMode(CutTableModel::kept, QHeaderView::Fixed);
+    header->resizeSection(CutTableModel::kept, style::scaled(padlockWidth));
     wantedDuration_ = fittedDuration_ = header->sectionSize(CutTableModel::duration);
 }
 
@@ -42,7 +52,6 @@ void CutTable::addCopyAction() {
     copy->setShortcutContext(Qt::WidgetShortcut);
     connect(copy, &QAction::triggered, this, [this] { copySelection(); });
     addAction(copy);
-    setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void CutTable::refresh() {
@@ -56,7 +65,8 @@ void CutTable::copySelection() const {
     QStringList lines;
     for (const QModelIndex& row : rows) {
         QStringList cells;
-        for (int column = 0; column < CutTableModel::columns; ++column)
+        for (const int column :
+             {CutTableModel::camera, CutTableModel::start, CutTableModel::duration})
             cells.append(row.siblingAtColumn(column).data().toString());
         lines.append(cells.join(QLatin1Char('\t')));
     }
@@ -69,9 +79,10 @@ void CutTable::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     QHeaderView* const header = horizontalHeader();
     const int smallestCamera = style::scaled(80);
-    const int room = viewport()->width() - header->sectionSize(CutTableModel::start);
+    const int room = viewport()->width() - header->sectionSize(CutTableModel::start) -
+                     header->sectionSize(CutTableModel::kept);
     if (header->sectionSize(CutTableModel::duration) == fittedDuration_) {
-        const int smallest = std::min(header->minimumSectionSize(), wantedDuration_);
+        const int smallest = std::min(style::scaled(smallestColumn), wantedDuration_);
         fittedDuration_ = std::clamp(room - smallestCamera, smallest, wantedDuration_);
         header->resizeSection(CutTableModel::duration, fittedDuration_);
     }

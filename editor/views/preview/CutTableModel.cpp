@@ -1,5 +1,6 @@
 #include "editor/views/preview/CutTableModel.h"
 
+#include "widgets/Padlock.h"
 #include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
 
@@ -27,20 +28,29 @@ std::string textOf(CutRow row, int column) {
 
 CutTableModel::CutTableModel(const ContentView& editor, QObject* parent)
     : QAbstractTableModel(parent), editor_(editor),
-      equalDigits_(style::withEqualDigits(style::font(style::TextStyle::body))) {}
+      equalDigits_(style::withEqualDigits(style::font(style::TextStyle::body))),
+      padlock_(padlockIcon()) {}
 
 void CutTableModel::refresh() {
     const EditorFields& fields = editor_.fields();
     const EditRevision* const edit = fields.shownEdit();
     const std::int64_t position = edit ? fields.history.index : -1;
     const UUID id = edit ? edit->id : UUID();
-    if (project_ == fields.project && position_ == position && edit_ == id) return;
+    if (project_ == fields.project && position_ == position && edit_ == id) return refreshKept();
     beginResetModel();
     project_ = fields.project;
     position_ = position;
     edit_ = id;
     rows_ = static_cast<int>(fields.cuts().size());
+    kept_ = fields.kept;
     endResetModel();
+}
+
+/// What is kept changes what is said of the cuts after it.
+void CutTableModel::refreshKept() {
+    if (kept_ == editor_.fields().kept) return;
+    kept_ = editor_.fields().kept;
+    if (rows_ > 0) Q_EMIT dataChanged(index(0, 0), index(rows_ - 1, columns - 1));
 }
 
 int CutTableModel::rowCount(const QModelIndex& parent) const {
@@ -55,9 +65,15 @@ QVariant CutTableModel::data(const QModelIndex& index, int role) const {
     const auto row = static_cast<std::size_t>(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return toQt(textOf(editor_.cutRow(row), index.column()));
-    case Qt::ToolTipRole: // for names that do not fit
-        return index.column() == camera ? plainToolTip(editor_.cutRow(row).camera) : QVariant();
+        return index.column() == kept ? QVariant()
+                                      : toQt(textOf(editor_.cutRow(row), index.column()));
+    case Qt::DecorationRole:
+        return index.column() == kept && editor_.isKept(row) ? padlock_ : QVariant();
+    case Qt::AccessibleTextRole:
+        return index.column() == kept ? toQt(editor_.isKept(row) ? "Kept" : "Not kept")
+                                      : QVariant();
+    case Qt::ToolTipRole:
+        return plainToolTip(editor_.cutRow(row).camera + "\n" + editor_.cutReason(row));
     case Qt::FontRole:
         return index.column() == camera ? QVariant() : equalDigits_;
     case Qt::TextAlignmentRole:
@@ -76,8 +92,10 @@ QVariant CutTableModel::headerData(int section, Qt::Orientation orientation, int
         return QStringLiteral("Camera");
     case start:
         return QStringLiteral("Start (Timecode)");
-    default:
+    case duration:
         return QStringLiteral("Duration (seconds)");
+    default:
+        return {};
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <QAbstractTableModel>
 #include <QFont>
+#include <QIcon>
 
 #include <cstdint>
 #include <memory>
@@ -15,12 +16,12 @@ class CutTableModel : public QAbstractTableModel {
     Q_OBJECT
 
   public:
-    enum Column { camera, start, duration, columns };
+    enum Column { camera, start, duration, kept, columns };
 
     /// `editor` must outlive the model.
     explicit CutTableModel(const ContentView& editor, QObject* parent = nullptr);
 
-    /// Shows the editor's cuts; nothing happens when they are the ones on show.
+    /// Shows the editor's cuts, and which are kept; nothing happens when they are the ones on show.
     void refresh();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -30,13 +31,17 @@ class CutTableModel : public QAbstractTableModel {
                         int role = Qt::DisplayRole) const override;
 
   private:
+    void refreshKept();
+
     const ContentView& editor_;
     QFont equalDigits_;
+    QIcon padlock_;
     // What the rows stand for. A revision never changes, so its place and identifier tell it.
     std::shared_ptr<const Project> project_;
     std::int64_t position_ = -1; // in the history; -1 for no cuts
     UUID edit_;
     int rows_ = 0;
+    KeptShots kept_;
 };
 
 } // namespace shotweaver

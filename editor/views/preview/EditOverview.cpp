@@ -1,6 +1,7 @@
 #include "editor/views/preview/EditOverview.h"
 
 #include "widgets/Accessibility.h"
+#include "widgets/Padlock.h"
 #include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedText.h"
@@ -77,7 +78,8 @@ void EditOverview::refresh() {
     if (!project) return;
     std::vector<CutLane> lanes = cutLanes(editor_.fields().cuts(), *project);
     const std::int64_t length = project->engine.length;
-    if (lanes == lanes_ && length == length_) return;
+    if (lanes == lanes_ && length == length_ && kept_ == editor_.fields().kept) return;
+    kept_ = editor_.fields().kept;
     lanes_ = std::move(lanes);
     length_ = length;
     widestLabel_ = 0;
@@ -141,12 +143,36 @@ QString EditOverview::selectionText() const {
     return row < 0 ? QString() : toQt(editor_.cutLine(static_cast<std::size_t>(row)));
 }
 
-void EditOverview::select(int row) {
+void EditOverview::select(int row, Qt::KeyboardModifiers modifiers) {
     if (!selection_) return;
     const int rows = selection_->model()->rowCount();
     if (rows == 0) return;
-    selection_->setCurrentIndex(selection_->model()->index(std::clamp(row, 0, rows - 1), 0),
-                                QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    row = std::clamp(row, 0, rows - 1);
+    if (modifiers.testFlag(Qt::ShiftModifier) && anchor_ >= 0 && anchor_ < rows)
+        return selectTo(row);
+    anchor_ = row;
+    const auto command = modifiers.testFlag(Qt::ControlModifier)
+                             ? QItemSelectionModel::Toggle
+                             : QItemSelectionModel::ClearAndSelect;
+    selection_->setCurrentIndex(selection_->model()->index(row, 0),
+                                command | QItemSelectionModel::Rows);
+}
+
+/// Selects all from the anchor to a row.
+void EditOverview::selectTo(int row) {
+    const QAbstractItemModel& model = *selection_->model();
+    selection_->select(QItemSelection(model.index(std::min(anchor_, row), 0),
+                                      model.index(std::max(anchor_, row), 0)),
+                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selection_->setCurrentIndex(model.index(row, 0), QItemSelectionModel::NoUpdate);
+}
+
+/// The cut that is on screen at a place, on whatever lane.
+std::optional<std::size_t> EditOverview::rowAtX(double x) const {
+    for (std::size_t lane = 0; lane < lanes_.size(); ++lane)
+        if (const auto range = rangeAt(axisOf(lane), lanes_[lane].ranges, x))
+            return lanes_[lane].rows[*range];
+    return std::nullopt;
 }
 
 bool EditOverview::event(QEvent* event) {
@@ -158,26 +184,34 @@ bool EditOverview::event(QEvent* event) {
         event->ignore();
         return true;
     }
-    QToolTip::showText(help->globalPos(), plainToolTip(editor_.cutLine(*row)), this,
-                       rowRect(*row).toAlignedRect());
+    const std::string text = editor_.cutLine(*row) + "\n" + editor_.cutReason(*row);
+    QToolTip::showText(help->globalPos(), plainToolTip(text), this, rowRect(*row).toAlignedRect());
     return true;
 }
 
 void EditOverview::mousePressEvent(QMouseEvent* event) {
     const auto row = rowAt(event->position());
-    if (event->button() == Qt::LeftButton && row) select(static_cast<int>(*row));
+    if (event->button() == Qt::LeftButton && row)
+        select(static_cast<int>(*row), event->modifiers());
+}
+
+void EditOverview::mouseMoveEvent(QMouseEvent* event) {
+    const auto row = rowAtX(event->position().x());
+    if (event->buttons().testFlag(Qt::LeftButton) && row && selection_ && anchor_ >= 0)
+        selectTo(static_cast<int>(*row));
 }
 
 void EditOverview::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Left:
-        return select(currentRow() - 1);
+        return select(currentRow() - 1, event->modifiers() & Qt::ShiftModifier);
     case Qt::Key_Right:
-        return select(currentRow() + 1);
+        return select(currentRow() + 1, event->modifiers() & Qt::ShiftModifier);
     case Qt::Key_Home:
-        return select(0);
+        return select(0, event->modifiers() & Qt::ShiftModifier);
     case Qt::Key_End:
-        return select(selection_ ? selection_->model()->rowCount() - 1 : 0);
+        return select(selection_ ? selection_->model()->rowCount() - 1 : 0,
+                      event->modifiers() & Qt::ShiftModifier);
     default:
         QWidget::keyPressEvent(event);
     }
@@ -193,6 +227,7 @@ void EditOverview::paintEvent(QPaintEvent*) {
     drawLanes(painter);
     for (const QItemSelectionRange& range : selected)
         drawCuts(painter, range.top(), range.bottom());
+    drawPadlocks(painter);
     if (!hasFocus()) return;
     painter.setPen(style::accent());
     painter.setBrush(Qt::NoBrush);
@@ -239,6 +274,21 @@ void EditOverview::drawCuts(QPainter& painter, int first, int last) const {
         const auto to = std::upper_bound(rows.begin(), rows.end(), last) - rows.begin();
         drawBarRanges(painter, axisOf(lane), {ranges.begin() + from, ranges.begin() + to},
                       style::text());
+    }
+}
+
+/// On the kept cuts, where the lane is high enough.
+void EditOverview::drawPadlocks(QPainter& painter) const {
+    const double size = style::scaled(8);
+    const std::vector<Cut>& cuts = editor_.fields().cuts();
+    if (kept_.empty() || pitch() < size) return;
+    for (std::size_t row = 0; row < cuts.size(); ++row) {
+        if (!kept_.contains(cuts[row].id)) continue;
+        const QRectF bar = rowRect(row);
+        if (!bar.isNull())
+            drawPadlock(painter,
+                        {bar.center().x() - size / 2, bar.center().y() - size / 2, size, size},
+                        style::background());
     }
 }
 

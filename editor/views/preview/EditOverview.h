@@ -14,7 +14,9 @@ class QItemSelectionModel;
 namespace shotweaver {
 
 /// The cuts on show at a glance: a lane for each camera on the project's axis. It shares the cut
-/// list's selection: a click selects a cut, and so do Left, Right, Home and End.
+/// list's selection: a click selects a cut, and so do Left, Right, Home and End. With Shift they
+/// select all from the one before to it, as dragging does, and a click with Ctrl adds a cut to the
+/// selection or takes it out.
 class EditOverview : public QWidget {
     Q_OBJECT
 
@@ -37,6 +39,7 @@ class EditOverview : public QWidget {
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
@@ -45,18 +48,23 @@ class EditOverview : public QWidget {
     QRectF laneRect(std::size_t lane) const;
     BarAxis axisOf(std::size_t lane) const;
     int currentRow() const; // -1 without one
-    void select(int row);
+    std::optional<std::size_t> rowAtX(double x) const;
+    void select(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void selectTo(int row);
     void selectionDidChange();
     void drawBand(QPainter& painter, int first, int last) const;
     void drawLabels(QPainter& painter) const;
     void drawLanes(QPainter& painter) const;
     void drawCuts(QPainter& painter, int first, int last) const;
+    void drawPadlocks(QPainter& painter) const;
 
     ContentView& editor_;
     QItemSelectionModel* selection_ = nullptr;
     std::vector<CutLane> lanes_;
     double widestLabel_ = 0;  // pixels
     std::int64_t length_ = 1; // of the project, frames
+    KeptShots kept_;
+    int anchor_ = -1; // row from which Shift and dragging select
 };
 
 } // namespace shotweaver

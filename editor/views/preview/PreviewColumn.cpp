@@ -2,6 +2,7 @@
 
 #include "editor/PanelTexts.h"
 #include "editor/views/preview/ActionBarView.h"
+#include "editor/views/preview/CutActions.h"
 #include "editor/views/preview/CutTable.h"
 #include "editor/views/preview/EditOverview.h"
 #include "editor/views/preview/UsageTable.h"
@@ -10,6 +11,7 @@
 #include "widgets/WrappedLabel.h"
 #include "widgets/WrappedText.h"
 
+#include <QItemSelectionModel>
 #include <QVBoxLayout>
 
 namespace shotweaver {
@@ -28,14 +30,26 @@ PreviewColumn::PreviewColumn(ContentView& editor, QWidget* parent)
       warning_(new WrappedLabel(style::TextStyle::body, style::accent())),
       actions_(new ActionBarView(editor)), summary_(new WrappedLabel(style::TextStyle::body)),
       overview_(new EditOverview(editor)), cuts_(new CutTable(editor)),
+      reason_(new WrappedLabel(style::TextStyle::caption, style::secondary())),
       noCuts_(new WrappedLabel(style::TextStyle::body, style::secondary())),
-      usage_(new UsageTable(editor)) {
+      usage_(new UsageTable(editor)),
+      cutActions_(new CutActions(editor, *cuts_->selectionModel(), this)) {
+    reason_->setObjectName(QStringLiteral("cutReason"));
     warning_->setObjectName(QStringLiteral("coverageWarning"));
     summary_->setObjectName(QStringLiteral("summary"));
     noCuts_->setObjectName(QStringLiteral("noCuts"));
     noCuts_->setText(QString::fromUtf8(panelTexts::noCuts));
     noCuts_->setAlignment(Qt::AlignCenter);
     overview_->setSelectionModel(cuts_->selectionModel());
+    cutActions_->addTo(*cuts_);
+    cutActions_->addTo(*overview_);
+    const auto changed = [this] { selectionDidChange(); };
+    connect(cuts_->selectionModel(), &QItemSelectionModel::selectionChanged, this, changed);
+    connect(cuts_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, changed);
+    connect(cuts_->model(), &QAbstractItemModel::modelReset, this, changed);
+    connect(cuts_->model(), &QAbstractItemModel::dataChanged, this, changed);
+    connect(actions_, &ActionBarView::selectionShuffled, cutActions_,
+            &CutActions::shuffleSelection);
     layOut();
     refresh();
 }
@@ -49,6 +63,7 @@ void PreviewColumn::layOut() {
           static_cast<QWidget*>(summary_), static_cast<QWidget*>(overview_)})
         column->addWidget(widget);
     column->addWidget(cuts_, 1);
+    column->addWidget(reason_);
     column->addWidget(noCuts_, 1);
     column->addWidget(usage_);
 }
@@ -68,6 +83,17 @@ void PreviewColumn::refresh() {
     noCuts_->setVisible(!hasCuts);
     usage_->refresh();
     usage_->setVisible(hasCuts);
+    selectionDidChange();
+}
+
+/// Tells why the current cut is there.
+void PreviewColumn::selectionDidChange() {
+    const QItemSelectionModel& selection = *cuts_->selectionModel();
+    const bool hasSelection = selection.hasSelection();
+    actions_->showSelection(hasSelection);
+    const int row = hasSelection ? selection.currentIndex().row() : -1;
+    showLine(*reason_, row < 0 ? std::nullopt
+                               : std::optional(editor_.cutReason(static_cast<std::size_t>(row))));
 }
 
 } // namespace shotweaver

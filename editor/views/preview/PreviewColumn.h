@@ -9,6 +9,7 @@ class QLabel;
 namespace shotweaver {
 
 class ActionBarView;
+class CutActions;
 class CutTable;
 class EditOverview;
 class UsageTable;
@@ -26,6 +27,7 @@ class PreviewColumn : public QWidget {
 
   private:
     void layOut();
+    void selectionDidChange();
 
     ContentView& editor_;
     QLabel* warning_;
@@ -33,8 +35,10 @@ class PreviewColumn : public QWidget {
     QLabel* summary_;
     EditOverview* overview_;
     CutTable* cuts_;
+    QLabel* reason_; // why the current cut is there
     QLabel* noCuts_;
     UsageTable* usage_;
+    CutActions* cutActions_;
 };
 
 } // namespace shotweaver

@@ -1,17 +1,21 @@
 #include "editor/views/preview/PreviewColumn.h"
 
 #include "editor/views/BarDrawing.h"
+#include "editor/views/preview/CutActions.h"
 #include "editor/views/preview/CutTable.h"
 #include "editor/views/preview/EditOverview.h"
 #include "planning/EditTexts.h"
 #include "tests/support/EditorBench.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 #include <QToolTip>
@@ -157,7 +161,136 @@ TEST(PreviewColumn, overviewAndListShareTheSelection) {
     const QPoint place = placeOf(5).toPoint();
     QHelpEvent pointing(QEvent::ToolTip, place, overview.mapToGlobal(place));
     QCoreApplication::sendEvent(&overview, &pointing);
-    EXPECT_EQ(QToolTip::text().toStdString(), preview.editor.cutLine(5));
+    EXPECT_EQ(QToolTip::text().toStdString(),
+              preview.editor.cutLine(5) + "\n" + preview.editor.cutReason(5));
+}
+
+TEST(PreviewColumn, aSelectionIsKeptShuffledAndChangedByKeys) {
+    Preview preview;
+    ContentView& editor = preview.editor;
+    const EditorFields& fields = preview.bench.fields();
+    editor.edit([](EditSettings& settings) {
+        settings.mainMinimum = settings.mainMaximum = 5;
+        settings.otherMinimum = settings.otherMaximum = 3;
+    });
+    editor.generateEdit();
+    const auto& selection = *preview.table.selectionModel();
+    const auto press = [&](QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        widget.setFocus();
+        QTest::keyClick(&widget, key, modifiers);
+    };
+    const auto kept = [&] {
+        return preview.find<QLabel>("kept").isVisible()
+                   ? preview.find<QLabel>("kept").text().toStdString()
+                   : "";
+    };
+    EXPECT_EQ(kept(), "");
+    EXPECT_FALSE(preview.find("shuffleSelection").isVisible());
+    press(preview.table, Qt::Key_K); // nothing is selected
+    preview.table.selectRow(3);
+    EXPECT_EQ(preview.find<QLabel>("cutReason").text().toStdString(), editor.cutReason(3));
+    const QImage plain = preview.overview.grab().toImage();
+    press(preview.overview, Qt::Key_K);
+    EXPECT_EQ(kept(), "1 shot kept.");
+    EXPECT_NE(preview.overview.grab().toImage(), plain);
+    const QModelIndex padlock = preview.table.model()->index(3, 3);
+    EXPECT_FALSE(padlock.data(Qt::DecorationRole).isNull());
+    EXPECT_TRUE(padlock.siblingAtRow(4).data(Qt::DecorationRole).isNull());
+    EXPECT_EQ(preview.find<QLabel>("cutReason").text().toStdString().substr(0, 5), "Kept.");
+
+    // Shift, a drag and Ctrl in the overview.
+    const auto rows = [&] {
+        std::string text;
+        for (std::size_t row = 0; row < fields.cuts().size(); ++row)
+            if (selection.isRowSelected(static_cast<int>(row), {})) text += fmt::format("{} ", row);
+        return text;
+    };
+    const auto placeOf = [&](std::size_t row) {
+        return preview.overview.rowRect(row).center().toPoint();
+    };
+    QTest::mouseClick(&preview.overview, Qt::LeftButton, {}, placeOf(4));
+    press(preview.overview, Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(rows(), "4 5 ");
+    QTest::mouseClick(&preview.overview, Qt::LeftButton, Qt::ControlModifier, placeOf(8));
+    EXPECT_EQ(rows(), "4 5 8 ");
+    QTest::mousePress(&preview.overview, Qt::LeftButton, {}, placeOf(9));
+    QTest::mouseMove(&preview.overview, placeOf(7));
+    QTest::mouseRelease(&preview.overview, Qt::LeftButton, {}, placeOf(7));
+    EXPECT_EQ(rows(), "7 8 9 ");
+    const std::vector<Cut> before = fields.cuts();
+    QTest::mouseClick(&preview.find<QPushButton>("shuffleSelection"), Qt::LeftButton);
+    EXPECT_EQ(fields.history.items.size(), 2U);
+    EXPECT_TRUE(std::equal(before.begin(), before.begin() + 7, fields.cuts().begin()));
+    EXPECT_EQ(rows(), "");
+    EXPECT_EQ(kept(), "1 shot kept.");
+
+    // Another camera and another start; the row stays selected.
+    preview.table.selectRow(1);
+    ASSERT_EQ(fields.cuts()[1].angle, "B");
+    press(preview.table, Qt::Key_2);
+    press(preview.table, Qt::Key_Right, Qt::AltModifier);
+    press(preview.overview, Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
+    press(preview.table, Qt::Key_9); // no such camera
+    EXPECT_EQ(fields.cuts()[1].angle, "P");
+    EXPECT_EQ(fields.cuts()[1].start, before[1].start - 9);
+    EXPECT_EQ(rows(), "1 ");
+    EXPECT_EQ(kept(), "3 shots kept.");
+    EXPECT_EQ(fields.history.items.size(), 3U);
+    QTest::mouseClick(&preview.find<QPushButton>("letGo"), Qt::LeftButton);
+    EXPECT_EQ(kept(), "");
+    press(preview.table, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text().count(QLatin1Char('\t')), 2);
+}
+
+/// The menu of the selected cut: its entries, what is disabled in brackets.
+std::string menuOf(Preview& preview, int row) {
+    preview.table.selectRow(row);
+    CutActions actions(preview.editor, *preview.table.selectionModel(), nullptr);
+    const std::unique_ptr<QMenu> menu(actions.makeMenu(&preview.table));
+    std::string text;
+    for (const QAction* const action : menu->actions())
+        if (!action->isSeparator())
+            text += fmt::format(fmt::runtime(action->isEnabled() ? "{}\n" : "[{}]\n"),
+                                action->text().toStdString());
+    return text;
+}
+
+TEST(CutActions, theMenuSaysWhatCannotBeDoneAndWhy) {
+    Preview preview;
+    preview.editor.edit([](EditSettings& settings) {
+        settings.otherCameras = {"B"};
+        settings.opening = {true, "W", 5};
+    });
+    preview.editor.generateEdit();
+    const std::string keep = "Keep\nKeep all of this camera\n";
+    const std::string rest = "Shuffle selection\nSave cut list…\n";
+    const std::string fixed = "The opening shot is changed under “Opening and closing shots”.";
+    EXPECT_EQ(menuOf(preview, 0),
+              keep + "[Wide – " + fixed + "]\n[Pulpit – " + fixed + "]\n[Band – " + fixed +
+                  "]\n[Start a frame earlier]\n[Start a frame later]\n[Start ten frames "
+                  "earlier]\n[Start ten frames later]\n[The first shot begins with the "
+                  "project.]\n" +
+                  rest);
+    preview.editor.toggleKept({2});
+    int row = 1;
+    while (preview.bench.fields().cuts()[std::size_t(row)].start +
+               preview.bench.fields().cuts()[std::size_t(row)].duration <=
+           500)
+        ++row;
+    ASSERT_GT(row, 1);
+    const std::string menu = menuOf(preview, row);
+    EXPECT_NE(menu.find("\nWide\n[Pulpit – No footage from 01:00:20:00 to 01:00:2"),
+              std::string::npos)
+        << menu;
+    EXPECT_NE(menu.find("]\nBand\nStart a frame earlier\n"), std::string::npos) << menu;
+    EXPECT_EQ(menuOf(preview, 2).substr(0, 7), "Let go\n");
+
+    preview.bench.host.chosen = preview.bench.folder.path();
+    preview.editor.saveCutList();
+    EXPECT_EQ(preview.bench.fields().status, "Saved the cut list as Concert Shotweaver.csv.");
+    preview.editor.saveCutList();
+    EXPECT_EQ(preview.bench.folder.read("Concert Shotweaver 2.csv").substr(0, 40),
+              "Start,End,Camera,Seconds,Kept,Why\r\n01:00");
 }
 
 TEST(BarDrawing, aRangeIsAtLeastOnePointWide) {
