@@ -2,6 +2,7 @@
 
 #include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
+#include "editor/views/preview/CutTable.h"
 #include "help/AboutTexts.h"
 #include "help/HelpContent.h"
 #include "host/views/ExtensionRootView.h"
@@ -110,6 +111,12 @@ std::vector<Scene> scenes(const std::string& example) {
         {"no-project", [](Studio&) {}},
         {"loaded", load},
         {"generated", generate},
+        {"refining",
+         [generate](Studio& studio) {
+             generate(studio);
+             studio.editor.toggleKept({1, 2, 5, 8, 60, 61});
+             studio.find<CutTable>("cutTable").selectRow(3);
+         }},
         {"warning-and-error",
          [load](Studio& studio) {
              load(studio);
