@@ -7,6 +7,7 @@
 #include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
 #include "persistence/SavedEditSession.h"
+#include "planning/CutReasons.h"
 #include "planning/EditPlan.h"
 #include "planning/EditTexts.h"
 #include "planning/ProjectDefaults.h"
@@ -189,6 +190,22 @@ void measureOperations(const fs::path& folder) {
         editor.goBack();
         editor.goForward();
     });
+    const auto shuffle = [&] { editor.generateEdit(); };
+    measure("a shuffle", shuffle);
+    std::vector<std::size_t> tenth;
+    for (std::size_t row = 5; row < editor.fields().cuts().size(); row += 10)
+        tenth.push_back(row);
+    editor.toggleKept(tenth);
+    measure("a shuffle around every tenth shot", shuffle);
+    measure("a kept shot more or less, with what is shown of it", [&] {
+        editor.toggleKept({3});
+        editor.coverageContent();
+        editor.coverageWarning();
+        editor.actionBar();
+        editor.cutReason(3);
+    });
+    measure("reasons of all shots",
+            [&] { explainCuts(editor.fields().settings, project, editor.fields().cuts(), {}); });
     measure("rows of the cut list", [&] {
         for (std::size_t row = 0; row < editor.fields().cuts().size(); ++row)
             editor.cutRow(row);

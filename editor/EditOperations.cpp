@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include <iterator>
+
 namespace shotweaver {
 
 void ContentView::generateEdit() {
@@ -21,12 +23,13 @@ void ContentView::generateEdit() {
 
 /// Makes cuts with the settings as they are the current edit.
 void ContentView::appendRevision(EditorFields& fields, std::vector<Cut> cuts) {
+    // Those after the current one are dropped, and with them cuts that may be kept.
+    hasForgottenCuts_ |= fields.history.index + 1 < std::ssize(fields.history.items);
     fields.history.append(
         {environment_.makeUUID(), environment_.now(), fields.settings, std::move(cuts)});
     fields.showsCurrentEdit = true;
     fields.status.clear();
     keptDidChange();
-    hasForgottenCuts_ = true;
 }
 
 /// The first step back after a change of the settings brings the current edit back.

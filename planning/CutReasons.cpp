@@ -32,6 +32,9 @@ class Explanation {
   private:
     struct Camera {
         std::string name;
+        std::string label;
+        std::string choice; // "Wide (frequency 5)"
+        const Coverage* footage;
         std::int64_t waitFrames;
         std::optional<std::int64_t> lastEnd; // of its latest shot
     };
@@ -51,7 +54,6 @@ class Explanation {
     std::vector<const Camera*> othersToChooseFrom() const;
     std::string whyNot(const Camera& camera) const;
     std::string whyNoOther(std::string_view shown) const;
-    std::string name(std::string_view angle) const { return project_.label(angle); }
     std::string seconds(std::int64_t frames) const {
         return fixedDecimal(engine_.seconds(frames), 1);
     }
@@ -81,8 +83,15 @@ Explanation::Explanation(const EditSettings& settings, const Project& project,
     names.insert(names.begin(), settings.mainCamera);
     for (const std::string& name : names) {
         const double wait = numberFor(settings.returnTimes, name, defaultReturnTime);
+        const std::string label = project.label(name);
         cameras_.push_back(
-            {name, static_cast<std::int64_t>(std::ceil(engine_.frameDuration.frames(wait))), {}});
+            {name,
+             label,
+             fmt::format("{} (frequency {})", label,
+                         numberFor(settings.frequencies, name, defaultFrequency)),
+             &engine_.coverageOf(name),
+             static_cast<std::int64_t>(std::ceil(engine_.frameDuration.frames(wait))),
+             {}});
     }
     EditSettings withoutSections = settings; // whose timecodes may be anything
     withoutSections.sections.clear();
@@ -131,7 +140,7 @@ void Explanation::tellPart(const FixedPart& part) {
 }
 
 bool Explanation::hasFootage(const Camera& camera) const {
-    return rangeContaining(engine_.coverageOf(camera.name), {position_, position_ + 1}) != nullptr;
+    return rangeContaining(*camera.footage, {position_, position_ + 1}) != nullptr;
 }
 
 bool Explanation::isWaiting(const Camera& camera) const {
@@ -176,13 +185,10 @@ void Explanation::tellChoiceAmong(const Cut& cut, const std::vector<const Camera
     });
     if (!isAmong && !others.empty()) return say(otherThanChosen);
     if (others.size() > 1) {
-        std::vector<std::string> names;
-        names.reserve(others.size());
+        std::string names;
         for (const Camera* camera : others)
-            names.push_back(
-                fmt::format("{} (frequency {})", name(camera->name),
-                            numberFor(settings_.frequencies, camera->name, defaultFrequency)));
-        return say(fmt::format("One of {}.", fmt::join(names, ", ")));
+            names += (names.empty() ? "One of " : ", ") + camera->choice;
+        return say(names + ".");
     }
     const std::string reasons = whyNoOther(cut.angle);
     say(fmt::format("The only camera that could {}{}.", isAmong ? "take over" : "go on",
@@ -200,18 +206,18 @@ std::string Explanation::whyNoOther(std::string_view shown) const {
 
 std::string Explanation::whyNot(const Camera& camera) const {
     if (!hasFootage(camera)) {
-        const Coverage& footage = engine_.coverageOf(camera.name);
+        const Coverage& footage = *camera.footage;
         const auto next =
             std::find_if(footage.begin(), footage.end(),
                          [&](const FrameRange& range) { return range.lowerBound > position_; });
-        return next == footage.end() ? fmt::format("{} has no more footage", name(camera.name))
-                                     : fmt::format("{} has no footage until {}", name(camera.name),
+        return next == footage.end() ? fmt::format("{} has no more footage", camera.label)
+                                     : fmt::format("{} has no footage until {}", camera.label,
                                                    engine_.timecode(next->lowerBound));
     }
     if (isWaiting(camera))
-        return fmt::format("{} waits until {}", name(camera.name),
+        return fmt::format("{} waits until {}", camera.label,
                            engine_.timecode(*camera.lastEnd + camera.waitFrames));
-    return fmt::format("{} was shown last", name(camera.name));
+    return fmt::format("{} was shown last", camera.label);
 }
 
 void Explanation::tellEnd(const Cut& cut) {

@@ -1,3 +1,4 @@
+#include "engine/generation/EditChecks.h"
 #include "platform/Base64.h"
 #include "tests/support/EditorBench.h"
 
@@ -32,7 +33,7 @@ class LongRun {
     void act() {
         ContentView& editor = bench.editor();
         calls.isFull = below(10) == 0;
-        switch (below(12)) {
+        switch (below(14)) {
         case 0:
             return importProject();
         case 1:
@@ -52,6 +53,9 @@ class LongRun {
         case 8:
         case 9:
             return editor.edit([&](EditSettings& settings) { changeOne(settings); });
+        case 10:
+        case 11:
+            return refine();
         default:
             return editor.generateEdit();
         }
@@ -88,6 +92,26 @@ class LongRun {
         }
     }
 
+    /// Also rows that are not there.
+    void refine() {
+        ContentView& editor = bench.editor();
+        const std::size_t row = below(12);
+        switch (below(6)) {
+        case 0:
+            return editor.shuffleRows({row, below(12)});
+        case 1:
+            return editor.keepCamera("B");
+        case 2:
+            return editor.letGoOfAll();
+        case 3:
+            return editor.setCutCamera(row, below(2) ? "P" : "B");
+        case 4:
+            return editor.rollCut(row, static_cast<std::int64_t>(below(401)) - 200);
+        default:
+            return editor.toggleKept({row, below(12)});
+        }
+    }
+
     void preset() {
         ContentView& editor = bench.editor();
         const std::vector<PickerOption> options = editor.presetOptions();
@@ -115,11 +139,17 @@ void expectSound(LongRun& run) {
     if (fields.showsCurrentEdit) {
         ASSERT_TRUE(fields.history.current());
         EXPECT_EQ(fields.history.current()->settings, fields.settings);
+        EXPECT_EQ(checkCuts(fields.project->engine, fields.cuts()), CutFault::none);
     }
     if (!fields.sourceXML || fields.sessionSaveError) return;
     const SavedEditSession stored = readSession(run.bench.session().value());
     EXPECT_EQ(stored, (SavedEditSession{1, *fromBase64(*fields.sourceXML), fields.settings,
-                                        fields.history}));
+                                        fields.history, fields.kept}));
+    KeptShots known;
+    for (const EditRevision& edit : fields.history.items)
+        for (const Cut& cut : keptCuts(edit.cuts, fields.kept))
+            known.insert(cut.id);
+    EXPECT_EQ(fields.kept, known); // none that no edit has
 }
 
 TEST(LongRun, whatIsHeldIsWhatIsStoredAndComesBack) {
@@ -137,10 +167,12 @@ TEST(LongRun, whatIsHeldIsWhatIsStoredAndComesBack) {
             continue;
         const EditSettings settings = run.bench.fields().settings;
         const EditHistory history = run.bench.fields().history;
+        const KeptShots kept = run.bench.fields().kept;
         run.bench.restart();
         run.bench.editor().appear();
         EXPECT_EQ(run.bench.fields().settings, settings);
         EXPECT_EQ(run.bench.fields().history, history);
+        EXPECT_EQ(run.bench.fields().kept, kept);
         ++restarts;
     }
     EXPECT_GT(restarts, 5);
