@@ -3,6 +3,7 @@
 #include "engine/generation/EditChecks.h"
 #include "fuzz/Check.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
@@ -34,6 +35,8 @@ std::vector<bool> fixedCuts(const CutEngine& engine, const GenerationInputs& inp
     std::map<std::int64_t, FixedCameraSection> fixed;
     for (const FixedCameraSection& section : inputs.sections)
         fixed[section.start] = section;
+    for (const Cut& cut : inputs.kept)
+        fixed[cut.start] = {cut.angle, cut.start, cut.start + cut.duration};
     const std::int64_t opening = bookendFrames(engine, inputs.opening);
     const std::int64_t closing = engine.length - bookendFrames(engine, inputs.closing);
     if (inputs.opening) fixed[0] = {inputs.opening->angle, 0, opening};
@@ -89,6 +92,8 @@ void checkEngine(const CutEngine& engine, const ImportedProject& summary) {
 void checkGeneratedCuts(const CutEngine& engine, const GenerationInputs& inputs,
                         const std::vector<Cut>& cuts) {
     checkChains(engine, cuts);
+    for (const Cut& kept : inputs.kept)
+        require(std::find(cuts.begin(), cuts.end(), kept) != cuts.end(), "a kept shot stays");
     const std::vector<bool> isFixed = fixedCuts(engine, inputs, cuts);
     std::set<std::string> selected(inputs.otherCameras.begin(), inputs.otherCameras.end());
     selected.insert(inputs.mainCamera);

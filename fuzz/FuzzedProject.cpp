@@ -226,6 +226,13 @@ GenerationInputs FuzzedProject::inputs(const CoverageMap& coverage) {
         if (rarely()) inputs.sections.back().start = number(INT64_MIN, INT64_MAX);
         if (rarely()) inputs.sections.back().end = number(INT64_MIN, INT64_MAX);
     }
+    if (!sometimes()) return inputs;
+    for (auto i = number(0, 2); i > 0; --i) {
+        inputs.kept.push_back({UUID{}, camera(), number(0, project_.length), number(0, 60)});
+        inputs.kept.back().id.bytes[0] = static_cast<std::uint8_t>(i);
+        if (rarely()) inputs.kept.back().start = number(INT64_MIN, INT64_MAX);
+        if (rarely()) inputs.kept.back().duration = number(INT64_MIN, INT64_MAX);
+    }
     return inputs;
 }
 

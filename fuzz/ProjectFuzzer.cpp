@@ -28,6 +28,19 @@ void checkExportOf(const CutEngine& engine, const std::vector<Cut>& cuts,
     if (!refusal) checkExport(engine, cuts, audio, exported);
 }
 
+/// Another edit around some shots of one.
+void checkShuffle(const CutEngine& engine, GenerationInputs inputs, const std::vector<Cut>& cuts,
+                  std::uint64_t seed) {
+    inputs.kept.clear();
+    for (std::size_t i = seed % 3; i < cuts.size(); i += 3)
+        inputs.kept.push_back(cuts[i]);
+    SeededRandom random(seed + 1);
+    std::vector<Cut> shuffled;
+    const auto refusal =
+        refusalOf([&] { shuffled = generateCuts(engine, inputs, random, seededUUIDs(seed + 1)); });
+    if (!refusal) checkGeneratedCuts(engine, inputs, shuffled);
+}
+
 void checkGeneration(const CutEngine& engine, const GenerationInputs& inputs, std::uint64_t seed,
                      const std::string& audio) {
     std::vector<Cut> cuts;
@@ -41,6 +54,7 @@ void checkGeneration(const CutEngine& engine, const GenerationInputs& inputs, st
             "a seed gives the same edit again");
     if (refusal) return;
     checkGeneratedCuts(engine, inputs, cuts);
+    checkShuffle(engine, inputs, cuts, seed);
     checkExportOf(engine, cuts, audio);
 }
 

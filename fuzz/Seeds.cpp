@@ -190,6 +190,7 @@ void addStoredSeeds(SeedFolder seeds) {
     seeds.add(test::replaced(session, R"({"version":1)", R"({ "version" : 1)"));
     seeds.add(encodePresets(examplePresets()));
     seeds.add(revisionText(revision));
+    seeds.add("Start,End,Camera,Kept\r\n00:00:00:00,00:00:10:00,\"A\",yes\r\n00:00:10:00,,B,\r\n");
     seeds.add(
         R"({"title":"Help","description":"d","sections":[{"id":"quick-start","title":"Start",)"
         R"("summary":"s","blocks":[{"kind":"heading","text":"t"},{"kind":"steps","items":["a",)"

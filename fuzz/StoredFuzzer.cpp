@@ -1,5 +1,5 @@
-// Any bytes as a stored session, presets, a revision or a manual: what reads is written again and
-// reads back as the same.
+// Any bytes as a stored session, presets, a revision, a manual or a cut list: what reads is written
+// again and reads back as the same.
 
 #include "engine/CutEngine.h"
 #include "engine/export/ExportDocument.h"
@@ -10,7 +10,13 @@
 #include "persistence/EditPreset.h"
 #include "persistence/RecordJson.h"
 #include "persistence/SavedEditSession.h"
+#include "planning/CutListCsv.h"
+#include "planning/CutReasons.h"
+#include "planning/ProjectDefaults.h"
 #include "platform/Base64.h"
+#include "tests/support/ProjectBuilder.h"
+
+#include <tuple>
 
 namespace shotweaver::fuzz {
 
@@ -84,6 +90,31 @@ void checkRevision(std::string_view bytes) {
     require(readIf(revisionOf, text) == revision, "a revision reads back", text);
 }
 
+/// A cut list as the engine sees it, without its identifiers.
+std::vector<std::tuple<std::string, std::int64_t, std::int64_t, bool>>
+placesOf(const CsvCutList& list) {
+    std::vector<std::tuple<std::string, std::int64_t, std::int64_t, bool>> places;
+    for (const Cut& cut : list.cuts)
+        places.emplace_back(cut.angle, cut.start, cut.duration, list.kept.contains(cut.id));
+    return places;
+}
+
+void checkCutList(std::string_view bytes) {
+    static const Project project(test::ProjectBuilder{}.xml());
+    SeededRandom random(1);
+    const UUIDMaker makeUUID = [&random] { return UUID::random(random); };
+    const auto read = [&](std::string_view text) {
+        return readCutListCsv(text, project, makeUUID);
+    };
+    const auto list = readIf(read, bytes);
+    if (!list) return;
+    const EditSettings settings = importedSettings(project, {});
+    const auto reasons = explainCuts(settings, project, list->cuts, list->kept);
+    const std::string text = cutListCsv(list->cuts, project, list->kept, reasons);
+    const auto again = readIf(read, text);
+    require(again && placesOf(*again) == placesOf(*list), "a cut list reads back", text);
+}
+
 void checkManual(std::string_view bytes) {
     const auto manual = readIf(readManual, bytes);
     if (!manual) return;
@@ -107,5 +138,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     shotweaver::fuzz::checkPresets(bytes);
     shotweaver::fuzz::checkRevision(bytes);
     shotweaver::fuzz::checkManual(bytes);
+    shotweaver::fuzz::checkCutList(bytes);
     return 0;
 }
