@@ -62,14 +62,16 @@ std::string quoted(const std::string& field) {
     return text + '"';
 }
 
-/// Takes text apart into rows of fields. Blank lines are passed over.
+/// Takes text apart into rows of fields. Blank lines are passed over, also those that a spreadsheet
+/// fills with separators.
 std::vector<Row> rowsOf(std::string_view text, char separator) {
     std::vector<Row> rows;
     Row row;
     std::string field;
     const auto endRow = [&] {
         row.push_back(std::exchange(field, {}));
-        const bool isBlank = row.size() == 1 && trimmed(row.front()).empty();
+        const bool isBlank = std::all_of(
+            row.begin(), row.end(), [](const std::string& each) { return trimmed(each).empty(); });
         if (!isBlank) rows.push_back(row);
         row.clear();
     };

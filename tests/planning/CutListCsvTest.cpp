@@ -65,10 +65,8 @@ TEST(CutListCsv, isReadInAnyOrderOrRefusedWithTheShotsNumber) {
     const std::pair<std::string, std::string> rows[] = {
         {"start;CAMERA", "The cut list has no shots."},
         {head, "w 0-1000"},
-        {"x;Camera;\" start \";kept;End\r\n;\" WIDE\";1:0:0:0;YES;\r\n;;\r\n"
-         "\r\n9;\"2\";01:00:10:00\r\r",
-         "Shot 2 of the cut list has “” for a time." + hint},
-        {"x;Camera;\" start \";kept;End\r\n;\" WIDE\";1:0:0:0;YES;\r\n\r\n9;\"2\";01:00:10:00\r\r",
+        {"x;Camera;\" start \";kept;End\r\n;\" "
+         "WIDE\";1:0:0:0;YES;\r\n;;\r\n\r\n9;\"2\";01:00:10:00\r\r",
          "w 0-250 kept 2 250-1000"},
         {head + "01:00:10:00,\"b\"\n01:00:20:00,1", "w 0-250 b 250-500 1 500-1000"},
         {"", "The cut list needs a header with the columns Start and Camera."},

@@ -191,8 +191,13 @@ bool EditOverview::event(QEvent* event) {
 
 void EditOverview::mousePressEvent(QMouseEvent* event) {
     const auto row = rowAt(event->position());
-    if (event->button() == Qt::LeftButton && row)
-        select(static_cast<int>(*row), event->modifiers());
+    if (!row || !selection_) return;
+    const int index = static_cast<int>(*row);
+    // A menu is for what is selected, or else for what is pointed at.
+    if (event->button() == Qt::LeftButton)
+        select(index, event->modifiers());
+    else if (event->button() == Qt::RightButton && !selection_->isRowSelected(index, {}))
+        select(index);
 }
 
 void EditOverview::mouseMoveEvent(QMouseEvent* event) {

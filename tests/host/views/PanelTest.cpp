@@ -111,6 +111,53 @@ TEST(Panel, aJourneyFromADropToExportedFiles) {
     EXPECT_TRUE(std::filesystem::exists(window.bench.folder.path("Concert Shotweaver.fcpxml")));
 }
 
+TEST(Panel, aJourneyWithKeptAndChangedShots) {
+    Window window;
+    QMimeData drag;
+    drag.setUrls({window.writeProject("Concert.fcpxml")});
+    drop(window.find("editorPanel"), drag);
+    window.click("generate");
+    auto* const table = window.find<QTableView>("cutTable");
+    const auto cutsNow = [&]() -> const std::vector<Cut>& { return window.bench.fields().cuts(); };
+    window.root.activateWindow();
+    table->setFocus();
+    table->selectRow(2);
+    QTest::keyClick(table, Qt::Key_K);
+    const Cut kept = cutsNow().at(2);
+    window.click("generate");
+    const std::vector<Cut>& cuts = cutsNow();
+    const auto stays = std::find(cuts.begin(), cuts.end(), kept);
+    ASSERT_NE(stays, cuts.end());
+    // Row 1 is of an additional camera: the other one takes its place.
+    table->setFocus();
+    table->selectRow(1);
+    ASSERT_NE(cuts.at(1).angle, "W");
+    const bool isBand = cuts.at(1).angle == "B";
+    QTest::keyClick(table, isBand ? Qt::Key_2 : Qt::Key_3);
+    const std::vector<Cut>& changed = cutsNow();
+    ASSERT_EQ(changed.at(1).angle, isBand ? "P" : "B");
+    window.bench.host.chosen = window.bench.folder.path();
+    window.click("export");
+    EXPECT_EQ(window.alertText(), "");
+    const std::string record = window.bench.folder.read("Concert Shotweaver.settings.txt");
+    std::string lines = "\nKept shots:\n";
+    for (const Cut& cut : keptCuts(changed, window.bench.fields().kept))
+        lines += window.bench.fields().project->engine.timecode(cut.start) + " | " +
+                 window.bench.fields().project->name(cut.angle) + "\n";
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '|'), 2);
+    EXPECT_NE(record.find(lines + "\nActual camera usage:"), std::string::npos) << record;
+    const std::string xml = window.bench.folder.read("Concert Shotweaver.fcpxml");
+    std::string shown;
+    std::string exported;
+    for (const Cut& cut : changed)
+        shown += cut.angle;
+    const std::string source = "<mc-source angleID=\"";
+    for (auto at = xml.find(source); at != std::string::npos; at = xml.find(source, at + 1))
+        if (xml.substr(at + source.size() + 1, 19) == "\" srcEnable=\"video\"")
+            exported += xml[at + source.size()];
+    EXPECT_EQ(exported, shown);
+}
+
 TEST(Panel, whatCannotBeReadIsToldInTheAlert) {
     Window window;
     QMimeData drag;
