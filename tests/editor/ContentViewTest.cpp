@@ -77,23 +77,6 @@ TEST_F(Editing, theFileDialogImports) {
     EXPECT_EQ(saved(bench).history.index, -1);
 }
 
-TEST_F(Editing, aNewEditTakesThePlaceOfThoseAfterTheOneOnShow) {
-    importAndGenerate(3);
-    const std::vector<Cut> third = fields().cuts();
-    EXPECT_EQ(position(), "Edit 3 of 3");
-    EXPECT_EQ(editor().actionBar().generateLabel, "Shuffle rough edit");
-    editor().goForward(); // nothing there
-    editor().goBack();
-    editor().goBack();
-    EXPECT_NE(fields().cuts(), third);
-    EXPECT_EQ(saved(bench).history.index, 0);
-    editor().goBack(); // nothing there
-    EXPECT_EQ(fields().history.index, 0);
-    editor().generateEdit();
-    EXPECT_EQ(fields().history.items.size(), 2U);
-    EXPECT_EQ(saved(bench).history, fields().history);
-}
-
 TEST_F(Editing, aChangeClearsThePreviewUntilBackBringsItBack) {
     importAndGenerate(2);
     set(editor(), &EditSettings::mainShare, 60);
@@ -103,30 +86,6 @@ TEST_F(Editing, aChangeClearsThePreviewUntilBackBringsItBack) {
     EXPECT_TRUE(bench.host.panels.empty());
     editor().goBack();
     EXPECT_EQ(position(), "Edit 2 of 2");
-}
-
-TEST_F(Editing, aPresetBringsCamerasAndRangesBackAndLeavesSections) {
-    importAndGenerate(1);
-    editor().openSavePreset();
-    editor().setPresetName("  Saturday ");
-    editor().savePreset();
-    EXPECT_EQ(fields().presetNotice, "Saved Saturday.");
-    EXPECT_FALSE(fields().showSavePreset);
-    EXPECT_FALSE(fields().cuts().empty());
-    chooseMain(editor(), "B");
-    editor().edit(
-        [](EditSettings& settings) { setMinimum(settings.mainMinimum, settings.mainMaximum, 30); });
-    EXPECT_EQ(fields().settings.mainMaximum, 30);
-    EXPECT_EQ(selectedOtherCameras(fields().settings, *fields().project),
-              (std::vector<std::string>{"W", "P"}));
-    editor().addSection();
-    editor().applyPreset();
-    EXPECT_EQ(fields().presetNotice,
-              "Applied Saturday, including matching camera and audio angles.");
-    EXPECT_EQ(fields().settings.mainCamera, "W");
-    EXPECT_EQ(fields().settings.mainMinimum, 10);
-    EXPECT_EQ(fields().settings.sections.size(), 1U);
-    EXPECT_TRUE(fields().cuts().empty());
 }
 
 TEST_F(Editing, aSectionWithoutFootageIsToldAndNothingIsLost) {
@@ -181,15 +140,6 @@ TEST_F(Editing, theNextLaunchHasItAllAsItWasLeft) {
               "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
               "Final Cut project has changed.");
     EXPECT_EQ(fields().error, std::nullopt);
-    editor().goBack();
-    EXPECT_EQ(position(), "Edit 2 of 3");
-    set(editor(), &EditSettings::doubleMain, true);
-    relaunch();
-    EXPECT_TRUE(fields().settings.doubleMain);
-    EXPECT_TRUE(fields().cuts().empty());
-    editor().goBack();
-    EXPECT_EQ(position(), "Edit 2 of 3");
-    EXPECT_FALSE(fields().settings.doubleMain);
 }
 
 /// A bench with the concert loaded and two edits.

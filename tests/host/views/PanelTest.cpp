@@ -88,8 +88,9 @@ struct Window {
     PanelSheets sheets;
 };
 
-TEST(Panel, aJourneyFromADropToExportedFiles) {
+TEST(Panel, aJourneyFromADropToExportedFilesWithKeptAndChangedShots) {
     Window window;
+    const auto cuts = [&]() -> const std::vector<Cut>& { return window.bench.fields().cuts(); };
     EXPECT_TRUE(window.find("noProject")->isVisible());
     QMimeData drag;
     drag.setUrls({window.writeProject("Concert.fcpxml")});
@@ -99,57 +100,36 @@ TEST(Panel, aJourneyFromADropToExportedFiles) {
 
     window.click("generate");
     EXPECT_EQ(window.find<QPushButton>("generate")->text(), QStringLiteral("Shuffle rough edit"));
-    window.click("generate");
-    window.click("back");
-    EXPECT_EQ(window.find<QLabel>("position")->text(), QStringLiteral("Edit 1 of 2"));
-    EXPECT_EQ(window.find<QTableView>("cutTable")->model()->rowCount(),
-              static_cast<int>(window.bench.fields().cuts().size()));
-    window.bench.host.chosen = window.bench.folder.path();
-    window.click("export");
-    EXPECT_EQ(window.find<QLabel>("status")->text(),
-              QStringLiteral("XML and settings saved. Sent the XML to Final Cut Pro for import."));
-    EXPECT_TRUE(std::filesystem::exists(window.bench.folder.path("Concert Shotweaver.fcpxml")));
-}
-
-TEST(Panel, aJourneyWithKeptAndChangedShots) {
-    Window window;
-    QMimeData drag;
-    drag.setUrls({window.writeProject("Concert.fcpxml")});
-    drop(window.find("editorPanel"), drag);
-    window.click("generate");
     auto* const table = window.find<QTableView>("cutTable");
-    const auto cutsNow = [&]() -> const std::vector<Cut>& { return window.bench.fields().cuts(); };
     window.root.activateWindow();
     table->setFocus();
     table->selectRow(2);
     QTest::keyClick(table, Qt::Key_K);
-    const Cut kept = cutsNow().at(2);
+    const Cut kept = cuts().at(2);
     window.click("generate");
-    const std::vector<Cut>& cuts = cutsNow();
-    const auto stays = std::find(cuts.begin(), cuts.end(), kept);
-    ASSERT_NE(stays, cuts.end());
-    // Row 1 is of an additional camera: the other one takes its place.
+    EXPECT_EQ(std::count(cuts().begin(), cuts().end(), kept), 1);
     table->setFocus();
     table->selectRow(1);
-    ASSERT_NE(cuts.at(1).angle, "W");
-    const bool isBand = cuts.at(1).angle == "B";
+    const bool isBand = cuts().at(1).angle == "B"; // else "Pulpit": an additional camera
     QTest::keyClick(table, isBand ? Qt::Key_2 : Qt::Key_3);
-    const std::vector<Cut>& changed = cutsNow();
-    ASSERT_EQ(changed.at(1).angle, isBand ? "P" : "B");
+    EXPECT_EQ(cuts().at(1).angle, isBand ? "P" : "B");
+    window.click("back");
+    window.click("forward");
+    EXPECT_EQ(window.find<QLabel>("position")->text(), QStringLiteral("Edit 3 of 3"));
+    EXPECT_EQ(table->model()->rowCount(), static_cast<int>(cuts().size()));
+
     window.bench.host.chosen = window.bench.folder.path();
     window.click("export");
-    EXPECT_EQ(window.alertText(), "");
+    EXPECT_EQ(window.find<QLabel>("status")->text(),
+              QStringLiteral("XML and settings saved. Sent the XML to Final Cut Pro for import."));
     const std::string record = window.bench.folder.read("Concert Shotweaver.settings.txt");
-    std::string lines = "\nKept shots:\n";
-    for (const Cut& cut : keptCuts(changed, window.bench.fields().kept))
-        lines += window.bench.fields().project->engine.timecode(cut.start) + " | " +
-                 window.bench.fields().project->name(cut.angle) + "\n";
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), '|'), 2);
-    EXPECT_NE(record.find(lines + "\nActual camera usage:"), std::string::npos) << record;
+    const auto block = record.find("\nKept shots:\n");
+    const std::string lines = record.substr(block, record.find("\nActual camera usage:") - block);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), '|'), 2) << record;
     const std::string xml = window.bench.folder.read("Concert Shotweaver.fcpxml");
     std::string shown;
     std::string exported;
-    for (const Cut& cut : changed)
+    for (const Cut& cut : cuts())
         shown += cut.angle;
     const std::string source = "<mc-source angleID=\"";
     for (auto at = xml.find(source); at != std::string::npos; at = xml.find(source, at + 1))

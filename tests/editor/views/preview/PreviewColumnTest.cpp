@@ -220,9 +220,7 @@ TEST(PreviewColumn, aSelectionIsKeptShuffledAndChangedByKeys) {
     const std::vector<Cut> before = fields.cuts();
     QTest::mouseClick(&preview.find<QPushButton>("shuffleSelection"), Qt::LeftButton);
     EXPECT_EQ(fields.history.items.size(), 2U);
-    EXPECT_TRUE(std::equal(before.begin(), before.begin() + 7, fields.cuts().begin()));
     EXPECT_EQ(rows(), "");
-    EXPECT_EQ(kept(), "1 shot kept.");
 
     // Another camera and another start; the row stays selected.
     preview.table.selectRow(1);
