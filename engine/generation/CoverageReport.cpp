@@ -24,6 +24,30 @@ void append(std::vector<FrameRange>& ranges, const std::vector<FrameRange>& more
     ranges.insert(ranges.end(), more.begin(), more.end());
 }
 
+/// Of the cameras between the parts, and of its own camera in each part; those of the opening and
+/// the closing come last.
+std::vector<FrameRange> coverageAround(const CutEngine& engine,
+                                       const std::vector<std::string>& cameras,
+                                       const std::vector<FixedPart>& parts) {
+    std::vector<FrameRange> covered;
+    std::vector<FrameRange> atEnds;
+    const auto addCameras = [&](std::int64_t from, std::int64_t to) {
+        for (const std::string& camera : cameras)
+            append(covered, engine.coveredParts(camera, from, to));
+    };
+    std::int64_t cursor = 0;
+    for (const FixedPart& part : parts) {
+        const bool isAtEnd =
+            part.kind == FixedPart::Kind::opening || part.kind == FixedPart::Kind::closing;
+        addCameras(cursor, part.start);
+        append(isAtEnd ? atEnds : covered, engine.coveredParts(part.angle, part.start, part.end));
+        cursor = part.end;
+    }
+    addCameras(cursor, engine.length);
+    append(covered, atEnds);
+    return covered;
+}
+
 } // namespace
 
 SelectedCoverage selectedCoverage(const CutEngine& engine, const std::vector<std::string>& cameras,
@@ -36,32 +60,14 @@ SelectedCoverage selectedCoverage(const CutEngine& engine, const std::vector<std
     if (closingStart < openingFrames)
         return {{}, "Opening and closing shots exceed the project length. Shorten them."};
 
-    std::vector<FixedPart> parts;
     try {
         const auto sorted = validateSections(engine, sections, openingFrames, closingStart);
-        parts = fixedParts(engine, {openingFrames, closingStart}, opening, closing, sorted, kept);
+        const auto parts =
+            fixedParts(engine, {openingFrames, closingStart}, opening, closing, sorted, kept);
+        return {coverageAround(engine, cameras, parts), std::nullopt};
     } catch (const FinalCutImportError& error) {
         return {{}, error.what()};
     }
-
-    SelectedCoverage report;
-    const auto addCameras = [&](std::int64_t from, std::int64_t to) {
-        for (const std::string& camera : cameras)
-            append(report.covered, engine.coveredParts(camera, from, to));
-    };
-    std::int64_t cursor = openingFrames;
-    for (const FixedPart& part : parts) {
-        if (part.kind == FixedPart::Kind::opening || part.kind == FixedPart::Kind::closing)
-            continue;
-        addCameras(cursor, part.start);
-        append(report.covered, engine.coveredParts(part.angle, part.start, part.end));
-        cursor = part.end;
-    }
-    addCameras(cursor, closingStart);
-    if (opening) append(report.covered, engine.coveredParts(opening->angle, 0, openingFrames));
-    if (closing)
-        append(report.covered, engine.coveredParts(closing->angle, closingStart, engine.length));
-    return report;
 }
 
 } // namespace shotweaver

@@ -48,6 +48,24 @@ FixedPart partOf(const CutEngine& engine, const Cut& kept) {
     return {Kind::kept, kept.angle, kept.start, kept.start + kept.duration, kept.id};
 }
 
+std::vector<FixedPart> partsOf(const BookendFrames& bookends,
+                               const std::optional<BookendShot>& opening,
+                               const std::optional<BookendShot>& closing, std::int64_t length) {
+    std::vector<FixedPart> parts;
+    if (opening) parts.push_back({Kind::opening, opening->angle, 0, bookends.opening, {}});
+    if (closing)
+        parts.push_back({Kind::closing, closing->angle, bookends.closingStart, length, {}});
+    return parts;
+}
+
+std::vector<FixedPart> partsOf(const std::vector<FixedCameraSection>& sections) {
+    std::vector<FixedPart> parts;
+    parts.reserve(sections.size());
+    for (const FixedCameraSection& section : sections)
+        parts.push_back({Kind::section, section.angle, section.start, section.end, {}});
+    return parts;
+}
+
 } // namespace
 
 bool isPlaceOf(const Cut& cut, const FixedPart& part) {
@@ -60,15 +78,8 @@ std::vector<FixedPart> fixedParts(const CutEngine& engine, const BookendFrames& 
                                   const std::optional<BookendShot>& closing,
                                   const std::vector<FixedCameraSection>& sections,
                                   std::vector<Cut> kept) {
-    std::vector<FixedPart> bookendParts;
-    if (opening) bookendParts.push_back({Kind::opening, opening->angle, 0, bookends.opening, {}});
-    if (closing)
-        bookendParts.push_back(
-            {Kind::closing, closing->angle, bookends.closingStart, engine.length, {}});
-    std::vector<FixedPart> sectionParts;
-    sectionParts.reserve(sections.size());
-    for (const FixedCameraSection& section : sections)
-        sectionParts.push_back({Kind::section, section.angle, section.start, section.end, {}});
+    std::vector<FixedPart> bookendParts = partsOf(bookends, opening, closing, engine.length);
+    std::vector<FixedPart> sectionParts = partsOf(sections);
     std::vector<FixedPart> keptParts;
 
     std::stable_sort(kept.begin(), kept.end(),

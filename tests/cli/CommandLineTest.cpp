@@ -308,13 +308,12 @@ TEST(ExportCommand, cutListsAreExportedWithTheAnglesThatAreGiven) {
         const std::string path = out.substr(out.find('\n') + 1);
         return readFile(systemFileCalls(), path.substr(0, path.size() - 1));
     };
-    const std::string plain = record({});
     for (const char* part : {"Main camera: A\n", "audio: A\n", "Kept shots:\n00:00:00:00 | A\n\n",
                              "\n00:00:10:00 | B | 30.0\n"})
-        EXPECT_NE(plain.find(part), std::string::npos) << part << plain;
-    const std::string changed = record({"--main-camera=B", "--audio", "b"});
-    for (const char* part : {"Main camera: B\n", "audio: B\n", "\nA: included"})
-        EXPECT_NE(changed.find(part), std::string::npos) << part << changed;
+        EXPECT_NE(record({}).find(part), std::string::npos) << part;
+    for (const char* part : {"Main camera: B\n", "audio: B\n"})
+        EXPECT_NE(record({"--main-camera=B", "--audio", "b"}).find(part), std::string::npos)
+            << part;
     const std::string edit =
         folder.write("e.json", std::get<1>(run({"generate", "-", "--json"}, xml)));
     EXPECT_EQ(run({"export", "-", edit, "--output=x", "--audio=A"}, xml),

@@ -77,17 +77,6 @@ TEST_F(Editing, theFileDialogImports) {
     EXPECT_EQ(saved(bench).history.index, -1);
 }
 
-TEST_F(Editing, aChangeClearsThePreviewUntilBackBringsItBack) {
-    importAndGenerate(2);
-    set(editor(), &EditSettings::mainShare, 60);
-    set(editor(), &EditSettings::mainShare, 70);
-    EXPECT_EQ(fields().cuts().size(), 0U);
-    editor().exportEdit();
-    EXPECT_TRUE(bench.host.panels.empty());
-    editor().goBack();
-    EXPECT_EQ(position(), "Edit 2 of 2");
-}
-
 TEST_F(Editing, aSectionWithoutFootageIsToldAndNothingIsLost) {
     importAndGenerate(1);
     editor().addSection();
@@ -224,15 +213,10 @@ TEST(ContentView, whatIsShownIsThatOfTheLatestExport) {
     EXPECT_TRUE(editor.cutLine(0).starts_with("Balcony")) << editor.cutLine(0);
 }
 
-TEST(ContentView, importsKeepPacingAndResetTheRest) {
+TEST(ContentView, importsResetWhatBelongsToTheProject) {
     Loaded loaded;
     ContentView& editor = loaded.editor();
     set(editor, &EditSettings::mainShare, 40);
-    set(editor, &EditSettings::otherMinimum, 6);
-    set(editor, &EditSettings::doubleMain, true);
-    editor.edit([](EditSettings& settings) { settings.opening.isEnabled = true; });
-    editor.edit([](EditSettings& settings) { settings.opening.seconds = 3; });
-    editor.edit([](EditSettings& settings) { settings.returnTimes["B"] = 100; });
     editor.addSection();
     editor.setPresetName("A");
     editor.savePreset();
@@ -242,13 +226,6 @@ TEST(ContentView, importsKeepPacingAndResetTheRest) {
     editor.importProject(other.xml());
     const EditorFields& fields = loaded.fields();
     EXPECT_EQ(fields.settings.mainShare, 40);
-    EXPECT_EQ(fields.settings.otherMinimum, 6);
-    EXPECT_TRUE(fields.settings.doubleMain);
-    EXPECT_FALSE(fields.settings.opening.isEnabled);
-    EXPECT_EQ(fields.settings.opening.seconds, 3);
-    EXPECT_EQ(fields.settings.opening.camera, "P");
-    EXPECT_EQ(fields.settings.returnTimes, AngleNumbers{});
-    EXPECT_EQ(fields.settings.frequencies, (AngleNumbers{{"P", 5}, {"B", 5}}));
     EXPECT_EQ(fields.history, EditHistory{});
     EXPECT_EQ(fields.chosenPreset + fields.presetNotice, "");
     EXPECT_EQ(fields.settings.sections.size(), 0U);
