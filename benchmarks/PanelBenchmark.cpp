@@ -182,6 +182,11 @@ void measureActions(const std::string& folder) {
         "showing another edit, painted", [&] { editor.showRevision(0); },
         [&] { editor.showRevision(1); });
     measure(
+        "keeping a shot or letting it go, painted", [] {}, [&] { editor.toggleKept({3}); });
+    measure(
+        "moving a shot's start by a frame, painted", [] {},
+        [&, frames = std::int64_t{1}]() mutable { editor.rollCut(5, frames = -frames); });
+    measure(
         "nothing but painting", [] {}, [] {});
 }
 
