@@ -1,4 +1,5 @@
 #include "planning/CutReasons.h"
+#include "persistence/RecordJson.h"
 #include "planning/EditPlan.h"
 #include "planning/ProjectDefaults.h"
 #include "tests/support/ProjectBuilder.h"
@@ -46,88 +47,66 @@ std::string reasons(const EditSettings& settings, const std::string& list, std::
 }
 
 TEST(CutReasons, tellWhatCanBeTold) {
-    using Change = void (*)(EditSettings&);
-    const Change none = [](EditSettings&) {};
-    const Change waits = [](EditSettings& s) { s.returnTimes = {{"B", 10}, {"A", 6}}; };
-    const Change pair = [](EditSettings& s) {
-        s.otherCameras = {"B", "D"}, s.returnTimes = {{"B", 10}};
-    };
-    const Change fixed = [](EditSettings& s) {
-        s.opening = {true, "C", 4}, s.closing = {true, "B", 4};
-        s.sections = {{{}, " Prayer ", "D", "00:00:12:00", "00:00:16:00"},
-                      {{}, "", "B", "00:00:16:00", "00:00:20:00"}};
-    };
+    const char* const waits = R"({"returnTimes": {"B": 10, "A": 6}})";
+    const char* const pair = R"({"otherCameras": ["B", "D"]})";
+    const char* const lone = R"({"otherCameras": ["B"]})";
+    const char* const fixed = R"({"openingEnabled": true, "openingCamera": "C", "openingSeconds": 4,
+        "closingEnabled": true, "closingCamera": "B", "closingSeconds": 4, "sections": [
+        {"id": "00000000-0000-0000-0000-000000000000", "name": " Prayer ", "camera": "D",
+         "start": "00:00:12:00", "end": "00:00:16:00"},
+        {"id": "00000000-0000-0000-0000-000000000000", "name": "", "camera": "B",
+         "start": "00:00:16:00", "end": "00:00:20:00"}]})";
+    const char* const six = "C 100 A 300 D 400 B! 500 A 900 B 1000";
     const std::string turn = "The main camera's turn.";
-    const std::tuple<Change, const char*, std::size_t, std::string> rows[] = {
-        {none, "A 100 B 200 A 300", 0, turn},
-        {none, "A 100 B 200 A 300", 1, "One of B (frequency 5), C (frequency 5)."},
-        {[](EditSettings& s) { s.frequencies["D"] = 7.5; }, "A 100 B 200 A 300 D 400 A 1000", 3,
+    const std::string other = "Another camera than the settings would choose here.";
+    const std::string takeOver = "The only camera that could take over: ";
+    const std::tuple<const char*, const char*, std::size_t, std::string> rows[] = {
+        {"{}", "A 100 B 200 A 300", 0, turn},
+        {R"({"frequencies": {"D": 7.5}})", "A 100 B 200 A 300 D 400 A 1000", 3,
          "One of B (frequency 5), C (frequency 5), D (frequency 7.5)."},
-        {[](EditSettings& s) { s.varyOthers = true; }, "A 100 B 200 A 300 C 400 A 1000", 3,
+        {R"({"varyOthers": true})", "A 100 B 200 A 300 C 400 A 1000", 3,
          "One of C (frequency 5), D (frequency 5)."},
-        {[](EditSettings& s) {
-             s.otherCameras = {"B", "D"}, s.varyOthers = true;
-         },
-         "A 100 B 200 A 300 D 400 A 1000", 3,
-         "The only camera that could take over: B was shown last."},
-        {pair, "A 100 B 200 A 300 D 400 A 1000", 3,
-         "The only camera that could take over: B waits until 00:00:18:00."},
-        {[](EditSettings& s) {
-             s.otherCameras = {"B", "D"};
-         },
-         "A 100 B 200 A 1000", 1,
-         "The only camera that could take over: D has no footage until 00:00:12:00."},
-        {[](EditSettings& s) {
-             s.otherCameras = {"B", "D"};
-         },
-         "A 650 B 700 A 1000", 1, "The only camera that could take over: D has no more footage."},
-        {[](EditSettings& s) { s.otherCameras = {"D"}; }, "A 100 A 200 A 1000", 1,
+        {R"({"otherCameras": ["B", "D"], "varyOthers": true})", "A 100 B 200 A 300 D 400 A 1000", 3,
+         takeOver + "B was shown last."},
+        {R"({"otherCameras": ["B", "D"], "returnTimes": {"B": 10}})",
+         "A 100 B 200 A 300 D 400 A 1000", 3, takeOver + "B waits until 00:00:18:00."},
+        {pair, "A 100 B 200 A 1000", 1, takeOver + "D has no footage until 00:00:12:00."},
+        {pair, "A 650 B 700 A 1000", 1, takeOver + "D has no more footage."},
+        {R"({"otherCameras": ["D"]})", "A 100 A 200 A 1000", 1,
          "The only camera that recorded here."},
-        {waits, "A 100 B 200 B 300 A 400 A 1000", 2,
-         "Another camera than the settings would choose here."},
-        {[](EditSettings& s) {
-             s.otherCameras = {"B"}, s.returnTimes = {{"A", 6}};
-         },
-         "A 100 B 200 B 300 A 400", 2, "The only camera that could go on."},
-        {[](EditSettings& s) { s.otherCameras = {"B"}; }, "A 100 C 200 A 1000", 1,
-         "This camera is not among those that are chosen from."},
+        {waits, "A 100 B 200 B 300 A 400 A 1000", 2, other},
+        {R"({"otherCameras": ["B"], "returnTimes": {"A": 6}})", "A 100 B 200 B 300 A 400", 2,
+         "The only camera that could go on."},
+        {lone, "A 100 C 200 A 1000", 1, "This camera is not among those that are chosen from."},
         // Ends and lengths.
-        {none, "A 500 D 600 A 1000", 1,
+        {"{}", "A 500 D 600 A 1000", 1,
          "One of B (frequency 5), C (frequency 5), D (frequency 5). It ends with its recording."},
-        {none, "A 100 B 140 A! 200 B 1000", 1,
+        {"{}", "A 100 B 140 A! 200 B 1000", 1,
          "One of B (frequency 5), C (frequency 5). It ends where a kept shot begins. 1.6 seconds, "
          "shorter than its range of 2 to 4: cut short."},
-        {none, "A 100 B 140 A! 160 B 1000", 2,
+        {"{}", "A 100 B 140 A! 160 B 1000", 2,
          "Kept. 0.8 seconds, shorter than its range of 2 to 4."},
-        {none, "A 100 B 1000", 1,
-         "One of B (frequency 5), C (frequency 5). It ends with the project. 36.0 seconds, longer "
-         "than its range of 2 to 4: several turns in one."},
-        {[](EditSettings& s) { s.doubleMain = true; }, "A 200 B 1000", 0,
+        {lone, "A 900 B 1000", 0,
+         turn + " 36.0 seconds, longer than its range of 2 to 4: several turns in one."},
+        {R"({"doubleMain": true})", "A 200 B 1000", 0,
          turn + " 8.0 seconds, longer than its range of 2 to 4: doubled."},
         // Return times, also of what a person decides.
         {waits, "A 100 B 200 A 300 B! 400", 2,
-         "Another camera than the settings would choose here. It ends where a kept shot begins. "
-         "Back after 4.0 seconds, before its return time of 6."},
+         other + " It ends where a kept shot begins. Back after 4.0 seconds, before its return "
+                 "time of 6."},
         {waits, "A 100 B 200 A 300 B! 400", 3,
          "Kept. Back after 4.0 seconds, before its return time of 10."},
-        // Fixed parts.
-        {fixed, "C 100 A 300 D 400 B! 500 A 900 B 1000", 0, "Opening shot."},
-        {fixed, "C 100 A 300 D 400 B! 500 A 900 B 1000", 1,
+        {fixed, six, 0, "Opening shot."},
+        {fixed, six, 1,
          turn + " It ends where a fixed shot begins. 8.0 seconds, longer than its range of 2 to 4: "
                 "several turns in one."},
-        {fixed, "C 100 A 300 D 400 B! 500 A 900 B 1000", 2, "Fixed section “Prayer”."},
-        {fixed, "C 100 A 300 D 400 B! 500 A 900 B 1000", 3, "Fixed section. Kept."},
-        {fixed, "C 100 A 300 D 400 B! 500 A 900 B 1000", 5, "Closing shot."},
-        {[](EditSettings& s) {
-             s.sections = {{{}, "", "B", "?", "?"}};
-         },
-         "A 100 B 1000", 0, turn},
-    };
-    for (const auto& [change, list, row, expected] : rows) {
-        EditSettings settings = fourSeconds(project());
-        change(settings);
-        std::string text = reasons(settings, list, row);
-        EXPECT_EQ(text, expected) << list;
+        {fixed, six, 2, "Fixed section “Prayer”."},
+        {fixed, six, 3, "Fixed section. Kept."},
+        {fixed, six, 5, "Closing shot."}};
+    for (const auto& [changes, list, row, expected] : rows) {
+        const EditSettings settings =
+            readSettingsOver(JsonReader(parseJson(changes)), fourSeconds(project()));
+        EXPECT_EQ(reasons(settings, list, row), expected) << list << changes;
     }
 }
 
