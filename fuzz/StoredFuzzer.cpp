@@ -59,9 +59,11 @@ void checkAccepted(const SavedEditSession& session) {
 
 void checkSession(std::string_view bytes) {
     auto session = readIf(readSession, bytes);
-    // A space in front keeps the reader off its short way.
-    require(readIf(readSession, " " + std::string(bytes)) == session,
-            "both ways to read a session agree");
+    // A space in front keeps the reader off its short way. Before a byte order mark, which is no
+    // beginning of that, nothing may stand.
+    if (!bytes.starts_with("\xEF\xBB\xBF"))
+        require(readIf(readSession, " " + std::string(bytes)) == session,
+                "both ways to read a session agree");
     if (!session) return;
     checkAccepted(*session);
     session->version = 1; // what is written is always of this version

@@ -121,17 +121,18 @@ class Table {
     std::vector<std::string> columns_;
 };
 
-constexpr const char* start = "start";
-constexpr const char* end = "end";
-constexpr const char* camera = "camera";
-constexpr const char* kept = "kept";
+constexpr const char* startColumn = "start";
+constexpr const char* endColumn = "end";
+constexpr const char* cameraColumn = "camera";
+constexpr const char* keptColumn = "kept";
 
 Table tableOf(std::string_view text) {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
     if (text.starts_with(mark)) text.remove_prefix(mark.size());
     if (!isUTF8(text)) refuse("The cut list is not in UTF-8. Save it as CSV in UTF-8.");
     for (const char separator : {',', ';'})
-        if (Table table(text, separator); table.has(start) && table.has(camera)) return table;
+        if (Table table(text, separator); table.has(startColumn) && table.has(cameraColumn))
+            return table;
     refuse("The cut list needs a header with the columns Start and Camera.");
 }
 
@@ -170,7 +171,7 @@ class CutListReader {
 };
 
 void CutListReader::readShot() {
-    const std::int64_t frame = frameIn(start);
+    const std::int64_t frame = frameIn(startColumn);
     if (row_ == 0 && frame != 0)
         refuseShot(fmt::format("has to begin with the project, at {}.", engine_.timecode(0)));
     if (row_ > 0 && frame <= list_.cuts.back().start)
@@ -180,7 +181,7 @@ void CutListReader::readShot() {
     if (row_ > 0) endLastAt(frame);
     list_.cuts.push_back(cut);
     statedEnd_.reset();
-    if (!table_.field(row_, end).empty()) statedEnd_ = frameIn(end);
+    if (!table_.field(row_, endColumn).empty()) statedEnd_ = frameIn(endColumn);
     readKept(cut.id);
 }
 
@@ -202,7 +203,7 @@ std::int64_t CutListReader::frameIn(std::string_view title) const {
 }
 
 std::string CutListReader::angle() const {
-    const std::string_view name = table_.field(row_, camera);
+    const std::string_view name = table_.field(row_, cameraColumn);
     if (auto angle = names_.idOf(name)) return *angle;
     if (names_.isRepeated(name))
         refuseShot(fmt::format("is of “{}”, which several cameras are named. Give the camera's "
@@ -212,7 +213,7 @@ std::string CutListReader::angle() const {
 }
 
 void CutListReader::readKept(const UUID& id) {
-    const std::string_view mark = table_.field(row_, kept);
+    const std::string_view mark = table_.field(row_, keptColumn);
     if (mark.empty()) return;
     if (normalizedName(mark) != "yes")
         refuseShot(fmt::format("has “{}” for Kept. Write yes, or nothing.", mark));
