@@ -45,7 +45,8 @@ CommandResult run(const ExportOptions& options, const CommandContext& context) {
     EditArgument edit = readEditArgument(options.revision, project, context);
     if (!edit.isCsv && areGiven(options.flags))
         throw UsageError("--main-camera and --audio are for a CSV cut list: REVISION has its own.");
-    edit.revision.settings = withFlags(std::move(edit.revision.settings), options.flags, project);
+    edit.revision.settings =
+        withFlags(std::move(edit.revision.settings), options.flags, project, context.files);
 
     CommandResult result;
     exportRevision(edit.revision, edit.kept, project, {*options.output, options.open}, context,

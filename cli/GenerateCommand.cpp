@@ -9,6 +9,7 @@
 #include "cli/TextTable.h"
 #include "engine/EditRevision.h"
 #include "engine/FinalCutImportError.h"
+#include "engine/SettingLimits.h"
 #include "persistence/RecordJson.h"
 #include "planning/CutListCsv.h"
 #include "planning/CutReasons.h"
@@ -65,7 +66,9 @@ Examples:
   shotweaver generate "Sunday.fcpxml" --preset "Sunday sermon" --output out --open
   shotweaver generate "Sunday.fcpxml" --seed 7 --json > edit.json
   shotweaver generate "Sunday.fcpxml" --from edit.json --keep 3,7-9 --output out
-  shotweaver generate "Sunday.fcpxml" --why --csv cuts.csv)";
+  shotweaver generate "Sunday.fcpxml" --why --csv cuts.csv
+  shotweaver generate "Sunday.fcpxml" --cut-at-markers --follow-markers --output out
+  shotweaver generate "Sunday.fcpxml" --cut-points beats.txt --output out)";
 
 std::unique_ptr<RandomSource> randomSource(const std::optional<std::string>& seed) {
     if (!seed) return std::make_unique<SecureRandom>();
@@ -84,6 +87,11 @@ void requireOrderedRanges(const EditSettings& settings) {
             shortestDecimal(reversed->maximum)));
 }
 
+void requireFewCutTimes(const EditSettings& settings) {
+    if (settings.cutTimes.size() > limits::cutTimes)
+        throw UsageError("--settings: cutTimes has more than 20,000 times.");
+}
+
 /// Settings whose ranges no given bound can reverse.
 EditSettings widestRanges() {
     EditSettings settings;
@@ -97,7 +105,9 @@ EditSettings withSettingsFile(EditSettings settings, const std::string& path, Fi
     try {
         const Json json = parseJson(text);
         // On its own first: flags do not put right what the file has wrong.
-        requireOrderedRanges(readSettingsOver(JsonReader(json), widestRanges()));
+        const EditSettings given = readSettingsOver(JsonReader(json), widestRanges());
+        requireOrderedRanges(given);
+        requireFewCutTimes(given);
         return readSettingsOver(JsonReader(json), std::move(settings));
     } catch (const PlatformError& error) {
         throw UsageError(fmt::format("--settings: {}", error.what()));
@@ -126,7 +136,7 @@ EditSettings plannedSettings(EditSettings settings, const GenerateOptions& optio
     }
     if (options.settingsFile)
         settings = withSettingsFile(std::move(settings), *options.settingsFile, context.files);
-    settings = withFlags(std::move(settings), options.flags, project);
+    settings = withFlags(std::move(settings), options.flags, project, context.files);
     if (options.settingsFile) requireOrderedRanges(settings);
     return settings;
 }

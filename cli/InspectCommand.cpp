@@ -3,9 +3,10 @@
 #include "cli/Grammar.h"
 #include "cli/ProjectSource.h"
 #include "cli/TextTable.h"
-#include "engine/CutEngine.h"
 #include "engine/FinalCutImportError.h"
+#include "engine/Project.h"
 #include "engine/export/ExportObstacles.h"
+#include "planning/EditTexts.h"
 #include "platform/NumberText.h"
 #include "platform/RecordCoding.h"
 #include "platform/Text.h"
@@ -52,7 +53,24 @@ void visitFields(const ImportedProject& project, Visit visit) {
 }
 
 template <class Visit>
-void visitFields(const CutEngine& engine, Visit visit) {
+void visitFields(const Markers& markers, Visit visit) {
+    visit("cutPoints", static_cast<std::int64_t>(markers.cutPoints.size()));
+    visit("named", static_cast<std::int64_t>(markers.notes.size()));
+}
+
+static bool hasSome(const Markers& markers) {
+    return !markers.cutPoints.empty() || !markers.notes.empty();
+}
+
+/// What edits a project.
+struct EngineReport {
+    const CutEngine& engine;
+    const Markers& markers;
+};
+
+template <class Visit>
+void visitFields(const EngineReport& report, Visit visit) {
+    const CutEngine& engine = report.engine;
     visit("frameNumerator", engine.frameDuration.numerator);
     visit("frameDenominator", engine.frameDuration.denominator);
     visit("length", engine.length);
@@ -61,19 +79,21 @@ void visitFields(const CutEngine& engine, Visit visit) {
     visit("audioID", engine.audioID);
     visit("coverage", engine.coverage);
     visit("audioCoverage", engine.audioCoverage);
+    if (hasSome(report.markers)) visit("markers", report.markers);
 }
 
-/// All that is known of a project; without an engine, why it was refused.
+/// All that is known of an export; without a project, why its engine was refused.
 struct Report {
-    const ImportedProject& project;
-    const CutEngine* engine;
+    const ImportedProject& summary;
+    const Project* project;
     const std::optional<std::string>& refusal;
 };
 
 template <class Visit>
 void visitFields(const Report& report, Visit visit) {
-    visit("project", report.project);
-    if (report.engine) visit("engine", *report.engine);
+    visit("project", report.summary);
+    if (report.project)
+        visit("engine", EngineReport{report.project->engine, report.project->markers});
     visit("refusal", report.refusal);
 }
 
@@ -133,37 +153,40 @@ std::string angleTable(const ImportedProject& project, const CutEngine* engine) 
     return table.text();
 }
 
-std::string plainText(const ImportedProject& project, const CutEngine* engine) {
-    std::string text = projectLine(project) + "\n" + angleTable(project, engine);
+std::string plainText(const ImportedProject& summary, const Project* project) {
+    const CutEngine* const engine = project ? &project->engine : nullptr;
+    std::string text = projectLine(summary) + "\n" + angleTable(summary, engine);
     if (engine)
         text += fmt::format("\nTimeline {} to {}\n", engine->timecode(0),
                             engine->timecode(engine->length));
-    if (!project.missingLocations.empty())
+    if (const auto markers = project ? markersText(project->markers) : std::nullopt)
+        text += fmt::format("\n{}\n", *markers);
+    if (!summary.missingLocations.empty())
         text +=
-            "\n" + oneLine("No media location: " + joined(project.missingLocations, ", ")) + "\n";
+            "\n" + oneLine("No media location: " + joined(summary.missingLocations, ", ")) + "\n";
     return text;
 }
 
 CommandResult run(const InspectOptions& options, const CommandContext& context) {
     ProjectImport intake = importProjectArgument(options.project, context);
-    const ImportedProject project = intake.summary;
+    const ImportedProject summary = intake.summary;
 
     CommandResult result;
-    std::optional<CutEngine> engine;
+    std::optional<Project> project;
     try {
-        engine.emplace(std::move(intake));
-        for (const std::string& obstacle : exportObstacles(*engine))
+        project.emplace(std::move(intake));
+        for (const std::string& obstacle : exportObstacles(project->engine))
             result.notes += fmt::format("warning: {}\n", oneLine(obstacle));
     } catch (const FinalCutImportError& error) {
         result.failure = error.what();
     }
 
-    const CutEngine* const accepted = engine ? &*engine : nullptr;
+    const Project* const accepted = project ? &*project : nullptr;
     if (options.json) {
-        shotweaver::encode(result.output, Report{project, accepted, result.failure});
+        shotweaver::encode(result.output, Report{summary, accepted, result.failure});
         result.output += '\n';
     } else {
-        result.output = plainText(project, accepted);
+        result.output = plainText(summary, accepted);
     }
     return result;
 }

@@ -3,7 +3,9 @@
 #include "cli/Grammar.h"
 #include "engine/AngleNames.h"
 #include "engine/SettingLimits.h"
+#include "planning/CutPoints.h"
 #include "planning/ProjectDefaults.h"
+#include "platform/Files.h"
 #include "platform/NumberText.h"
 #include "platform/Text.h"
 
@@ -25,8 +27,9 @@ struct AngleValue {
 class FlagText {
   public:
     FlagText(const char* flag, std::string_view text, const Project& project,
-             const AngleNames& videoNames, const AngleNames& audioNames)
-        : flag_(flag), text_(text), project_(project), video_(videoNames), audio_(audioNames) {}
+             const AngleNames& videoNames, const AngleNames& audioNames, FileCalls& files)
+        : flag_(flag), text_(text), project_(project), video_(videoNames), audio_(audioNames),
+          files_(files) {}
 
     const Project& project() const { return project_; }
 
@@ -34,6 +37,7 @@ class FlagText {
     SecondsRange range() const;
     AngleValue angleValue() const;
     SectionDraft section() const;
+    std::vector<double> times() const;
 
     /// An identifier of any angle, or the name of one with picture, or with sound.
     std::string camera() const { return angleIn(text_, video_, "video"); }
@@ -50,6 +54,7 @@ class FlagText {
     const Project& project_;
     const AngleNames& video_;
     const AngleNames& audio_;
+    FileCalls& files_;
 };
 
 double FlagText::numberIn(std::string_view text) const {
@@ -115,6 +120,12 @@ SectionDraft FlagText::section() const {
             std::string(pieces[2])};
 }
 
+std::vector<double> FlagText::times() const {
+    const std::string path(text_);
+    FileSource file(files_, path);
+    return readCutTimes(file, path, project_);
+}
+
 constexpr const char* cameraGroup = "Cameras and audio";
 constexpr const char* balanceGroup = "Balance and pacing";
 constexpr const char* fixedGroup = "Fixed shots";
@@ -176,6 +187,15 @@ const std::vector<Flag>& settingsFlags() {
         {"--vary", Takes::nothing, "", balanceGroup,
          "Do not show the same additional camera twice in a row",
          [](S& s, const T&) { s.varyOthers = true; }},
+        {"--cut-at-markers", Takes::nothing, "", balanceGroup,
+         "Cut at the clip's markers where shot lengths allow",
+         [](S& s, const T&) { s.cutAtMarkers = true; }},
+        {"--follow-markers", Takes::nothing, "", balanceGroup,
+         "Show a camera where a marker has its name",
+         [](S& s, const T&) { s.followMarkers = true; }},
+        {"--cut-points", Takes::one, "FILE", balanceGroup,
+         "Cut at the times in a file where shot lengths allow: seconds or timecode, one a line",
+         [](S& s, const T& typed) { s.cutTimes = typed.times(); }},
         {"--frequency", Takes::several, "A=W", cameraGroup,
          fmt::format("How often a camera is chosen, {} ({}); repeatable", words(limits::frequency),
                      defaultFrequency),
@@ -250,13 +270,14 @@ bool areGiven(const SettingsFlags& flags) {
                        [](const auto& typed) { return !typed.empty(); });
 }
 
-EditSettings withFlags(EditSettings settings, const SettingsFlags& flags, const Project& project) {
+EditSettings withFlags(EditSettings settings, const SettingsFlags& flags, const Project& project,
+                       FileCalls& files) {
     const AngleNames video(project.videoAngles);
     const AngleNames audio(project.audioAngles);
     for (std::size_t i = 0; i < flags.typed.size(); ++i) {
         const Flag& flag = settingsFlags()[i];
         for (const std::string& text : flags.typed[i])
-            flag.apply(settings, FlagText(flag.name, text, project, video, audio));
+            flag.apply(settings, FlagText(flag.name, text, project, video, audio, files));
     }
     return settings;
 }

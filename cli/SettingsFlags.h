@@ -3,6 +3,7 @@
 #include "cli/Command.h"
 #include "engine/EditSettings.h"
 #include "engine/Project.h"
+#include "platform/FileCalls.h"
 
 #include <string>
 #include <vector>
@@ -23,6 +24,8 @@ bool areGiven(const SettingsFlags& flags);
 
 /// Settings with the flags in place. Throws `UsageError` for a flag that cannot be read, or that
 /// names no angle or several; numbers out of their ranges are left to the engine's own checks.
-EditSettings withFlags(EditSettings settings, const SettingsFlags& flags, const Project& project);
+/// A file of times that cannot be read throws what `readCutTimes` and `FileSource` throw.
+EditSettings withFlags(EditSettings settings, const SettingsFlags& flags, const Project& project,
+                       FileCalls& files);
 
 } // namespace shotweaver

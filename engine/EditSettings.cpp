@@ -45,12 +45,12 @@ void EditSettings::validate() const {
         return std::all_of(seconds.begin(), seconds.end(),
                            [](double each) { return limits::shotSeconds.contains(each); });
     };
-    const bool isValid = limits::mainShare.contains(mainShare) &&
-                         limits::averageShot.contains(averageShot) &&
-                         areShotLengths({mainMinimum, mainMaximum, otherMinimum, otherMaximum,
-                                         opening.seconds, closing.seconds}) &&
-                         !reversedRange(*this) && areWithin(frequencies, limits::frequency) &&
-                         areWithin(returnTimes, limits::returnSeconds);
+    const bool isValid =
+        limits::mainShare.contains(mainShare) && limits::averageShot.contains(averageShot) &&
+        areShotLengths({mainMinimum, mainMaximum, otherMinimum, otherMaximum, opening.seconds,
+                        closing.seconds}) &&
+        !reversedRange(*this) && areWithin(frequencies, limits::frequency) &&
+        areWithin(returnTimes, limits::returnSeconds) && cutTimes.size() <= limits::cutTimes;
     if (!isValid)
         throw FinalCutImportError::invalid(
             "The saved session contains invalid settings. Its stored data has been kept.");

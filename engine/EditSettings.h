@@ -55,7 +55,10 @@ struct EditSettings {
     AngleNumbers returnTimes; // seconds, 0 to 600; a missing entry counts as 0
     std::string audio;
     bool doubleMain = false;
-    bool varyOthers = false; // not the same additional camera twice in a row
+    bool varyOthers = false;      // not the same additional camera twice in a row
+    bool cutAtMarkers = false;    // where shot lengths allow
+    bool followMarkers = false;   // those that are named like a camera
+    std::vector<double> cutTimes; // seconds from the project's start, at most 20,000, in any order
     Bookend opening;
     Bookend closing;
     std::vector<SectionDraft> sections;
@@ -99,6 +102,15 @@ struct FixedCameraSection {
     bool operator==(const FixedCameraSection&) const = default;
 };
 
+/// A director's note: a marker that is named like a camera asks for it from there on.
+struct CameraNote {
+    std::int64_t frame = 0; // of the project
+    std::string angle;
+    std::string name; // the marker's, without white space at both ends
+
+    bool operator==(const CameraNote&) const = default;
+};
+
 /// One shot of a cut list, in project frames.
 struct Cut {
     UUID id;
@@ -133,6 +145,8 @@ struct GenerationInputs {
     std::vector<FixedCameraSection> sections; // in any order
     AngleNumbers returnTimes;                 // seconds
     std::vector<Cut> kept;                    // shots of an earlier edit that stay
+    std::vector<std::int64_t> cutPoints; // frames where a shot may rather end, ascending, each once
+    std::vector<CameraNote> notes;       // that are followed, by frame
 };
 
 } // namespace shotweaver

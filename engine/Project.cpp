@@ -27,7 +27,8 @@ std::vector<ImportedAngle> anglesWithFootage(const std::vector<ImportedAngle>& a
 Project::Project(ProjectImport intake)
     : summary(intake.summary), engine(std::move(intake)),
       videoAngles(anglesWithFootage(summary.angles, engine.coverage)),
-      audioAngles(anglesWithFootage(summary.angles, engine.audioCoverage)) {
+      audioAngles(anglesWithFootage(summary.angles, engine.audioCoverage)),
+      markers(readMarkers(engine, videoAngles)) {
     for (const ImportedAngle& angle : summary.angles)
         angles_.emplace(angle.id, &angle);
 }

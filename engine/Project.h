@@ -2,6 +2,7 @@
 
 #include "engine/CutEngine.h"
 #include "engine/ImportedProject.h"
+#include "engine/import/Markers.h"
 #include "engine/import/ProjectImport.h"
 
 #include <string>
@@ -26,6 +27,7 @@ class Project {
     CutEngine engine;
     std::vector<ImportedAngle> videoAngles; // with picture somewhere in the project, in angle order
     std::vector<ImportedAngle> audioAngles; // with sound somewhere in the project, in angle order
+    Markers markers;
 
     /// Null when no angle has the identifier.
     const ImportedAngle* angle(std::string_view id) const;

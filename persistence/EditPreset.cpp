@@ -36,6 +36,8 @@ void visitFields(Record& preset, Visit visit) {
     visit("averageShot", preset.averageShot);
     visit("doubleMain", preset.doubleMain);
     visit("varyOthers", OrDefault(preset.varyOthers));
+    visit("cutAtMarkers", OrDefault(preset.cutAtMarkers));
+    visit("followMarkers", OrDefault(preset.followMarkers));
     visit("mainAngleName", preset.mainAngleName);
     visit("otherAngleNames", preset.otherAngleNames);
     visit("audioAngleName", preset.audioAngleName);

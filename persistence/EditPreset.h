@@ -40,6 +40,8 @@ struct EditPreset {
     double averageShot = 0; // seconds, 4 to 20
     bool doubleMain = false;
     bool varyOthers = false;
+    bool cutAtMarkers = false;
+    bool followMarkers = false;
     std::string mainAngleName;
     std::vector<std::string> otherAngleNames;
     std::string audioAngleName;

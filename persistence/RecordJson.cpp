@@ -31,6 +31,9 @@ void visitFields(Record& settings, Visit visit) {
     visit("audio", settings.audio);
     visit("doubleMain", settings.doubleMain);
     visit("varyOthers", OrDefault(settings.varyOthers));
+    visit("cutAtMarkers", OrDefault(settings.cutAtMarkers));
+    visit("followMarkers", OrDefault(settings.followMarkers));
+    visit("cutTimes", OrDefault(settings.cutTimes));
     visit("openingEnabled", settings.opening.isEnabled);
     visit("openingCamera", settings.opening.camera);
     visit("openingSeconds", settings.opening.seconds);

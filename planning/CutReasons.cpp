@@ -1,6 +1,7 @@
 #include "planning/CutReasons.h"
 
 #include "engine/generation/ShotLengths.h"
+#include "planning/CutPoints.h"
 #include "planning/EditPlan.h"
 #include "platform/NumberText.h"
 #include "platform/Text.h"
@@ -42,13 +43,15 @@ class Explanation {
     void tellPart(const FixedPart& part);
     void tellChoice(const Cut& cut);
     void tellChoiceAmong(const Cut& cut, const std::vector<const Camera*>& others);
-    void tellEnd(const Cut& cut);
+    void tellEnd(const Cut& cut, bool isMovable);
+    void tellCutPoint(std::int64_t end);
     void tellLength(const Cut& cut, bool isFree);
     void tellReturn(const Cut& cut);
     void moveOn(const Cut& cut);
 
     void say(std::string sentence) { sentences_.push_back(std::move(sentence)); }
     const FixedPart* partOf(const Cut& cut) const;
+    const CameraNote* noteOf(const Cut& cut) const;
     bool hasFootage(const Camera& camera) const;
     bool isWaiting(const Camera& camera) const;
     std::vector<const Camera*> othersToChooseFrom() const;
@@ -64,6 +67,7 @@ class Explanation {
     const std::vector<Cut>& cuts_;
     const KeptShots& kept_;
     std::vector<FixedPart> parts_;
+    std::vector<std::int64_t> cutPoints_;
     std::vector<Camera> cameras_; // selected, the main camera first
     ShotKind mainKind_;
     ShotKind otherKind_;
@@ -78,7 +82,7 @@ class Explanation {
 Explanation::Explanation(const EditSettings& settings, const Project& project,
                          const std::vector<Cut>& cuts, const KeptShots& kept)
     : settings_(settings), project_(project), engine_(project.engine), cuts_(cuts), kept_(kept),
-      parts_(plannedParts(settings, project)) {
+      parts_(plannedParts(settings, project)), cutPoints_(cutPoints(settings, project)) {
     std::vector<std::string> names = selectedOtherCameras(settings, project);
     names.insert(names.begin(), settings.mainCamera);
     for (const std::string& name : names) {
@@ -106,11 +110,13 @@ std::vector<std::vector<std::string>> Explanation::tell() {
         position_ = cut.start;
         const FixedPart* const part = partOf(cut);
         const bool isKept = kept_.contains(cut.id);
+        const CameraNote* const note = noteOf(cut);
         if (part) tellPart(*part);
         if (isKept) say("Kept.");
         const bool isFree = !part && !isKept;
-        if (isFree) tellChoice(cut);
-        if (isFree) tellEnd(cut);
+        if (isFree && note) say(fmt::format("The marker “{}” asks for it.", note->name));
+        if (isFree && !note) tellChoice(cut);
+        if (isFree) tellEnd(cut, !note);
         if (!part) tellLength(cut, isFree);
         tellReturn(cut);
         told.push_back(std::move(sentences_));
@@ -125,6 +131,13 @@ const FixedPart* Explanation::partOf(const Cut& cut) const {
         std::lower_bound(parts_.begin(), parts_.end(), cut.start,
                          [](const FixedPart& part, std::int64_t at) { return part.start < at; });
     return found != parts_.end() && isPlaceOf(cut, *found) ? &*found : nullptr;
+}
+
+/// The note that a cut follows, unless it is fixed or kept.
+const CameraNote* Explanation::noteOf(const Cut& cut) const {
+    if (partOf(cut) || kept_.contains(cut.id)) return nullptr;
+    const CameraNote* const note = noteAt(cut.start, settings_, project_);
+    return note && note->angle == cut.angle ? note : nullptr;
 }
 
 void Explanation::tellPart(const FixedPart& part) {
@@ -220,7 +233,8 @@ std::string Explanation::whyNot(const Camera& camera) const {
     return fmt::format("{} was shown last", camera.label);
 }
 
-void Explanation::tellEnd(const Cut& cut) {
+/// `isMovable` says whether cut points hold for it.
+void Explanation::tellEnd(const Cut& cut, bool isMovable) {
     const std::int64_t end = cut.start + cut.duration;
     const FrameRange* const footage =
         rangeContaining(engine_.coverageOf(cut.angle), {cut.start, end});
@@ -233,6 +247,17 @@ void Explanation::tellEnd(const Cut& cut) {
         say("It ends where a fixed shot begins.");
     else if (kept_.contains(next->id))
         say("It ends where a kept shot begins.");
+    else if (const CameraNote* const note = noteOf(*next))
+        say(fmt::format("It ends at the marker “{}”.", note->name));
+    else if (isMovable)
+        tellCutPoint(end);
+}
+
+void Explanation::tellCutPoint(std::int64_t end) {
+    if (isAtMarker(end, settings_, project_))
+        say("It ends at a marker.");
+    else if (std::binary_search(cutPoints_.begin(), cutPoints_.end(), end))
+        say("It ends at a time from the file.");
 }
 
 void Explanation::tellLength(const Cut& cut, bool isFree) {

@@ -3,6 +3,7 @@
 #include "engine/FinalCutImportError.h"
 #include "engine/generation/CutGeneration.h"
 #include "engine/generation/EditChecks.h"
+#include "planning/CutPoints.h"
 #include "platform/Locale.h"
 
 #include <fmt/format.h>
@@ -62,6 +63,8 @@ GenerationInputs generationInputs(const EditSettings& settings, const Project& p
     inputs.frequencies = settings.frequencies;
     inputs.sections = fixedCameraSections(settings, project);
     inputs.returnTimes = settings.returnTimes;
+    inputs.cutPoints = cutPoints(settings, project);
+    if (settings.followMarkers) inputs.notes = project.markers.notes;
     return inputs;
 }
 

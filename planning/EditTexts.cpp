@@ -25,6 +25,21 @@ std::string summaryLine(const std::vector<Cut>& cuts, const EditSettings& settin
                        std::llround(shareOf(mainFrames, project)), project.label(settings.audio));
 }
 
+std::optional<std::string> markersText(const Markers& markers) {
+    const auto counted = [](std::size_t count) {
+        return fmt::format("{} {}", count, count == 1 ? "marker" : "markers");
+    };
+    const std::size_t named = markers.notes.size();
+    const std::size_t all = markers.cutPoints.size() + named;
+    if (named > 0) return fmt::format("{}, {} of them named like a camera", counted(all), named);
+    if (all > 0) return counted(all);
+    if (markers.onTitles > 0)
+        return fmt::format("{} on titles, none on the multicam clip. In Final Cut, select the clip "
+                           "before you press M.",
+                           counted(markers.onTitles));
+    return std::nullopt;
+}
+
 std::vector<UsageRow> usageRows(const std::vector<Cut>& cuts, const Project& project) {
     const CameraUsageMap usage = cameraUsage(cuts);
     std::vector<UsageRow> rows;

@@ -3,6 +3,7 @@
 #include "engine/EditSettings.h"
 #include "engine/Project.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,10 @@ namespace shotweaver {
 /// percent, the audio angle.
 std::string summaryLine(const std::vector<Cut>& cuts, const EditSettings& settings,
                         const Project& project);
+
+/// How many markers a project's clip has; where it has none, that its titles have some. Nothing
+/// where none has.
+std::optional<std::string> markersText(const Markers& markers);
 
 /// A row of the table "Actual camera usage", as texts.
 struct UsageRow {

@@ -112,6 +112,8 @@ std::optional<EditPreset> presetOf(const EditSettings& settings, const Project& 
     preset.averageShot = settings.averageShot;
     preset.doubleMain = settings.doubleMain;
     preset.varyOthers = settings.varyOthers;
+    preset.cutAtMarkers = settings.cutAtMarkers;
+    preset.followMarkers = settings.followMarkers;
     preset.mainAngleName = project.name(settings.mainCamera);
     preset.audioAngleName = project.name(settings.audio);
     preset.returnTimes = namedRows<PresetReturnTime>(project.videoAngles, settings.returnTimes);
@@ -134,6 +136,8 @@ AppliedPreset appliedPreset(const EditPreset& preset, EditSettings settings,
     applyRanges(preset, settings);
     settings.doubleMain = preset.doubleMain;
     settings.varyOthers = preset.varyOthers;
+    settings.cutAtMarkers = preset.cutAtMarkers;
+    settings.followMarkers = preset.followMarkers;
     applyRows(preset.frequencies, &PresetFrequency::weight, defaultFrequency, video,
               settings.frequencies);
     applyRows(preset.returnTimes, &PresetReturnTime::seconds, defaultReturnTime, video,

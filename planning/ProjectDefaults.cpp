@@ -33,6 +33,7 @@ EditSettings importedSettings(const Project& project, EditSettings previous) {
     EditSettings settings = std::move(previous);
     settings.returnTimes.clear();
     settings.sections.clear();
+    settings.cutTimes.clear();
     settings.mainCamera = cameras.front().id;
     for (Bookend* const shot : {&settings.opening, &settings.closing}) {
         shot->isEnabled = false;

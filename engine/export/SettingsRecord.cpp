@@ -83,6 +83,9 @@ void RecordWriter::writeSettings() {
          shortestDecimal(settings_.otherMaximum));
     line("Randomly double main holds: {}", settings_.doubleMain ? "On (25% chance)" : "Off");
     if (settings_.varyOthers) line("Vary additional cameras: On");
+    if (settings_.cutAtMarkers) line("Cut at markers: {}", project_.markers.cutPoints.size());
+    if (settings_.followMarkers) line("Follow named markers: {}", project_.markers.notes.size());
+    if (!settings_.cutTimes.empty()) line("Cut at times: {}", settings_.cutTimes.size());
     line("Continuous audio: {}", project_.name(settings_.audio));
     line("");
 }

@@ -30,6 +30,8 @@ double randomUnit(RandomSource& random) {
 // More shots than anyone reviews; the limit keeps memory bounded.
 constexpr std::size_t maximumCuts = 5'000'000;
 
+using Kind = FixedPart::Kind;
+
 /// Inside the walk a camera is its place in the list of selected cameras, the main camera first.
 using CameraIndex = std::size_t;
 constexpr CameraIndex mainIndex = 0;
@@ -58,6 +60,13 @@ struct FreeShot {
     std::int64_t end;
 };
 
+/// A shot's drawn length, and how long it could have been, in frames.
+struct DrawnLength {
+    std::int64_t frames;
+    std::int64_t least;
+    std::int64_t most;
+};
+
 class GenerationWalk {
   public:
     GenerationWalk(const CutEngine& engine, const GenerationInputs& inputs, RandomSource& random,
@@ -73,6 +82,8 @@ class GenerationWalk {
                    const FixedPart* after);
     int faultsSince(std::size_t first, const FixedPart* before, const FixedPart* after) const;
     void layFixed(const FixedPart& part);
+    void layNote(const FixedPart& note);
+    void layAlone(const FixedPart& part, const UUID& id, std::int64_t end);
     void layFreeShots(std::int64_t limit);
     void layFree(const FreeShot& shot);
     void moveOn(CameraIndex camera, std::int64_t end);
@@ -84,7 +95,8 @@ class GenerationWalk {
     void findCandidates();
     void leaveOutLastOther();
     CameraIndex drawCamera();
-    std::int64_t drawLength(const ShotKind& kind, bool isMain);
+    DrawnLength drawLength(bool isMain);
+    std::int64_t atCutPoint(const DrawnLength& drawn, std::int64_t limit) const;
 
     [[noreturn]] void refuseUncovered() const;
     CameraIndex indexOf(const std::string& angle) const;
@@ -132,20 +144,23 @@ void GenerationWalk::lay(const std::vector<FixedPart>& parts) {
     const FixedPart* before = nullptr;
     for (const FixedPart& part : parts) {
         layGap(before, &part);
-        layFixed(part);
+        if (part.kind == Kind::note)
+            layNote(part);
+        else
+            layFixed(part);
         before = &part;
     }
     layGap(before, nullptr);
 }
 
-/// Lays the free shots between two fixed parts, or the ends of the project.
+/// Lays the free shots between two parts, or the ends of the project.
 void GenerationWalk::layGap(const FixedPart* before, const FixedPart* after) {
     constexpr int mostLayings = 16;
-    const auto isKept = [](const FixedPart* part) {
-        return part && part->kind == FixedPart::Kind::kept;
+    const auto isChosen = [](const FixedPart* part) {
+        return part && (part->kind == Kind::kept || part->kind == Kind::note);
     };
     const std::int64_t limit = after ? after->start : engine_.length;
-    if (isKept(before) || isKept(after))
+    if (isChosen(before) || isChosen(after))
         layBestOf(mostLayings, limit, before, after);
     else
         layFreeShots(limit);
@@ -201,11 +216,21 @@ void GenerationWalk::layFreeShots(std::int64_t limit) {
         layFree(drawFreeShot(limit));
 }
 
-/// Lays a shot that nothing merges with.
 void GenerationWalk::layFixed(const FixedPart& part) {
-    addCut(part.keptID ? *part.keptID : makeUUID_(), part.angle, part.end - part.start);
+    layAlone(part, part.keptID ? *part.keptID : makeUUID_(), part.end);
+}
+
+/// Draws only the length.
+void GenerationWalk::layNote(const FixedPart& note) {
+    const DrawnLength drawn = drawLength(note.angle == inputs_.mainCamera);
+    layAlone(note, makeUUID_(), std::min(note.start + drawn.frames, note.end));
+}
+
+/// Lays a shot that nothing merges with.
+void GenerationWalk::layAlone(const FixedPart& part, const UUID& id, std::int64_t end) {
+    addCut(id, part.angle, end - part.start);
     state_.canMerge = false;
-    moveOn(indexOf(part.angle), part.end);
+    moveOn(indexOf(part.angle), end);
 }
 
 /// Takes note of a shot that has been laid.
@@ -242,10 +267,9 @@ FreeShot GenerationWalk::drawFreeShot(std::int64_t limit) {
     findEligible();
     findCandidates();
     const CameraIndex camera = drawCamera();
-    const bool isMain = camera == mainIndex;
-    const std::int64_t drawn = drawLength(isMain ? mainKind_ : otherKind_, isMain);
+    const DrawnLength drawn = drawLength(camera == mainIndex);
     const FrameRange& footage = (*cameras_[camera].footage)[state_.range[camera]];
-    const std::int64_t end = std::min({state_.position + drawn, footage.upperBound, limit});
+    const std::int64_t end = atCutPoint(drawn, std::min(footage.upperBound, limit));
     if (end <= state_.position) refuse("No valid cut boundary is available.");
     return {camera, end};
 }
@@ -310,7 +334,8 @@ CameraIndex GenerationWalk::drawCamera() {
     return candidates_.back();
 }
 
-std::int64_t GenerationWalk::drawLength(const ShotKind& kind, bool isMain) {
+DrawnLength GenerationWalk::drawLength(bool isMain) {
+    const ShotKind& kind = isMain ? mainKind_ : otherKind_;
     // The pacing factor is drawn even where the range then replaces its result.
     const double pacing = kind.pacing * (0.75 + 0.5 * randomUnit(random_));
     std::int64_t drawn = std::max<std::int64_t>(std::llround(pacing), 1);
@@ -321,8 +346,23 @@ std::int64_t GenerationWalk::drawLength(const ShotKind& kind, bool isMain) {
         const auto span = static_cast<double>(kind.maximum - kind.minimum);
         drawn = kind.minimum + std::llround(place * span);
     }
-    if (inputs_.doubleMain && isMain && randomUnit(random_) < 0.25) drawn *= 2;
-    return drawn;
+    const int holds = inputs_.doubleMain && isMain && randomUnit(random_) < 0.25 ? 2 : 1;
+    return {drawn * holds, kind.least() * holds, kind.most() * holds};
+}
+
+/// Where a drawn shot ends: at the cut point that is nearest to its drawn end, within what could
+/// have been drawn, and at `limit` where that comes first.
+std::int64_t GenerationWalk::atCutPoint(const DrawnLength& drawn, std::int64_t limit) const {
+    const std::int64_t end = state_.position + drawn.frames;
+    if (end >= limit) return limit;
+    const std::int64_t first = std::max(state_.position + drawn.least, state_.position + 1);
+    const std::int64_t last = std::min(state_.position + drawn.most, limit - 1);
+    const auto& points = inputs_.cutPoints;
+    const auto next = std::lower_bound(points.begin(), points.end(), end);
+    const bool hasNext = next != points.end() && *next <= last;
+    const bool hasPrevious = next != points.begin() && *(next - 1) >= first;
+    if (hasPrevious && (!hasNext || end - *(next - 1) <= *next - end)) return *(next - 1);
+    return hasNext ? *next : end;
 }
 
 void GenerationWalk::refuseUncovered() const {
@@ -358,7 +398,7 @@ std::vector<Cut> generateCuts(const CutEngine& engine, const GenerationInputs& i
         fixedParts(engine, bookends, inputs.opening, inputs.closing, sections, inputs.kept);
 
     GenerationWalk walk(engine, inputs, random, makeUUID);
-    walk.lay(parts);
+    walk.lay(withNotes(engine, parts, inputs.notes));
     return walk.takeCuts();
 }
 

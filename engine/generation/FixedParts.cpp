@@ -29,6 +29,8 @@ const char* nameOf(Kind kind) {
         return "a fixed section";
     case Kind::kept:
         return "another kept shot";
+    case Kind::note:
+        break; // notes come after all else
     }
     return "";
 }
@@ -64,6 +66,16 @@ std::vector<FixedPart> partsOf(const std::vector<FixedCameraSection>& sections) 
     for (const FixedCameraSection& section : sections)
         parts.push_back({Kind::section, section.angle, section.start, section.end, {}});
     return parts;
+}
+
+FixedPart partOf(const CutEngine& engine, const CameraNote& note) {
+    const FrameRange* const footage =
+        rangeContaining(engine.coverageOf(note.angle), {note.frame, note.frame + 1});
+    if (!footage)
+        throw FinalCutImportError::invalid(
+            fmt::format("The marker “{}” at {} asks for a camera without footage there.", note.name,
+                        engine.timecode(note.frame)));
+    return {Kind::note, note.angle, note.frame, footage->upperBound, {}};
 }
 
 } // namespace
@@ -105,6 +117,29 @@ std::vector<FixedPart> fixedParts(const CutEngine& engine, const BookendFrames& 
     std::stable_sort(parts.begin(), parts.end(),
                      [](const FixedPart& a, const FixedPart& b) { return a.start < b.start; });
     return parts;
+}
+
+std::vector<FixedPart> withNotes(const CutEngine& engine, const std::vector<FixedPart>& parts,
+                                 const std::vector<CameraNote>& notes) {
+    std::vector<FixedPart> all;
+    all.reserve(parts.size() + notes.size());
+    // Each shot of a note ends at the latest where the next part begins.
+    const auto add = [&](const FixedPart& part) {
+        if (!all.empty()) all.back().end = std::min(all.back().end, part.start);
+        all.push_back(part);
+    };
+    auto part = parts.begin();
+    for (const CameraNote& note : notes) {
+        for (; part != parts.end() && part->start <= note.frame; ++part)
+            add(*part);
+        const bool isPassedOver =
+            !all.empty() && (all.back().start == note.frame ||
+                             (all.back().kind != Kind::note && note.frame < all.back().end));
+        if (!isPassedOver) add(partOf(engine, note));
+    }
+    for (; part != parts.end(); ++part)
+        add(*part);
+    return all;
 }
 
 } // namespace shotweaver

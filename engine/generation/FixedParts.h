@@ -10,14 +10,15 @@
 
 namespace shotweaver {
 
-/// A shot that nothing draws and nothing merges with, in frames of the project: [start, end).
+/// A shot whose camera and start nothing draws and nothing merges with, in frames of the project:
+/// [start, end).
 struct FixedPart {
-    enum class Kind { opening, closing, section, kept };
+    enum class Kind { opening, closing, section, kept, note };
 
     Kind kind;
     std::string angle;
     std::int64_t start;
-    std::int64_t end;
+    std::int64_t end;           // of a note's shot the latest: its length is drawn
     std::optional<UUID> keptID; // of the kept cut that it is, or that lies in the same place
 };
 
@@ -35,5 +36,12 @@ std::vector<FixedPart> fixedParts(const CutEngine& engine, const BookendFrames& 
                                   const std::optional<BookendShot>& closing,
                                   const std::vector<FixedCameraSection>& sections,
                                   std::vector<Cut> kept);
+
+/// The parts with the notes, which are in order, between them. Those inside a part are passed over,
+/// and of several at one frame all but the first.
+///
+/// Throws `FinalCutImportError` for the first note whose camera lacks footage at its frame.
+std::vector<FixedPart> withNotes(const CutEngine& engine, const std::vector<FixedPart>& parts,
+                                 const std::vector<CameraNote>& notes);
 
 } // namespace shotweaver

@@ -21,7 +21,7 @@ inline constexpr auto fcpxmlNames = std::to_array<std::string_view>({
     "media-rep", "metadata", "multicam", "project", "rating", "ref-clip", "resources", "sequence",
     "spine", "sync-clip", "timeMap", "title", "tracking-shape", "video",
     // Attributes
-    "angleID", "audioDuration", "audioStart", "colorSpace", "duration", "enabled", "fieldOrder",
+    "angleID", "audioDuration", "audioStart", "colorSpace", "completed", "duration", "enabled", "fieldOrder",
     "format", "frameDuration", "hasAudio", "hasVideo", "height", "id", "key", "modDate", "name",
     "offset", "paspH", "paspV", "projection", "ref", "scaleEnabled", "src", "srcEnable", "start",
     "stereoscopic", "tcFormat", "tcStart", "tracking", "uid", "value", "version", "width",

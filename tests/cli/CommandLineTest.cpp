@@ -141,7 +141,7 @@ TEST(InspectCommand, aProjectIsSummarised) {
         "\n-c      日本                    1     0    0.00 s" + bar + bar +
         "\nÉglise   日本                   2     0    8.00 s" + part + part +
         "\ngap     Recorder                1     0    0.00 s" + none + bar.substr(0, 89) +
-        "▒\n\nTimeline 01:00:00:00 to 01:01:20:00\n";
+        "▒\n\nTimeline 01:00:00:00 to 01:01:20:00\n\n1 marker\n";
     EXPECT_EQ(run({"inspect", "-"}, projectXml()),
               (Outcome{0, table,
                        "warning: The marker “Amen !” on the multicam clip would stop an export: "
@@ -162,6 +162,13 @@ TEST(InspectCommand, aProjectIsSummarised) {
     project.angles[1].name = "B";
     const Arguments inspect{"inspect", "--json", "-"};
     EXPECT_EQ(run(inspect, project.xml()), (Outcome{0, json + engine + "\n", ""}));
+    ProjectBuilder marked = project;
+    marked.clipContent += R"(<marker start="2s"/><marker start="3s"/><marker value="a"/>)";
+    EXPECT_TRUE(std::get<1>(run({"inspect", "-"}, marked.xml()))
+                    .ends_with("\n\n3 markers, 1 of them named like a camera\n"));
+    EXPECT_TRUE(std::get<1>(run(inspect, marked.xml()))
+                    .ends_with(R"([]},"markers":{"cutPoints":2,"named":1}}})"
+                               "\n"));
     project.clipAttributes += R"( audioStart="0s")"; // summarised all the same
     const std::string refusal =
         "Speed changes, split audio and disabled main multicam clips are not supported yet.";
@@ -333,6 +340,10 @@ TEST(GenerateCommand, flagsFollowTheSettingsFileAndTheImport) {
          R"({"mainCamera": "Église", "otherCameras": ["+a/=", "-c", "/b"]})"},
         {{"--other-cameras", "-c,+a/=", "--main-camera= E\u0301GLISE\n", "--audio=+a/="},
          R"({"mainCamera": "/b", "otherCameras": ["-c", "+a/="], "audio": "+a/="})"},
+        {{"--cut-at-markers", "--follow-markers", "--cut-points",
+          folder.write("beats.txt", "# beats\n01:00:02:00\n2.5\n"), "--settings",
+          folder.write("times", R"({"cutTimes": [1]})")},
+         R"({"cutAtMarkers": true, "followMarkers": true, "cutTimes": [2, 2.5]})"},
         {{"--main-range", "1-1e2", "--double-main", "--vary", "--frequency", "Wide,\tl=1=1",
           "--frequency=-c=2", "--return-time", "/b=0.5", "--opening", "+a/==1e1", "--closing",
           "-c=20"},
@@ -369,12 +380,17 @@ TEST(GenerateCommand, wrongValuesAreNamedAndRefusalsFollowAWarning) {
         {"--seed", "-1", "\"-1\" is not a whole number of at most 64 bits."},
         {"--settings", reversed,
          "the shortest main shot, 20.0 seconds, is longer than the longest, 19.5."},
+        {"--settings",
+         folder.write("t", R"({"cutTimes": [)" + test::repeated(20'000, "1,") + "1]}"),
+         "cutTimes has more than 20,000 times."},
         {"--settings", above,
          "the shortest other shot, 10.5 seconds, is longer than the longest, 8.0."},
     };
     for (const auto& [flag, value, line] : rows)
         EXPECT_EQ(generate({flag, value, "--main-range=9-10"}), wrongUsage(flag + (": " + line)));
 
+    const std::string times = folder.write("times.txt", "12\nabc\n");
+    EXPECT_EQ(generate({"--cut-points", times}), failure(times + ", line 2: “abc” is not a time."));
     const std::string audio = "Choose a continuous audio angle.\n";
     EXPECT_EQ(
         generate({"--audio", "recorder", "--main-share", "95"}),

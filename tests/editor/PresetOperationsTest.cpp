@@ -68,14 +68,15 @@ TEST(Presets, areSavedUnderNamesOfTheirOwnAndSorted) {
 TEST(Presets, updateAndDeleteTheChosenOneOnly) {
     Stage stage;
     stage.apply(
-        R"({"mainShare": 30, "varyOthers": true, "openingEnabled": true, "openingCamera": "B",
+        R"({"mainShare": 30, "varyOthers": true, "cutAtMarkers": true, "cutTimes": [3],
+        "openingEnabled": true, "openingCamera": "B",
         "closingCamera": "P", "frequencies": {"R": 2, "P": 7, "B": 1}, "returnTimes": {"W": 90},
         "otherCameras": ["P", "R", "W"]})");
     stage.editor().updatePreset();
     EXPECT_EQ(stage.fields().presetNotice, "Saved Old.");
     const std::string updated =
         R"(,{"id":"00000000-0000-0000-0000-000000000001","name":"Old","mainShare":30.0,)"
-        R"("averageShot":10.0,"doubleMain":false,"varyOthers":true,"mainAngleName":"Wide",)"
+        R"("averageShot":10.0,"doubleMain":false,"varyOthers":true,"cutAtMarkers":true,"mainAngleName":"Wide",)"
         R"("otherAngleNames":["Pulpit"],)"
         R"("audioAngleName":"Recorder","returnTimes":[{"angleName":"Wide","seconds":90.0}],)"
         R"("frequencies":[{"angleName":"Pulpit","weight":7.0},{"angleName":"Band","weight":1.0}],)"
@@ -132,11 +133,11 @@ TEST(Presets, applyWhatMatches) {
     for (const auto& [from, to, changed, notice] : rows) {
         Stage stage(replaced(old, from, to));
         stage.apply(
-            R"({"audio": "B", "varyOthers": true, "frequencies": {"B": 9}, "returnTimes": {"P": 60}})");
+            R"({"audio": "B", "varyOthers": true, "followMarkers": true, "cutTimes": [3], "frequencies": {"B": 9}, "returnTimes": {"P": 60}})");
         stage.editor().addSection();
         type(stage.editor(), 0, &SectionDraft::start, "01:00:10:00");
         const EditSettings pacing = with(R"({"mainShare": 60, "averageShot": 8, "doubleMain": true,
-            "varyOthers": false, "mainMinimum": 7, "mainMaximum": 12, "otherMinimum": 4, "otherMaximum": 8,
+            "varyOthers": false, "followMarkers": false, "mainMinimum": 7, "mainMaximum": 12, "otherMinimum": 4, "otherMaximum": 8,
             "frequencies": {"W": 5, "P": 5, "B": 5, "C": 5, "D": 5},
             "returnTimes": {"W": 0, "P": 0, "B": 0, "C": 0, "D": 0}})",
                                          stage.editor().fields().settings);

@@ -8,12 +8,13 @@ namespace shotweaver::test {
 namespace {
 
 /// As stored before there were ranges, frequencies and return times.
-const EditPreset oldPreset{UUID(), "Sunday", 60, 8,  true, false, "Cam 1", {"Cam 2", ""}, "Mix", {},
-                           {},     {},       {}, {}, {},   {},    {}};
+const EditPreset oldPreset{
+    UUID(), "Sunday", 60, 8,  true, false, false, false, "Cam 1", {"Cam 2", ""},
+    "Mix",  {},       {}, {}, {},   {},    {},    {},    {}};
 
 EditPreset fullPreset() {
     EditPreset preset = oldPreset;
-    preset.varyOthers = true;
+    preset.varyOthers = preset.cutAtMarkers = preset.followMarkers = true;
     preset.returnTimes = {{"Cam 2", 30}};
     preset.frequencies = {{"Cam 1", 7.5}};
     preset.opening = {"Cam 3", 15};
@@ -30,7 +31,7 @@ const std::string oldStored =
     R"("otherAngleNames":["Cam 2",""],"audioAngleName":"Mix"}])";
 const std::string stored =
     replaced(oldStored.substr(0, oldStored.size() - 2), R"("doubleMain":true)",
-             R"("doubleMain":true,"varyOthers":true)") +
+             R"("doubleMain":true,"varyOthers":true,"cutAtMarkers":true,"followMarkers":true)") +
     R"(,"returnTimes":[{"angleName":"Cam 2","seconds":30.0}],)"
     R"("frequencies":[{"angleName":"Cam 1","weight":7.5}],)"
     R"("opening":{"angleName":"Cam 3","seconds":15.0},)"

@@ -31,8 +31,13 @@ EditRevision revision(std::uint8_t number, const EditSettings& settings = {},
 SavedEditSession session() {
     const auto settings = [](double mainShare, const char* main, const char* other,
                              const char* audio, const std::vector<SectionDraft>& sections = {}) {
-        return EditSettings{mainShare, 10, 10,    25,    4,     8,  main, {other},
-                            {},        {}, audio, false, false, {}, {},   sections};
+        EditSettings made;
+        made.mainShare = mainShare;
+        made.mainCamera = main;
+        made.otherCameras = {other};
+        made.audio = audio;
+        made.sections = sections;
+        return made;
     };
     SavedEditSession session{
         1, "<fcpxml/>\xFF", settings(50, "A", "B", "S", {{UUID(), "\"", "C", "\\", "\t"}}), {}};

@@ -21,6 +21,7 @@ Project project() {
                       {"B", "B", {{0, 1000}}},
                       {"C", "C", {{0, 1000}}},
                       {"D", "D", {{300, 300}}}};
+    builder.clipContent += R"(<marker start="8s"/><marker start="12s" value="C"/>)";
     return Project(builder.xml());
 }
 
@@ -56,6 +57,9 @@ TEST(CutReasons, tellWhatCanBeTold) {
          "start": "00:00:12:00", "end": "00:00:16:00"},
         {"id": "00000000-0000-0000-0000-000000000000", "name": "", "camera": "B",
          "start": "00:00:16:00", "end": "00:00:20:00"}]})";
+    const char* const marked =
+        R"({"cutAtMarkers": true, "followMarkers": true, "cutTimes": [99, 4, 16]})";
+    const char* const five = "A 100 B 200 A 300 C 400 A! 500 B 1000";
     const char* const six = "C 100 A 300 D 400 B! 500 A 900 B 1000";
     const std::string turn = "The main camera's turn.";
     const std::string other = "Another camera than the settings would choose here.";
@@ -102,7 +106,19 @@ TEST(CutReasons, tellWhatCanBeTold) {
                 "several turns in one."},
         {fixed, six, 2, "Fixed section “Prayer”."},
         {fixed, six, 3, "Fixed section. Kept."},
-        {fixed, six, 5, "Closing shot."}};
+        {fixed, six, 5, "Closing shot."},
+        // Cut points and notes, where they are used.
+        {marked, five, 0, turn + " It ends at a time from the file."},
+        {marked, five, 1, "One of B (frequency 5), C (frequency 5). It ends at a marker."},
+        {marked, five, 2, turn + " It ends at the marker “C”."},
+        {marked, five, 3, "The marker “C” asks for it. It ends where a kept shot begins."},
+        {marked, "A 100 B 200 A 300 C! 400 A 1000", 2, turn + " It ends where a kept shot begins."},
+        {marked, "A 100 B 200 A 300 B 410 A 1000", 3,
+         "One of B (frequency 5), C (frequency 5), D (frequency 5). 4.4 seconds, longer than its "
+         "range of 2 to 4: several turns in one."},
+        {R"({"followMarkers": true, "returnTimes": {"C": 20}})", "C 100 A 300 C 340 A 1000", 2,
+         "The marker “C” asks for it. 1.6 seconds, shorter than its range of 2 to 4: cut short. "
+         "Back after 8.0 seconds, before its return time of 20."}};
     for (const auto& [changes, list, row, expected] : rows) {
         const EditSettings settings =
             readSettingsOver(JsonReader(parseJson(changes)), fourSeconds(project()));

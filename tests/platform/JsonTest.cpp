@@ -72,6 +72,7 @@ EditRevision revision() {
                                 .returnTimes = {},
                                 .audio = "B",
                                 .doubleMain = true,
+                                .cutTimes = {},
                                 .opening = {true, "+A/=", 16},
                                 .closing = {false, "", 17},
                                 .sections = {{UUID(), "Prayer", "B", "01:00:00;00", "as typed"}}};
@@ -113,11 +114,16 @@ TEST(RecordJson, everyFieldGoesOutAndComesBackOrIsRefusedWithItsPlace) {
     for (const auto& [from, to, failure] : rows)
         EXPECT_EQ(failureOf([&, a = from, b = to] { read(a, b); }), failure);
     EditRevision varied = revision();
-    varied.settings.varyOthers = true;
+    varied.settings.varyOthers = varied.settings.followMarkers = true;
+    varied.settings.cutTimes = {4, -0.5, 4};
     EXPECT_EQ(readRevision(JsonReader(parseJson(revisionText(varied)))), varied);
     const char* const end = R"("doubleMain":true,)";
-    EXPECT_EQ(read(end, R"("doubleMain":true,"varyOthers":true,)"), varied);
-    EXPECT_EQ(read(end, R"("doubleMain":true,"varyOthers":null,)"), revision());
+    EXPECT_EQ(read(end, R"("doubleMain":true,"varyOthers":true,"cutAtMarkers":false,)"
+                        R"("followMarkers":true,"cutTimes":[4.0,-0.5,4.0],)"),
+              varied);
+    EXPECT_EQ(read(end, R"("doubleMain":true,"varyOthers":null,"cutTimes":[],)"), revision());
+    EXPECT_EQ(failureOf([&] { read(end, R"("doubleMain":true,"cutTimes":["4"],)"); }),
+              place + "cutTimes[0]\" must be a number.");
     EXPECT_EQ(failureOf([&] { read(end, R"("doubleMain":true,"varyOthers":1,)"); }),
               place + "varyOthers\" must be true or false.");
 }

@@ -68,7 +68,9 @@ TEST(SettingsRecord, statesProjectSettingsUsageAndCuts) {
                       {"s1", "Sound", {{0, 1800}}, false},
                       {"p1", "Pulpit", {{0, 1800}}},
                       {"c1", "Choir", {{600, 300}}}};
-    project.clipContent = R"(<mc-source angleID="s1" srcEnable="audio"/>)";
+    project.clipContent = R"(<mc-source angleID="s1" srcEnable="audio"/>)"
+                          R"(<marker start="1s"/><marker start="2s"/><marker start="2s"/>)"
+                          R"(<marker value="Wide"/><marker value="wide"/>)";
     EditRevision edit;
     edit.created = 763221900.75;
     edit.settings.mainCamera = "w1";
@@ -77,6 +79,8 @@ TEST(SettingsRecord, statesProjectSettingsUsageAndCuts) {
     edit.settings.returnTimes = {{"w1", 12}, {"c1", 0.1}};
     edit.settings.audio = "s1";
     edit.settings.opening.isEnabled = edit.settings.doubleMain = edit.settings.varyOthers = true;
+    edit.settings.cutAtMarkers = edit.settings.followMarkers = true;
+    edit.settings.cutTimes = {9, 9, 1e9};
     edit.settings.opening.camera = "p1";
     edit.settings.sections = {{{}, "Solo", "c1", " 1:1:30:3 ", ""}};
     edit.cuts = {{{}, "p1", 0, 300}, {{}, "w1", 300, 899}, {{}, "gone", 1199, 601}};
@@ -95,6 +99,9 @@ Main shot range: 10.0 to 25.0 seconds
 Other shot range: 4.0 to 8.0 seconds
 Randomly double main holds: On (25% chance)
 Vary additional cameras: On
+Cut at markers: 2
+Follow named markers: 2
+Cut at times: 3
 Continuous audio: Sound
 
 Camera settings:
@@ -124,7 +131,8 @@ Cut list (start timecode | camera | duration in seconds):
 )");
 
     const std::string plain = settingsRecordText(loaded, EditRevision(), {});
-    for (const char* part : {"holds: Off\n", "Opening: Off\n", "Fixed sections:\nNone\n\n"})
+    for (const char* part :
+         {"holds: Off\nContinuous", "Opening: Off\n", "Fixed sections:\nNone\n\n"})
         EXPECT_NE(plain.find(part), std::string::npos) << part;
 }
 

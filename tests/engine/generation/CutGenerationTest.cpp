@@ -42,6 +42,7 @@ struct Edit {
         std::istringstream fields(change);
         fields >> word;
         if (word == "draw") draws.assign(std::istream_iterator<double>(fields), {});
+        if (word == "points") in.cutPoints.assign(std::istream_iterator<std::int64_t>(fields), {});
         fields >> angle >> x >> y;
         const test::ClipSpec clip{std::llround(x), std::llround(y - x)};
         auto& range = angle == "A" ? in.mainRange : in.otherRange;
@@ -51,6 +52,7 @@ struct Edit {
         if (word == "clip") project.angles[std::size_t(angle[0] - 'A')].clips.push_back(clip);
         if (word == "kept")
             in.kept.push_back({id(in.kept.size()), angle, clip.offset, clip.duration});
+        if (word == "note") in.notes.push_back({clip.offset, angle, "the " + angle});
         if (word == "also") in.otherCameras.push_back(angle);
         if (word == "alone") in.otherCameras.clear();
         if (word == "wait") in.returnTimes[angle] = x;
@@ -206,6 +208,63 @@ TEST(CutGeneration, laysGapsBetweenKeptShots) {
         {"kept A 299 400, kept B 190 300",
          "The kept shot at 00:00:11:24 overlaps another kept shot. Let go of it or change one of "
          "them."}};
+    for (const auto& [changes, outcome] : rows)
+        EXPECT_EQ(Edit(changes).outcome(), outcome) << changes;
+}
+
+TEST(CutGeneration, movesEndsToCutPointsAndFollowsNotes) {
+    const std::string without = "” at 00:00:08:00 asks for a camera without footage there.";
+    // Both draw 100 to 200 frames in them, evenly; 100 unless it says more.
+    const std::string evenly = "range A 4 8, range B 4 8, ";
+    const std::pair<std::string, std::string> rows[] = {
+        // To the nearest point, the earlier of two, within the range.
+        {evenly + "closing C 4, draw 0 0 .5, points 99 149 152",
+         "A 0-149 B 149-249 A 249-349 B 349-400 C 400-500"},
+        {evenly + "closing C 12, draw 0 0 .5, points 140 160", "A 0-140 B 140-200 C 200-500"},
+        {evenly + "closing C 11, draw 0 0 .5, points 99 201", "A 0-150 B 150-225 C 225-500"},
+        {evenly + "closing C 8, draw 0 0 .49, points 99 100 200 201",
+         "A 0-100 B 100-200 A 200-300 C 300-500"},
+        {evenly + "closing C 8, draw 0 0 .51, points 99 100 200 201",
+         "A 0-200 B 200-300 C 300-500"},
+        // Not where something shortens the shot, nor to that place or behind it.
+        {evenly + "closing C 12, draw 0 0 .9999, points 150 190", "A 0-200 C 200-500"},
+        {evenly + "clip A 0 155, closing C 12, draw 0 0 .5, points 110 155 156",
+         "A 0-110 B 110-200 C 200-500"},
+        {evenly + "clip A 0 155, closing C 12, draw 0 0 .5, points 155 156",
+         "A 0-150 B 150-200 C 200-500"},
+        // A doubled hold has twice the range, pacing three to five quarters of it.
+        {evenly + "double, closing C 4, points 199 390", "A 0-390 B 390-400 C 400-500"},
+        {evenly + "double, closing C 4, draw 0 0 0 .25, points 199 390",
+         "A 0-199 B 199-390 A 390-400 C 400-500"},
+        {"paced A, paced B, closing C 4, draw 0 .5, points 149 150 251",
+         "A 0-150 B 150-300 A 300-400 C 400-500"},
+        {"paced A, paced B, closing C 4, draw 0 .5, points 149 250 251",
+         "A 0-250 B 250-400 C 400-500"},
+        // Each turn of a lone camera counts from where it begins.
+        {evenly + "clip B 450 500, closing C 4, draw 0 0 .5, points 160 310", "A 0-400 C 400-500"},
+        {evenly + "clip B 160 500, wait B 20, points 160 310", "A 0-160 B 160-310 A 310-500"},
+        // A note's camera comes at its frame for a drawn length, which nothing moves, as an
+        // additional camera or the main one; then the walk goes on. Nothing is merged.
+        {"note C 150, points 120 249 280",
+         "A 0-100 B 100-150 C 150-250 A 250-350 B 350-450 A 450-500"},
+        {"note A 0, " + evenly + "double, draw 0 .5 0, points 299", "A 0-300 B 300-400 A 400-500"},
+        {"note B 250, clip B 0 260, wait B 20", "A 0-100 B 100-200 A 200-250 B 250-260 A 260-500"},
+        // Those inside fixed and kept parts are passed over, and all but the first at a frame.
+        {"opening A 4, section B 200 300, kept D 300 400, note C 0, note C 99, note B 100, "
+         "note C 100, note C 200, note C 299, note C 300, note C 399, note C 450",
+         "A 0-100 B 100-200 B 200-300 kept D 300-400 A 400-450 C 450-500"},
+        {"note B 0, note C 30, note D 60",
+         "B 0-30 C 30-60 D 60-160 A 160-260 B 260-360 A 360-460 B 460-500"},
+        // A gap beside a note's shot is laid again until it has no fault.
+        {"note C 130, closing D 4, range A 1 9, draw 0 0 0 0 0 0 0 0 0 0 0 .999",
+         "A 0-130 C 130-230 A 230-255 B 255-355 A 355-380 B 380-400 D 400-500"},
+        // Checked after the kept shots, by frame.
+        {"note C 200, note D 300, clip C 0 200, clip D 0 1", "The marker “the C" + without},
+        {"note X 200", "The marker “the X" + without},
+        {"note X 200, section B 100 201", "A 0-100 B 100-201 A 201-301 B 301-401 A 401-500"},
+        {"note X 200, kept A 300 501",
+         "The kept shot at 00:00:12:00 has missing footage. Let go of it or choose another "
+         "camera."}};
     for (const auto& [changes, outcome] : rows)
         EXPECT_EQ(Edit(changes).outcome(), outcome) << changes;
 }
