@@ -138,6 +138,8 @@ class ContentView {
     /// Proposes one more fixed section behind the last one.
     void addSection();
     void removeSection(std::size_t row);
+    /// Asks for a file of times, in place of those that there are.
+    void chooseCutTimes();
 
     // Presets.
 
@@ -172,6 +174,8 @@ class ContentView {
     /// Why the row's camera, or its start, cannot be changed; nothing when it can.
     std::optional<std::string> cameraIsFixed(std::size_t row) const;
     std::optional<std::string> startIsFixed(std::size_t row) const;
+    /// "beats.txt · 812 times"; without the name where it is not known. Empty without times.
+    std::string cutTimesText() const;
     std::vector<PickerOption> presetOptions() const;
     std::optional<EditPreset> selectedPreset() const;
 

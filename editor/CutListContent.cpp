@@ -11,6 +11,10 @@ namespace shotweaver {
 CutTexts::CutTexts(std::shared_ptr<const Project> project, const std::string& locale)
     : project_(std::move(project)), number_(locale) {}
 
+std::string noteLine(const CameraNote& note, const Project& project) {
+    return fmt::format("Marker “{}” · {}", note.name, project.engine.timecode(note.frame));
+}
+
 CutRow CutTexts::row(const Cut& cut) const {
     const CutEngine& engine = project_->engine;
     return {project_->label(cut.angle), engine.timecode(cut.start),

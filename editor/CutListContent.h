@@ -21,6 +21,9 @@ struct CutRow {
     bool operator==(const CutRow&) const = default;
 };
 
+/// A followed marker in one line: "Marker “Band” · 01:00:10:00".
+std::string noteLine(const CameraNote& note, const Project& project);
+
 /// Writes cuts of one project. Making one costs much more than writing a cut.
 class CutTexts {
   public:

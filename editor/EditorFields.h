@@ -11,6 +11,12 @@
 
 namespace shotweaver {
 
+/// Times and the file that they were read from.
+struct TimesFile {
+    std::string name;
+    std::vector<double> times;
+};
+
 /// Everything that the panel shows and binds to. `ContentView` owns and changes it.
 struct EditorFields {
     EditSettings settings;                  // as the controls show them
@@ -19,6 +25,7 @@ struct EditorFields {
     EditHistory history;
     bool showsCurrentEdit = false; // whether the current revision's cuts are on show
     KeptShots kept;                // of all revisions
+    TimesFile timesFile;           // that was read last; the settings may have other times
 
     std::optional<std::string> error; // the alert's text
     std::string status;

@@ -40,6 +40,11 @@ inline constexpr const char* rangesNote =
     "shorten a shot; a lone available camera may need a longer hold.";
 inline constexpr const char* doublingHelp =
     "One in four main camera holds is doubled on average. This can exceed the main camera maximum.";
+inline constexpr const char* markersHelp =
+    "A shot moves its end to the nearest marker or time that its range allows. A marker named like "
+    "a camera shows that camera from there on, whatever its return time.";
+inline constexpr const char* cutTimesHelp =
+    "Read times from a text file, one a line, in seconds from the project's start or as timecode";
 inline constexpr const char* bookendsHelp =
     "These lengths override random pacing and doubling, rounded to the nearest frame. A "
     "neighbouring shot on the same camera can make the visible hold longer.";

@@ -2,6 +2,7 @@
 
 #include "editor/PanelTexts.h"
 #include "planning/EditPlan.h"
+#include "planning/EditTexts.h"
 #include "planning/ShareForecast.h"
 #include "platform/Locale.h"
 
@@ -136,6 +137,19 @@ std::string shareForecast(const EditSettings& settings, const Project& project) 
                             wholeNumber(advice->range.lower), wholeNumber(advice->range.upper));
     if (isForecastLoose(settings, project)) text += " Return times and gaps change this.";
     return text;
+}
+
+std::string cutAtMarkersLabel(const Markers& markers) {
+    return fmt::format("Cut at markers where shot lengths allow ({})", markers.cutPoints.size());
+}
+
+std::string followMarkersLabel(const Markers& markers) {
+    return fmt::format("Follow markers named like a camera ({})", markers.notes.size());
+}
+
+std::string markersHelp(const Markers& markers) {
+    if (markers.onTitles > 0) return markersText(markers).value_or("");
+    return panelTexts::markersHelp;
 }
 
 std::string minimumLabel(double seconds) {

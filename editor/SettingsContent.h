@@ -65,6 +65,11 @@ std::string balanceText(double mainShare);
 /// is missed, and what else changes it. Empty while a range is reversed.
 std::string shareForecast(const EditSettings& settings, const Project& project);
 
+/// The toggles of markers with how many there are, and what to know of them.
+std::string cutAtMarkersLabel(const Markers& markers);
+std::string followMarkersLabel(const Markers& markers);
+std::string markersHelp(const Markers& markers);
+
 std::string minimumLabel(double seconds);
 std::string maximumLabel(double seconds);
 std::string secondsLabel(double seconds);

@@ -347,6 +347,43 @@ TEST(ContentView, rangesThatArriveReversedAreRefused) {
     EXPECT_EQ(loaded.fields().history.items.size(), 2U);
 }
 
+TEST(ContentView, timesBelongToTheProjectAndTheEdit) {
+    Loaded loaded;
+    ContentView& editor = loaded.editor();
+    const auto choose = [&](const char* name, const std::string& text) {
+        loaded.bench.host.chosen = loaded.bench.folder.write(name, text);
+        editor.chooseCutTimes();
+    };
+    choose("beats.txt", "12.5\n01:00:20:00\n99\n");
+    EXPECT_EQ(loaded.fields().settings.cutTimes, (std::vector{12.5, 20.0, 99.0}));
+    EXPECT_EQ(editor.cutTimesText(), "beats.txt · 3 times");
+    EXPECT_TRUE(loaded.fields().cuts().empty());
+    editor.generateEdit();
+
+    // What cannot be read, or has none, leaves those that there are.
+    choose("bad.txt", "1\n\nx");
+    EXPECT_EQ(loaded.fields().error, "bad.txt, line 3: “x” is not a time.");
+    choose("none.txt", "# nothing\n");
+    EXPECT_EQ(loaded.fields().error, "none.txt has no times.");
+    loaded.bench.host.chosen = loaded.bench.folder.path();
+    editor.chooseCutTimes();
+    EXPECT_NE(loaded.fields().error->find("Is a directory"), std::string::npos);
+    loaded.bench.host.chosen.reset();
+    editor.chooseCutTimes();
+    EXPECT_FALSE(loaded.fields().cuts().empty());
+
+    // They come back with their edit, also at the next launch, which knows no file.
+    choose("one.txt", "7");
+    EXPECT_EQ(editor.cutTimesText(), "one.txt · 1 time");
+    editor.goBack();
+    EXPECT_EQ(editor.cutTimesText(), "3 times");
+    loaded.bench.restart();
+    loaded.bench.editor().appear();
+    EXPECT_EQ(loaded.bench.editor().cutTimesText(), "3 times");
+    loaded.bench.editor().importProject(concert().xml());
+    EXPECT_EQ(loaded.bench.editor().cutTimesText(), "");
+}
+
 TEST(ContentView, sectionsAreProposedBehindTheLastOne) {
     Loaded loaded;
     ContentView& editor = loaded.editor();

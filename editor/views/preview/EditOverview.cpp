@@ -1,5 +1,6 @@
 #include "editor/views/preview/EditOverview.h"
 
+#include "planning/CutPoints.h"
 #include "widgets/Accessibility.h"
 #include "widgets/Padlock.h"
 #include "widgets/PlainToolTip.h"
@@ -78,6 +79,7 @@ void EditOverview::refresh() {
     if (!project) return;
     std::vector<CutLane> lanes = cutLanes(editor_.fields().cuts(), *project);
     const std::int64_t length = project->engine.length;
+    refreshTicks();
     if (lanes == lanes_ && length == length_ && kept_ == editor_.fields().kept) return;
     kept_ = editor_.fields().kept;
     lanes_ = std::move(lanes);
@@ -86,8 +88,43 @@ void EditOverview::refresh() {
     const QFontMetricsF metrics(font());
     for (const CutLane& lane : lanes_)
         widestLabel_ = std::max(widestLabel_, metrics.horizontalAdvance(toQt(lane.camera)));
-    setFixedHeight(static_cast<int>(pitch() * static_cast<double>(lanes_.size()) + 2 * outline()));
+    setFixedHeight(static_cast<int>(pitch() * static_cast<double>(lanes_.size()) + ticksHeight() +
+                                    2 * outline()));
     update();
+}
+
+void EditOverview::refreshTicks() {
+    const EditRevision* const edit = editor_.fields().shownEdit();
+    if (!edit) return;
+    std::vector<std::int64_t> points = cutPoints(edit->settings, *editor_.project());
+    std::vector<CameraNote> notes;
+    if (edit->settings.followMarkers) notes = editor_.project()->markers.notes;
+    if (points == points_ && notes == notes_) return;
+    points_ = std::move(points);
+    notes_ = std::move(notes);
+    lanes_.clear(); // which may move
+}
+
+double EditOverview::ticksHeight() const {
+    return points_.empty() && notes_.empty() ? 0 : style::scaled(8);
+}
+
+BarAxis EditOverview::ticksAxis() const {
+    BarAxis axis = axisOf(0);
+    axis.area.setTop(outline());
+    axis.area.setHeight(ticksHeight());
+    return axis;
+}
+
+/// The followed marker whose tick is at a position, or near.
+const CameraNote* EditOverview::noteAtPlace(QPointF position) const {
+    const BarAxis axis = ticksAxis();
+    if (position.y() > axis.area.bottom()) return nullptr;
+    const auto found = std::find_if(notes_.begin(), notes_.end(), [&](const CameraNote& note) {
+        const double x = barRect(axis, {note.frame, note.frame + 1}).center().x();
+        return std::abs(x - position.x()) <= style::scaled(style::tight);
+    });
+    return found == notes_.end() ? nullptr : &*found;
 }
 
 double EditOverview::pitch() const {
@@ -102,8 +139,8 @@ int EditOverview::labelWidth() const {
 }
 
 QRectF EditOverview::laneRect(std::size_t lane) const {
-    return {outline(), outline() + pitch() * static_cast<double>(lane), width() - 2 * outline(),
-            pitch()};
+    return {outline(), outline() + ticksHeight() + pitch() * static_cast<double>(lane),
+            width() - 2 * outline(), pitch()};
 }
 
 BarAxis EditOverview::axisOf(std::size_t lane) const {
@@ -115,7 +152,7 @@ BarAxis EditOverview::axisOf(std::size_t lane) const {
 }
 
 std::optional<std::size_t> EditOverview::rowAt(QPointF position) const {
-    const double lane = (position.y() - outline()) / pitch();
+    const double lane = (position.y() - outline() - ticksHeight()) / pitch();
     if (lane < 0 || lane >= static_cast<double>(lanes_.size())) return std::nullopt;
     const auto index = static_cast<std::size_t>(lane);
     const auto range = rangeAt(axisOf(index), lanes_[index].ranges, position.x());
@@ -179,6 +216,11 @@ bool EditOverview::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QWidget::event(event);
     const auto* const help = static_cast<QHelpEvent*>(event);
     const auto row = rowAt(help->pos());
+    if (const CameraNote* const note = noteAtPlace(help->pos())) {
+        QToolTip::showText(help->globalPos(), plainToolTip(noteLine(*note, *editor_.project())),
+                           this);
+        return true;
+    }
     if (!row) {
         QToolTip::hideText();
         event->ignore();
@@ -229,6 +271,7 @@ void EditOverview::paintEvent(QPaintEvent*) {
     for (const QItemSelectionRange& range : selected)
         drawBand(painter, range.top(), range.bottom());
     drawLabels(painter);
+    drawTicks(painter);
     drawLanes(painter);
     for (const QItemSelectionRange& range : selected)
         drawCuts(painter, range.top(), range.bottom());
@@ -261,6 +304,26 @@ void EditOverview::drawLabels(QPainter& painter) const {
                          fontMetrics().elidedText(toQt(lanes_[lane].camera), Qt::ElideRight,
                                                   static_cast<int>(rect.width())));
     }
+}
+
+/// Low ones for cut points and whole ones for followed markers, a tick a pixel at most.
+void EditOverview::drawTicks(QPainter& painter) const {
+    const BarAxis axis = ticksAxis();
+    const double framesPerPixel = static_cast<double>(length_) / std::max(axis.area.width(), 1.0);
+    const auto draw = [&](const std::vector<std::int64_t>& frames, double top,
+                          const QColor& colour) {
+        for (auto frame = frames.begin(); frame != frames.end();
+             frame = std::upper_bound(frame, frames.end(), *frame + std::llround(framesPerPixel))) {
+            const double x = barRect(axis, {*frame, *frame + 1}).center().x();
+            painter.fillRect(QRectF(x - axis.point / 2, top, axis.point, axis.area.bottom() - top),
+                             colour);
+        }
+    };
+    std::vector<std::int64_t> notes;
+    for (const CameraNote& note : notes_)
+        notes.push_back(note.frame);
+    draw(points_, axis.area.center().y(), style::secondary());
+    draw(notes, axis.area.top(), style::text());
 }
 
 void EditOverview::drawLanes(QPainter& painter) const {

@@ -13,7 +13,8 @@ class QItemSelectionModel;
 
 namespace shotweaver {
 
-/// The cuts on show at a glance: a lane for each camera on the project's axis. It shares the cut
+/// The cuts on show at a glance: a lane for each camera on the project's axis, and over them a tick
+/// for each cut point and followed marker. It shares the cut
 /// list's selection: a click selects a cut, and so do Left, Right, Home and End. With Shift they
 /// select all from the one before to it, as dragging does, and a click with Ctrl adds a cut to the
 /// selection or takes it out.
@@ -43,7 +44,11 @@ class EditOverview : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    double pitch() const; // from lane to lane, pixels
+    double pitch() const;       // from lane to lane, pixels
+    double ticksHeight() const; // nothing without ticks
+    BarAxis ticksAxis() const;
+    void refreshTicks();
+    const CameraNote* noteAtPlace(QPointF position) const;
     int labelWidth() const;
     QRectF laneRect(std::size_t lane) const;
     BarAxis axisOf(std::size_t lane) const;
@@ -54,6 +59,7 @@ class EditOverview : public QWidget {
     void selectionDidChange();
     void drawBand(QPainter& painter, int first, int last) const;
     void drawLabels(QPainter& painter) const;
+    void drawTicks(QPainter& painter) const;
     void drawLanes(QPainter& painter) const;
     void drawCuts(QPainter& painter, int first, int last) const;
     void drawPadlocks(QPainter& painter) const;
@@ -61,6 +67,8 @@ class EditOverview : public QWidget {
     ContentView& editor_;
     QItemSelectionModel* selection_ = nullptr;
     std::vector<CutLane> lanes_;
+    std::vector<std::int64_t> points_; // of the edit on show
+    std::vector<CameraNote> notes_;
     double widestLabel_ = 0;  // pixels
     std::int64_t length_ = 1; // of the project, frames
     KeptShots kept_;

@@ -3,6 +3,7 @@
 #include "editor/PanelTexts.h"
 #include "editor/views/settings/Binding.h"
 #include "editor/views/settings/ControlRanges.h"
+#include "editor/views/settings/CutPointsView.h"
 #include "widgets/PanelLayout.h"
 #include "widgets/Stepper.h"
 #include "widgets/Style.h"
@@ -26,7 +27,8 @@ BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
       mainMaximum_(makeStepper(QStringLiteral("mainMaximum"), QStringLiteral("Main camera"))),
       otherMinimum_(makeStepper(QStringLiteral("otherMinimum"), QStringLiteral("Other cameras"))),
       otherMaximum_(makeStepper(QStringLiteral("otherMaximum"), QStringLiteral("Other cameras"))),
-      doubleMain_(new Toggle(QStringLiteral("Randomly double main camera holds"))) {
+      doubleMain_(new Toggle(QStringLiteral("Randomly double main camera holds"))),
+      cutPoints_(new CutPointsView(editor)) {
     target_->setObjectName(QStringLiteral("balance"));
     share_->setObjectName(QStringLiteral("share"));
     forecast_->setObjectName(QStringLiteral("shareForecast"));
@@ -42,6 +44,7 @@ BalancePanel::BalancePanel(ContentView& editor, QWidget* parent)
     layout->addWidget(helpLabel(panelTexts::rangesNote));
     layout->addWidget(doubleMain_);
     layout->addWidget(helpLabel(panelTexts::doublingHelp));
+    layout->addWidget(cutPoints_);
     refresh();
 }
 
@@ -91,6 +94,7 @@ void BalancePanel::refresh() {
     otherMinimum_->show(settings.otherMinimum, minimumLabel(settings.otherMinimum));
     otherMaximum_->show(settings.otherMaximum, maximumLabel(settings.otherMaximum));
     doubleMain_->show(settings.doubleMain);
+    cutPoints_->refresh();
 }
 
 } // namespace shotweaver

@@ -11,6 +11,7 @@ namespace shotweaver {
 
 class Stepper;
 class Toggle;
+class CutPointsView;
 class ValueSlider;
 
 /// "Camera balance and pacing": the main camera's share and the shot lengths. Object names:
@@ -38,6 +39,7 @@ class BalancePanel : public QGroupBox {
     Stepper* otherMinimum_;
     Stepper* otherMaximum_;
     Toggle* doubleMain_;
+    CutPointsView* cutPoints_;
 };
 
 } // namespace shotweaver

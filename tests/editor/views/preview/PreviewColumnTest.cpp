@@ -165,6 +165,38 @@ TEST(PreviewColumn, overviewAndListShareTheSelection) {
               preview.editor.cutLine(5) + "\n" + preview.editor.cutReason(5));
 }
 
+TEST(PreviewColumn, cutPointsAndFollowedMarkersHaveTicksWhileTheyAreUsed) {
+    ProjectBuilder project = concert();
+    project.clipContent += R"(<marker start="4s"/><marker start="30s" value="Band"/>)";
+    Preview preview(project);
+    preview.editor.generateEdit();
+    const int height = preview.overview.height();
+    preview.editor.edit([](EditSettings& settings) {
+        settings.cutAtMarkers = settings.followMarkers = true;
+        settings.cutTimes = {10, 20, 20.001};
+    });
+    preview.editor.generateEdit();
+    QCoreApplication::processEvents();
+    EXPECT_GT(preview.overview.height(), height);
+
+    // The ticks stand on the axis of the lanes.
+    const QImage image = preview.overview.grab().toImage();
+    const auto row = std::ranges::find(preview.bench.fields().cuts(), 750, &Cut::start) -
+                     preview.bench.fields().cuts().begin();
+    const int noteX =
+        static_cast<int>(preview.overview.rowRect(static_cast<std::size_t>(row)).left());
+    const auto darkAt = [&](int x, int y) { return image.pixelColor(x, y).lightness() < 60; };
+    EXPECT_FALSE(darkAt(noteX, 5));
+    EXPECT_TRUE(darkAt(noteX + 20, 5));
+    const QPoint place(noteX, 5);
+    QHelpEvent pointing(QEvent::ToolTip, place, preview.overview.mapToGlobal(place));
+    QCoreApplication::sendEvent(&preview.overview, &pointing);
+    EXPECT_EQ(QToolTip::text().toStdString(), "Marker “Band” · 01:00:30:00");
+    preview.editor.goBack();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(preview.overview.height(), height);
+}
+
 TEST(PreviewColumn, aSelectionIsKeptShuffledAndChangedByKeys) {
     Preview preview;
     ContentView& editor = preview.editor;

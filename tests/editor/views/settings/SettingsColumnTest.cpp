@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QHelpEvent>
 #include <QImage>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QListView>
@@ -63,6 +64,13 @@ struct Column {
     Observers::Subscription subscription;
 };
 
+/// Two markers, and one that is named like a camera.
+ProjectBuilder markedConcert() {
+    ProjectBuilder project = concert();
+    project.clipContent += R"(<marker start="4s"/><marker start="9s"/><marker value="Band"/>)";
+    return project;
+}
+
 TEST(SettingsColumn, aControlChangesItsFieldAndNoOther) {
     const struct {
         const char* control;
@@ -82,6 +90,8 @@ TEST(SettingsColumn, aControlChangesItsFieldAndNoOther) {
         {"otherMinimum", Qt::Key_Down, [](auto& s) { s.otherMinimum = 3; }},
         {"otherMaximum", Qt::Key_Up, [](auto& s) { s.otherMaximum = 9; }},
         {"doubleMain", Qt::Key_Space, [](auto& s) { s.doubleMain = true; }},
+        {"cutAtMarkers", Qt::Key_Space, [](auto& s) { s.cutAtMarkers = true; }},
+        {"followMarkers", Qt::Key_Space, [](auto& s) { s.followMarkers = true; }},
         {"openingEnabled", Qt::Key_Space, [](auto& s) { s.opening.isEnabled = true; }},
         {"openingCamera", Qt::Key_Down, [](auto& s) { s.opening.camera = "P"; }},
         {"openingSeconds", Qt::Key_Up, [](auto& s) { s.opening.seconds = 16; }},
@@ -91,7 +101,7 @@ TEST(SettingsColumn, aControlChangesItsFieldAndNoOther) {
         {"sectionCamera-0", Qt::Key_Down, [](auto& s) { s.sections[0].camera = "P"; }},
         {"removeSection-0", Qt::Key_Space, [](auto& s) { s.sections.clear(); }},
     };
-    Column test;
+    Column test(markedConcert());
     keyClick(test.find("addSection"), Qt::Key_Space);
     for (const auto& row : table) {
         EditSettings expected = test.settings();
@@ -154,6 +164,29 @@ TEST(SettingsColumn, controlsAreEnabledAsTheSettingsSay) {
     test.editor.edit([](EditSettings& settings) { settings.opening.isEnabled = true; });
     EXPECT_EQ(enabled({"openingCamera", "openingSeconds", "closingCamera"}), "yyn");
     EXPECT_EQ(enabled({"applyPreset", "updatePreset", "deletePreset", "savePreset"}), "nnny");
+    EXPECT_EQ(enabled({"cutAtMarkers", "followMarkers"}), "nn");
+    EXPECT_EQ(test.spoken("cutAtMarkers"), "Cut at markers where shot lengths allow (0): ");
+    test.editor.importProject(markedConcert().xml());
+    EXPECT_EQ(enabled({"cutAtMarkers", "followMarkers"}), "yy");
+    EXPECT_EQ(test.spoken("cutAtMarkers"), "Cut at markers where shot lengths allow (2): ");
+    EXPECT_EQ(test.spoken("followMarkers"), "Follow markers named like a camera (1): ");
+}
+
+TEST(SettingsColumn, timesComeFromAFileAndGo) {
+    Column test;
+    const auto seen = [&] {
+        return test.find("cutTimes")->isVisible() && test.find("removeCutTimes")->isVisible()
+                   ? test.find<QLabel>("cutTimes")->text().toStdString()
+                   : "";
+    };
+    EXPECT_EQ(seen(), "");
+    test.bench.host.chosen = test.bench.folder.write("beats.txt", "4\n01:00:05:00\n");
+    keyClick(test.find("chooseCutTimes"), Qt::Key_Space);
+    EXPECT_EQ(seen(), "beats.txt · 2 times");
+    test.find("removeCutTimes")->setFocus();
+    keyClick(test.find("removeCutTimes"), Qt::Key_Space);
+    EXPECT_EQ(seen(), "");
+    EXPECT_TRUE(test.find("chooseCutTimes")->hasFocus());
 }
 
 TEST(SettingsColumn, rowsKeepFocusAndCursor) {

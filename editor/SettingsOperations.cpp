@@ -1,5 +1,10 @@
 #include "editor/ContentView.h"
+#include "editor/ItemAccessGrant.h"
 #include "engine/FinalCutImportError.h"
+#include "planning/CutPoints.h"
+#include "platform/Files.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
@@ -47,6 +52,35 @@ void ContentView::addSection() {
         settings.sections.push_back({environment_.makeUUID(), "", settings.mainCamera,
                                      engine.timecode(start), engine.timecode(end)});
     });
+}
+
+void ContentView::chooseCutTimes() {
+    reportingFailures([&] {
+        const auto path = environment_.host.chooseItem(
+            {"Choose a text file of times, one a line, in seconds or as timecode.", "", true, false,
+             false});
+        if (!path || !fields_.project) return;
+        const BusySign busy = environment_.host.showBusy();
+        const ItemAccessGrant access(environment_.host, *path);
+        const std::string name = fileName(*path);
+        FileSource file(environment_.files, *path);
+        std::vector<double> times = readCutTimes(file, name, *fields_.project);
+        if (times.empty())
+            throw FinalCutImportError::invalid(fmt::format("{} has no times.", name));
+        change([&](EditorFields& fields) {
+            fields.timesFile = {name, times};
+            fields.settings.cutTimes = std::move(times);
+        });
+    });
+}
+
+std::string ContentView::cutTimesText() const {
+    const std::vector<double>& times = fields_.settings.cutTimes;
+    if (times.empty()) return "";
+    const std::string count =
+        fmt::format("{} {}", times.size(), times.size() == 1 ? "time" : "times");
+    const bool isNamed = fields_.timesFile.times == times;
+    return isNamed ? fmt::format("{} · {}", fields_.timesFile.name, count) : count;
 }
 
 void ContentView::removeSection(std::size_t row) {
