@@ -29,10 +29,11 @@ void checkCoverage(const CoverageMap& map, const std::set<std::string>& angles,
     }
 }
 
-/// The cuts by place: true where the edit's own rules laid the shot, not chance.
+/// The cuts by place: true where the edit's own rules laid the shot, not chance. A note's shot, of
+/// those here the only one without an end of its own, is as long as chance says.
 std::vector<bool> fixedCuts(const CutEngine& engine, const GenerationInputs& inputs,
                             const std::vector<Cut>& cuts) {
-    std::map<std::int64_t, FixedCameraSection> fixed;
+    std::map<std::int64_t, FixedCameraSection> fixed; // by start
     for (const FixedCameraSection& section : inputs.sections)
         fixed[section.start] = section;
     for (const Cut& cut : inputs.kept)
@@ -42,6 +43,12 @@ std::vector<bool> fixedCuts(const CutEngine& engine, const GenerationInputs& inp
     if (inputs.opening) fixed[0] = {inputs.opening->angle, 0, opening};
     if (inputs.closing) fixed[closing] = {inputs.closing->angle, closing, engine.length};
 
+    for (const CameraNote& note : inputs.notes) {
+        const auto next = fixed.upper_bound(note.frame);
+        const bool isInside = next != fixed.begin() && note.frame < std::prev(next)->second.end;
+        if (!isInside) fixed[note.frame] = {note.angle, note.frame, note.frame};
+    }
+
     std::vector<bool> isFixed;
     std::size_t found = 0;
     for (const Cut& cut : cuts) {
@@ -49,7 +56,8 @@ std::vector<bool> fixedCuts(const CutEngine& engine, const GenerationInputs& inp
         isFixed.push_back(at != fixed.end());
         if (at == fixed.end()) continue;
         ++found;
-        require(cut.angle == at->second.angle && cut.start + cut.duration == at->second.end,
+        const auto& [angle, start, end] = at->second;
+        require(cut.angle == angle && (start == end || cut.start + cut.duration == end),
                 "a fixed shot is laid as asked for", cut.angle);
     }
     require(found == fixed.size(), "every fixed shot is laid");

@@ -6,6 +6,7 @@
 
 #include <limits>
 #include <numeric>
+#include <set>
 
 namespace shotweaver::fuzz {
 
@@ -136,7 +137,9 @@ std::string FuzzedProject::annotation(int index) {
             time(project_.sourceStart + number(-20, sometimes() ? 20 : project_.length + 20)));
     if (!rarely())
         times += fmt::format(R"( duration="{}")", time(number(0, sometimes() ? 5000 : 40)));
-    return leaf(kind, fmt::format(R"(value="v{}"{})", index, times));
+    if (rarely()) times += R"( completed="0")";
+    const std::string name = rarely() ? pick({"A", " b", "x1"}) : fmt::format("v{}", index);
+    return leaf(kind, fmt::format(R"(value="{}"{})", name, times));
 }
 
 std::string FuzzedProject::connectedItem(int index) {
@@ -226,6 +229,12 @@ GenerationInputs FuzzedProject::inputs(const CoverageMap& coverage) {
         if (rarely()) inputs.sections.back().start = number(INT64_MIN, INT64_MAX);
         if (rarely()) inputs.sections.back().end = number(INT64_MIN, INT64_MAX);
     }
+    std::set<std::int64_t> frames;
+    for (auto i = sometimes() ? number(0, 20) : 0; i > 0; --i)
+        frames.insert(number(1, project_.length));
+    inputs.cutPoints.assign(frames.begin(), frames.end());
+    for (std::int64_t at = 0; sometimes() && at < project_.length; at += number(0, 200))
+        inputs.notes.push_back({at, camera(), "note"});
     if (!sometimes()) return inputs;
     for (auto i = number(0, 2); i > 0; --i) {
         inputs.kept.push_back({UUID{}, camera(), number(0, project_.length), number(0, 60)});

@@ -1,7 +1,7 @@
 // Projects as an editor could have made them, and edits of them: every cut list keeps its rules,
 // and every export holds what the import held.
 
-#include "engine/CutEngine.h"
+#include "engine/Project.h"
 #include "engine/export/ExportDocument.h"
 #include "engine/export/ExportObstacles.h"
 #include "engine/generation/CutGeneration.h"
@@ -66,22 +66,40 @@ void checkHalves(const CutEngine& engine, const std::string& camera, std::int64_
     checkExportOf(engine, cuts, "A");
 }
 
+void checkMarkers(const Markers& markers, const Project& project) {
+    std::int64_t previous = 0;
+    for (const std::int64_t point : markers.cutPoints) {
+        require(point > previous && point < project.engine.length,
+                "cut points are inside, in order and distinct");
+        previous = point;
+    }
+    previous = 0;
+    for (const CameraNote& note : markers.notes) {
+        require(note.frame >= previous && note.frame < project.engine.length,
+                "notes are inside and in order");
+        require(project.isVideoAngle(note.angle), "a note asks for a camera", note.name);
+        previous = note.frame;
+    }
+}
+
 void checkProject(FuzzedDataProvider& bytes) {
     const auto seed = bytes.ConsumeIntegral<std::uint64_t>();
     FuzzedProject project(bytes);
     const std::string document = project.document();
     ImportedProject summary;
-    std::optional<CutEngine> engine;
+    std::optional<Project> loaded;
     const auto summaryRefusal = refusalOf([&] { summary = inspectProject(document); });
-    const auto engineRefusal = refusalOf([&] { engine.emplace(document); });
+    const auto engineRefusal = refusalOf([&] { loaded.emplace(document); });
     require(!summaryRefusal || engineRefusal == summaryRefusal,
             "the engine refuses what the import refuses");
-    if (!engine) return;
-    checkEngine(*engine, summary);
-    refusalOf([&] { exportObstacles(*engine); });
-    checkHalves(*engine, "A", bytes.ConsumeIntegralInRange<std::int64_t>(0, engine->length));
+    if (!loaded) return;
+    const CutEngine& engine = loaded->engine;
+    checkEngine(engine, summary);
+    checkMarkers(loaded->markers, *loaded);
+    refusalOf([&] { exportObstacles(engine); });
+    checkHalves(engine, "A", bytes.ConsumeIntegralInRange<std::int64_t>(0, engine.length));
     const bool ownAudio = bytes.ConsumeIntegralInRange(0, 7) < 7;
-    checkGeneration(*engine, project.inputs(engine->coverage), seed,
+    checkGeneration(engine, project.inputs(engine.coverage), seed,
                     ownAudio ? "A" : project.angles().back());
 }
 

@@ -1,4 +1,5 @@
-// Any bytes as a stored session, presets, a revision, a manual or a cut list: what reads is written
+// Any bytes as a stored session, presets, a revision, a manual, a cut list or times: what
+// reads is written
 // again and reads back as the same.
 
 #include "engine/CutEngine.h"
@@ -11,9 +12,11 @@
 #include "persistence/RecordJson.h"
 #include "persistence/SavedEditSession.h"
 #include "planning/CutListCsv.h"
+#include "planning/CutPoints.h"
 #include "planning/CutReasons.h"
 #include "planning/ProjectDefaults.h"
 #include "platform/Base64.h"
+#include "platform/NumberText.h"
 #include "tests/support/ProjectBuilder.h"
 
 #include <tuple>
@@ -117,6 +120,24 @@ void checkCutList(std::string_view bytes) {
     require(again && placesOf(*again) == placesOf(*list), "a cut list reads back", text);
 }
 
+void checkCutTimes(std::string_view bytes) {
+    static const Project project(test::ProjectBuilder{}.xml());
+    const auto read = [&](std::string_view text) {
+        MemorySource source(text);
+        return readCutTimes(source, "times.txt", project);
+    };
+    const auto times = readIf(read, bytes);
+    if (!times) return;
+    std::string text;
+    for (const double seconds : *times)
+        text += shortestDecimal(seconds) + "\n";
+    require(readIf(read, text) == times, "times read back", text);
+    EditSettings settings = importedSettings(project, {});
+    settings.cutTimes = *times;
+    const auto points = cutPoints(settings, project);
+    require(points.size() <= times->size(), "each time gives one cut point at most");
+}
+
 void checkManual(std::string_view bytes) {
     const auto manual = readIf(readManual, bytes);
     if (!manual) return;
@@ -141,5 +162,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     shotweaver::fuzz::checkRevision(bytes);
     shotweaver::fuzz::checkManual(bytes);
     shotweaver::fuzz::checkCutList(bytes);
+    shotweaver::fuzz::checkCutTimes(bytes);
     return 0;
 }

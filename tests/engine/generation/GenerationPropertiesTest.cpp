@@ -75,18 +75,19 @@ class Rules {
         const auto [mainLeast, mainMost] = lengths(true);
         const auto [otherLeast, otherMost] = lengths(false);
         if (sentence == noFrameInRange) return mainLeast > mainMost || otherLeast > otherMost;
-        Frames open = 0; // the first frame without a picture, outside of fixed parts
-        while (open < engine_.length && (isFixed(open) || isShown(open)))
-            ++open;
+        const std::vector<Frames> open = openFrames();
         const std::string late = "Minimum return times prevent a camera change at ";
-        if (!sentence.starts_with(late)) return open < engine_.length && sentence == gap(open);
+        if (!sentence.starts_with(late))
+            return std::any_of(open.begin(), open.end(),
+                               [&](Frames frame) { return sentence == gap(frame); });
         const std::string timecode = sentence.substr(late.size(), 11);
         const Frames frame = engine_.frameForTimecode(timecode);
         const bool allWait =
             std::all_of(cameras_.begin(), cameras_.end(), [&](const Camera& camera) {
                 return camera.waitFrames > 0 || !shows(camera.footage, frame, frame + 1);
             });
-        return frame > 0 && frame < open && !isFixed(frame) && allWait &&
+        const bool isReached = !notes_.empty() || open.empty() || frame < open.front();
+        return frame > 0 && isReached && !isFixed(frame) && allWait &&
                sentence == late + timecode +
                                ", and the current camera has no footage there. Reduce a return "
                                "time or include another camera.";
@@ -108,27 +109,36 @@ class Rules {
             const auto kept = isFixedCut ? keptIDs_.find(position) : keptIDs_.end();
             if (kept == keptIDs_.end() ? cut.id.bytes <= lastID.bytes : cut.id != kept->second)
                 return "identity";
-            const Frames limit = part < parts_.size() ? parts_[part].start : engine_.length;
-            if (!isFixedCut) {
-                if (end > limit) return "place of a fixed part";
+            const bool isNoted = !isFixedCut && notes_.contains(position);
+            if (isNoted && notes_.at(position) != cut.angle) return "note";
+            Frames limit = part < parts_.size() ? parts_[part].start : engine_.length;
+            if (const auto note = notes_.upper_bound(position); note != notes_.end())
+                limit = std::min(limit, note->first);
+            if (!isFixedCut && end > limit) return "place of a fixed part";
+            if (!isFixedCut && !isNoted) {
                 if (mayMerge && cut.angle == current_) return "merging";
                 if (!mayChoose(cut.angle, position)) return "choice of the camera";
             }
             current_ = cut.angle;
             if (std::count(in_.otherCameras.begin(), in_.otherCameras.end(), current_) > 0)
                 lastOther_ = current_;
-            if (!isFixedCut && !mayLast(cut, limit)) return "length";
+            if (isNoted && !mayLastOnce(cut, limit)) return "length of a note's shot";
+            if (!isFixedCut && !isNoted && !mayLast(cut, limit)) return "length";
+            noted += isNoted ? 1 : 0;
+            moved += !isFixedCut && std::count(in_.cutPoints.begin(), in_.cutPoints.end(), end);
             for (Camera& camera : cameras_)
                 if (camera.name == cut.angle) camera.lastEnd = end;
             position = end;
             if (kept == keptIDs_.end()) lastID = cut.id;
-            mayMerge = !isFixedCut;
+            mayMerge = !isFixedCut && !isNoted;
             part += isFixedCut ? 1 : 0;
         }
         return position == engine_.length && part == parts_.size() ? "" : "completeness";
     }
 
     int longHolds = 0; // cuts that only several shots explain
+    int noted = 0;     // shots of notes
+    int moved = 0;     // free cuts that end at a cut point
 
   private:
     static constexpr Frames never = -1'000'000'000;
@@ -161,6 +171,15 @@ class Rules {
     double waitOf(const std::string& name) const {
         const auto found = in_.returnTimes.find(name);
         return found == in_.returnTimes.end() ? 0 : std::ceil(frames(found->second));
+    }
+    /// Where the walk may find no camera: the first frame without a picture outside of fixed parts,
+    /// or any other that a note's shot, of whatever camera, leads to.
+    std::vector<Frames> openFrames() const {
+        std::vector<Frames> open;
+        for (Frames frame = 0; frame < engine_.length; ++frame)
+            if ((open.empty() || !notes_.empty()) && !isFixed(frame) && !isShown(frame))
+                open.push_back(frame);
+        return open;
     }
     bool isFixed(Frames frame) const {
         return std::any_of(parts_.begin(), parts_.end(), [&](const auto& part) {
@@ -235,6 +254,16 @@ class Rules {
         std::sort(parts.begin(), parts.end(),
                   [](const auto& a, const auto& b) { return a.start < b.start; });
         parts_ = std::move(parts);
+        return refusedNote();
+    }
+
+    std::string refusedNote() {
+        for (const CameraNote& note : in_.notes) {
+            if (isFixed(note.frame) || !notes_.emplace(note.frame, note.angle).second) continue;
+            if (!shows(footage(note.angle), note.frame, note.frame + 1))
+                return "The marker “" + note.name + "” at " + engine_.timecode(note.frame) +
+                       " asks for a camera without footage there.";
+        }
         return "";
     }
 
@@ -295,31 +324,79 @@ class Rules {
                 std::max<Frames>(std::llround(1.25 * mean), 1)};
     }
 
+    /// Where a shot that starts here has to end.
+    Frames limitOf(const Cut& cut, Frames limit) const {
+        for (const FrameRange& range : footage(cut.angle))
+            if (range.lowerBound <= cut.start && cut.start < range.upperBound)
+                limit = std::min(limit, range.upperBound);
+        return limit;
+    }
+
+    /// Whether one draw explains a shot, without cut points.
+    bool mayLastOnce(const Cut& cut, Frames limit) const {
+        const bool isMain = cut.angle == in_.mainCamera;
+        const auto [least, most] = lengths(isMain);
+        const bool isCutShort = cut.start + cut.duration == limitOf(cut, limit);
+        const auto mayBe = [&](Frames holds) {
+            return cut.duration <= most * holds &&
+                   (isCutShort || (cut.duration >= least * holds && cut.duration % holds == 0));
+        };
+        return least <= most && (mayBe(1) || (isMain && in_.doubleMain && mayBe(2)));
+    }
+
+    /// Where a shot ends that was to end somewhere else, by looking at every cut point.
+    Frames movedEnd(Frames from, Frames end, Frames least, Frames most, Frames limit) const {
+        if (end >= limit) return limit;
+        std::optional<Frames> nearest;
+        for (const Frames point : in_.cutPoints)
+            if (point > from && point >= from + least && point <= from + most && point < limit &&
+                (!nearest || std::abs(point - end) < std::abs(*nearest - end)))
+                nearest = point;
+        return nearest.value_or(end);
+    }
+
+    /// Whether some draw makes a shot from here end there.
+    bool mayEndAt(Frames from, Frames end, Frames least, Frames most, Frames step,
+                  Frames limit) const {
+        if (end == limit) return from + most * step >= limit; // where the longest draw ends
+        // A moved end is one that some draw near it, or none nearer to another point, comes to.
+        for (Frames drawn = least; drawn <= most; ++drawn)
+            if (movedEnd(from, from + drawn * step, least * step, most * step, limit) == end)
+                return true;
+        return false;
+    }
+
     /// Whether one shot, or several between which no other camera could come on, make a free cut.
     bool mayLast(const Cut& cut, Frames limit) {
         const bool isMain = cut.angle == in_.mainCamera;
         const auto [least, most] = lengths(isMain);
         if (least > most) return false;
         const bool doubles = isMain && in_.doubleMain;
-        for (const FrameRange& range : footage(cut.angle))
-            if (range.lowerBound <= cut.start && cut.start < range.upperBound)
-                limit = std::min(limit, range.upperBound);
+        limit = limitOf(cut, limit);
         std::vector<Frames> changes{0}; // where a shot may begin, from the cut's start
         for (Frames end = 1; end <= cut.duration; ++end) {
+            if (end < cut.duration && !mayChoose(cut.angle, cut.start + end)) continue;
             const auto mayHaveDrawn = [&](Frames shortest, Frames longest, Frames step) {
                 auto at = std::lower_bound(changes.begin(), changes.end(), end - longest);
                 while (at != changes.end() && *at <= end - shortest && (end - *at) % step != 0)
                     ++at;
                 return at != changes.end() && *at <= end - shortest;
             };
+            const auto mayHaveMoved = [&](Frames step) {
+                return std::any_of(changes.begin(), changes.end(), [&](Frames at) {
+                    return mayEndAt(cut.start + at, cut.start + end, least, most, step, limit);
+                });
+            };
             const bool isCutShort = cut.start + end == limit;
-            const bool mayEnd =
-                mayHaveDrawn(isCutShort ? 1 : least, most, 1) ||
-                (doubles && mayHaveDrawn(isCutShort ? 1 : 2 * least, 2 * most, isCutShort ? 1 : 2));
+            const bool mayEnd = in_.cutPoints.empty()
+                                    ? mayHaveDrawn(isCutShort ? 1 : least, most, 1) ||
+                                          (doubles && mayHaveDrawn(isCutShort ? 1 : 2 * least,
+                                                                   2 * most, isCutShort ? 1 : 2))
+                                    : mayHaveMoved(1) || (doubles && mayHaveMoved(2));
             if (end == cut.duration && changes.size() > 1 && changes.front() < end - most)
                 ++longHolds;
             if (end == cut.duration) return mayEnd;
-            if (mayEnd && mayChoose(cut.angle, cut.start + end)) changes.push_back(end);
+            if (mayEnd) changes.push_back(end);
         }
         return false;
     }
@@ -328,6 +405,7 @@ class Rules {
     const GenerationInputs& in_;
     std::vector<FixedCameraSection> parts_; // in order, with the opening, closing and kept cuts
     std::map<Frames, UUID> keptIDs_;        // by their start
+    std::map<Frames, std::string> notes_;   // those that count
     std::vector<Camera> cameras_;           // the main camera first
     std::string current_;
     std::string lastOther_;
@@ -423,6 +501,17 @@ GenerationInputs drawnInputs(Dice& dice, const CutEngine& engine) {
         double(engine.frameDuration.denominator) / double(engine.frameDuration.numerator);
     in.sections =
         drawnSections(dice, engine, in.opening ? std::llround(rate * in.opening->seconds) : 0);
+    std::set<Frames> points;
+    for (Frames count = dice.oneIn(4) ? dice.below(20) : 0; count > 0; --count)
+        points.insert(1 + dice.below(engine.length));
+    points.erase(engine.length);
+    in.cutPoints.assign(points.begin(), points.end());
+    for (Frames at = dice.oneIn(4) ? dice.below(500) : engine.length; at < engine.length;
+         at += dice.below(400)) {
+        const std::string angle = dice.angle();
+        const bool hasFootage = !engine.coveredParts(angle, at, at + 1).empty();
+        if (hasFootage || dice.oneIn(20)) in.notes.push_back({at, angle, angle});
+    }
     for (Frames faults = dice.oneIn(8) ? 1 + dice.below(3) : 0; faults > 0; --faults)
         spoil(in, dice);
     return in;
@@ -448,6 +537,8 @@ void keepSome(GenerationInputs& in, Dice& dice, const CutEngine& engine) {
 TEST(GenerationProperties, everyListKeepsTheRulesAndEveryRefusalIsTheFirst) {
     std::map<std::string, int> outcomes; // by the beginning of the sentence
     int longHolds = 0;
+    int noted = 0;
+    int moved = 0;
     for (std::uint64_t seed = 1; seed <= 500; ++seed) {
         Dice dice{std::mt19937_64(seed)};
         const CutEngine engine = drawnProject(dice);
@@ -466,14 +557,20 @@ TEST(GenerationProperties, everyListKeepsTheRulesAndEveryRefusalIsTheFirst) {
                 ASSERT_TRUE(rules.mayEndWith(failure)) << failure << seed << ", turn " << turn;
             else
                 ASSERT_EQ(rules.broken(cuts), "") << "seed " << seed << ", turn " << turn;
-            const bool isOfKept = failure.starts_with("The kept shot at ");
-            ++outcomes[failure.substr(isOfKept ? 29 : 0, 26)];
+            // Without the timecode that the sentence begins with.
+            std::size_t head = failure.starts_with("The kept shot at ") ? 29 : 0;
+            if (failure.starts_with("The marker ")) head = 34;
+            ++outcomes[failure.substr(head, 26)];
             longHolds += rules.longHolds;
+            noted += rules.noted;
+            moved += rules.moved;
         }
     }
     EXPECT_GT(outcomes[""], 40'000);
     EXPECT_GT(longHolds, 1000);
-    EXPECT_EQ(outcomes.size(), 20U); // a list, and all sentences but the guard's
+    EXPECT_GT(noted, 10'000);
+    EXPECT_GT(moved, 10'000);
+    EXPECT_EQ(outcomes.size(), 21U); // a list, and all sentences but the guard's
 }
 
 /// Within five times the deviation that so many draws of a chance have.
