@@ -16,6 +16,8 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPixmap>
+#include <QPushButton>
+#include <QScrollArea>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -116,6 +118,21 @@ std::vector<Scene> scenes(const std::string& example) {
              generate(studio);
              studio.editor.toggleKept({1, 2, 5, 8, 60, 61});
              studio.find<CutTable>("cutTable").selectRow(3);
+         }},
+        {"markers",
+         [load](Studio& studio) {
+             load(studio);
+             studio.editor.edit([](EditSettings& settings) {
+                 settings.cutAtMarkers = settings.followMarkers = true;
+                 for (int bar = 0; bar < 40; ++bar)
+                     settings.cutTimes.push_back(1500 + 2.5 * bar);
+             });
+             studio.editor.generateEdit();
+             Studio::settle();
+             auto& remove = studio.find<QPushButton>("removeCutTimes");
+             for (QWidget* above = &remove; above; above = above->parentWidget())
+                 if (auto* const area = qobject_cast<QScrollArea*>(above))
+                     area->ensureWidgetVisible(&remove);
          }},
         {"warning-and-error",
          [load](Studio& studio) {
