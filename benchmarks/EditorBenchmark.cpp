@@ -197,6 +197,14 @@ void measureOperations(const fs::path& folder) {
         tenth.push_back(row);
     editor.toggleKept(tenth);
     measure("a shuffle around every tenth shot", shuffle);
+    editor.letGoOfAll();
+    editor.edit([](EditSettings& settings) {
+        for (int i = 0; i < 20'000; ++i)
+            settings.cutTimes.push_back(1.35 * i);
+    });
+    measure("a shuffle with 20,000 times to cut at", shuffle);
+    editor.edit([](EditSettings& settings) { settings.cutTimes.clear(); });
+    editor.generateEdit();
     measure("a kept shot more or less, with what is shown of it", [&] {
         editor.toggleKept({3});
         editor.coverageContent();

@@ -68,14 +68,16 @@ class LongRun {
 
   private:
     void importProject() {
-        static const std::string others[] = {concert().xml(), ProjectBuilder().xml(), "<fcpxml/>"};
+        ProjectBuilder marked = concert();
+        marked.clipContent += R"(<marker start="4s"/><marker start="30s" value="band"/>)";
+        static const std::string others[] = {marked.xml(), ProjectBuilder().xml(), "<fcpxml/>"};
         bench.editor().importProject(others[below(3)]);
     }
 
     void changeOne(EditSettings& settings) {
         const std::string camera = below(2) ? "W" : "B";
         const double seconds = 1 + static_cast<double>(below(30));
-        switch (below(5)) {
+        switch (below(7)) {
         case 0:
             return setMinimum(settings.mainMinimum, settings.mainMaximum, seconds);
         case 1:
@@ -86,6 +88,12 @@ class LongRun {
             return;
         case 3:
             settings.returnTimes[camera] = seconds;
+            return;
+        case 4:
+            settings.cutAtMarkers = !settings.cutAtMarkers;
+            return settings.cutTimes.push_back(seconds);
+        case 5:
+            settings.followMarkers = !settings.followMarkers;
             return;
         default:
             settings.doubleMain = !settings.doubleMain;
