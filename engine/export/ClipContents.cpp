@@ -1,7 +1,7 @@
 #include "engine/export/ClipContents.h"
 
-#include "engine/export/AudioFades.h"
-#include "engine/export/ClipItems.h"
+#include "engine/import/AudioFades.h"
+#include "engine/import/ClipItems.h"
 #include "engine/import/XmlAccess.h"
 
 #include <algorithm>
@@ -10,10 +10,6 @@
 namespace shotweaver {
 
 namespace {
-
-constexpr std::array<Name, 4> clipSettings{"note", "adjust-volume", "adjust-panner",
-                                           "conform-rate"};
-constexpr std::array<Name, 2> trailingElements{"filter-audio", "metadata"};
 
 // A connected clip this little before a cut, in seconds, belongs to the cut.
 constexpr double ownerTolerance = 0.00000001;
@@ -71,11 +67,10 @@ ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts
       makeUUID_(std::move(makeUUID)), pieces_(cuts.size()) {
     std::vector<XmlNode> annotations;
     for (const XmlNode child : Elements(engine.original)) {
-        if (isOneOf(clipSettings, child)) leading_.push_back(child);
-        if (isElement(child, "mc-source")) addSource(child);
+        if (isClipSetting(child)) leading_.push_back(child);
         if (isStoryElement(child)) addStoryElement(child);
         if (isTimedAnnotation(child)) annotations.push_back(child);
-        if (isOneOf(trailingElements, child)) trailing_.push_back(child);
+        if (isTrailing(child)) trailing_.push_back(child);
     }
     // After all story elements: theirs is the first failure, and the first place in a clip.
     for (const XmlNode annotation : annotations)
@@ -84,27 +79,12 @@ ClipContents::ClipContents(const CutEngine& engine, const std::vector<Cut>& cuts
     findFades();
 }
 
-void ClipContents::addSource(XmlNode source) {
-    const auto angle = attribute(source, "angleID");
-    if (!angle) return;
-    const std::string_view enabled = attributeOr(source, "srcEnable", "all");
-    const bool isVideo = enabled == "all" || enabled == "video";
-    const bool isAudio = enabled == "all" || enabled == "audio";
-    AngleSources& sources = sources_[*angle];
-    if (!sources.video || (isVideo && !sources.isVideoEnabled)) sources.video = source;
-    if (!sources.audio || (isAudio && !sources.isAudioEnabled)) sources.audio = source;
-    sources.isVideoEnabled |= isVideo;
-    sources.isAudioEnabled |= isAudio;
-}
-
 void ClipContents::findSourceSettings() {
-    for (auto& [angle, sources] : sources_) {
-        for (const XmlNode child : Elements(sources.video)) {
-            if (!isElement(child, "audio-role-source")) sources.pictureSettings.push_back(child);
-        }
-    }
-    const auto heard = sources_.find(audioAngle_);
-    if (heard == sources_.end()) return;
+    const std::map<std::string_view, AngleSources> angles = angleSources(engine_.original);
+    for (const auto& [angle, sources] : angles)
+        pictureSettings_[angle] = pictureSettings(sources.video);
+    const auto heard = angles.find(audioAngle_);
+    if (heard == angles.end()) return;
     const Elements roles(heard->second.audio, "audio-role-source");
     roles_.assign(roles.begin(), roles.end());
 }
@@ -204,12 +184,11 @@ void ClipContents::writeSource(XmlWriter& writer, const std::string& angle, Sour
     writer.attribute("srcEnable", modeNames[static_cast<std::size_t>(mode)]);
 
     std::vector<XmlNode> children;
-    const auto found = sources_.find(angle);
-    const bool isKnown = found != sources_.end();
+    const auto found = pictureSettings_.find(angle);
+    const bool isKnown = found != pictureSettings_.end();
     if (isKnown && mode != SourceMode::video) children = roles_;
     if (isKnown && mode != SourceMode::audio) {
-        const std::vector<XmlNode>& settings = found->second.pictureSettings;
-        children.insert(children.end(), settings.begin(), settings.end());
+        children.insert(children.end(), found->second.begin(), found->second.end());
     }
     // Identifiers of tracked shapes are unique in a document.
     for (const XmlNode child : children)

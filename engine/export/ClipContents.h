@@ -42,22 +42,10 @@ class ClipContents {
         std::optional<FrameRange> span; // in frames of the project; absent: copied as it is
     };
 
-    /// The imported clip's "mc-source" elements for one angle: where its picture and where its
-    /// sound are set up. Null when it has none.
-    struct AngleSources {
-        XmlNode video;
-        XmlNode audio;
-        // True when chosen for its "srcEnable"; false when it is merely the first.
-        bool isVideoEnabled = false;
-        bool isAudioEnabled = false;
-        std::vector<XmlNode> pictureSettings; // what goes with the picture
-    };
-
     enum class SourceMode { video, audio, all };
 
     class CopyRule;
 
-    void addSource(XmlNode source);
     void addStoryElement(XmlNode element);
     void addAnnotation(XmlNode element);
     void addRange(XmlNode element, const FrameRange& span);
@@ -77,7 +65,7 @@ class ClipContents {
     std::string audioAngle_;
     UUIDMaker makeUUID_;
 
-    std::map<std::string_view, AngleSources> sources_;
+    std::map<std::string_view, std::vector<XmlNode>> pictureSettings_; // of each angle's source
     std::vector<XmlNode> leading_; // clip settings
     std::vector<XmlNode> roles_;   // of the audio angle's source
     std::set<XmlNode> fades_;      // in both of these

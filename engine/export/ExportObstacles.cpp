@@ -2,8 +2,8 @@
 
 #include "engine/FinalCutImportError.h"
 #include "engine/TimeValues.h"
-#include "engine/export/AudioFades.h"
-#include "engine/export/ClipItems.h"
+#include "engine/import/AudioFades.h"
+#include "engine/import/ClipItems.h"
 #include "engine/import/XmlAccess.h"
 
 #include <fmt/format.h>

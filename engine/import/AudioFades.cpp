@@ -1,4 +1,4 @@
-#include "engine/export/AudioFades.h"
+#include "engine/import/AudioFades.h"
 
 #include "engine/import/XmlAccess.h"
 
