@@ -7,6 +7,7 @@
 #include "cli/ProjectSource.h"
 #include "cli/SettingsFlags.h"
 #include "cli/TextTable.h"
+#include "cli/Warnings.h"
 #include "engine/EditRevision.h"
 #include "engine/FinalCutImportError.h"
 #include "engine/SettingLimits.h"
@@ -132,7 +133,7 @@ EditSettings plannedSettings(EditSettings settings, const GenerateOptions& optio
         AppliedPreset applied =
             appliedPreset(presetNamed(*options.preset, context), std::move(settings), &project);
         settings = std::move(applied.settings);
-        result.notes = oneLine(applied.notice) + "\n";
+        result.notes += oneLine(applied.notice) + "\n";
     }
     if (options.settingsFile)
         settings = withSettingsFile(std::move(settings), *options.settingsFile, context.files);
@@ -235,8 +236,7 @@ void exportBeside(const EditRevision& revision, const KeptShots& kept, const Pro
     try {
         exportRevision(revision, kept, project, {*options.output, options.open}, context, result);
     } catch (const std::runtime_error& error) {
-        if (!hasFile) throw;
-        result.failure = error.what();
+        result.failure = error.what(); // after the warnings
     }
     if (result.failure && hasFile) result.files = fmt::format("{}\n{}", *options.csv, result.files);
 }
@@ -253,6 +253,7 @@ CommandResult run(const GenerateOptions& options, const CommandContext& context)
         keptShots.insert(cut.id);
 
     CommandResult result;
+    result.notes = warningLines(preflight(project));
     const auto revision = generated(
         plannedSettings(std::move(from.revision.settings), options, project, context, result),
         project, kept, *random, result);

@@ -3,9 +3,10 @@
 #include "cli/Grammar.h"
 #include "cli/ProjectSource.h"
 #include "cli/TextTable.h"
+#include "cli/Warnings.h"
 #include "engine/FinalCutImportError.h"
 #include "engine/Project.h"
-#include "engine/export/ExportObstacles.h"
+#include "engine/import/Preflight.h"
 #include "planning/EditTexts.h"
 #include "platform/NumberText.h"
 #include "platform/RecordCoding.h"
@@ -82,11 +83,18 @@ void visitFields(const EngineReport& report, Visit visit) {
     if (hasSome(report.markers)) visit("markers", report.markers);
 }
 
+template <class Visit>
+void visitFields(const Finding& finding, Visit visit) {
+    visit("kind", std::string(finding.kind == Finding::Kind::refused ? "refused" : "changed"));
+    visit("text", finding.text);
+}
+
 /// All that is known of an export; without a project, why its engine was refused.
 struct Report {
     const ImportedProject& summary;
     const Project* project;
     const std::optional<std::string>& refusal;
+    const std::vector<Finding>& warnings;
 };
 
 template <class Visit>
@@ -95,6 +103,7 @@ void visitFields(const Report& report, Visit visit) {
     if (report.project)
         visit("engine", EngineReport{report.project->engine, report.project->markers});
     visit("refusal", report.refusal);
+    if (!report.warnings.empty()) visit("warnings", report.warnings);
 }
 
 namespace {
@@ -108,7 +117,7 @@ constexpr const char* footer =
     R"(
 Each angle is a row: its identifier (which every flag of generate takes), its name and
 cameras, and where it has picture and sound: "█" throughout, "▒" partly, "·" not at all.
-Warnings tell what would stop an export later.
+Warnings tell what Final Cut would refuse, or change, of an edit of this project.
 
 Examples:
   shotweaver inspect "Sunday.fcpxml"
@@ -173,17 +182,18 @@ CommandResult run(const InspectOptions& options, const CommandContext& context) 
 
     CommandResult result;
     std::optional<Project> project;
+    std::vector<Finding> findings;
     try {
         project.emplace(std::move(intake));
-        for (const std::string& obstacle : exportObstacles(project->engine))
-            result.notes += fmt::format("warning: {}\n", oneLine(obstacle));
+        findings = preflight(*project);
+        result.notes = warningLines(findings);
     } catch (const FinalCutImportError& error) {
         result.failure = error.what();
     }
 
     const Project* const accepted = project ? &*project : nullptr;
     if (options.json) {
-        shotweaver::encode(result.output, Report{summary, accepted, result.failure});
+        shotweaver::encode(result.output, Report{summary, accepted, result.failure, findings});
         result.output += '\n';
     } else {
         result.output = plainText(summary, accepted);

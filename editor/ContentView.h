@@ -8,6 +8,7 @@
 #include "editor/SettingsContent.h"
 #include "engine/export/ExportFiles.h"
 #include "engine/generation/CoverageReport.h"
+#include "engine/import/Preflight.h"
 #include "persistence/SavedEditSession.h"
 #include "persistence/SessionFile.h"
 #include "platform/FileCalls.h"
@@ -159,9 +160,9 @@ class ContentView {
     const std::optional<std::string>& coverageWarning() const;
     /// Only with a project.
     const CoverageContent& coverageContent() const;
-    /// What would stop an export of the loaded project, whatever its edit; shown from the import
-    /// on.
-    const std::optional<std::string>& importWarning() const { return importWarning_; }
+    /// What Final Cut would refuse or change of the loaded project, whatever its edit; shown from
+    /// the import on.
+    const std::vector<Finding>& findings() const { return findings_; }
     ActionBar actionBar() const;
     /// A row of the cut list; an empty one where there is no cut. Cheap, so that a view asks for
     /// what it shows.
@@ -234,7 +235,7 @@ class ContentView {
     std::optional<HandChange> handChange_; // the last change, if it was one
     bool hasForgottenCuts_ = false;        // since kept shots were last looked for in the history
     SessionEncoder encoder_;
-    std::optional<std::string> importWarning_;
+    std::vector<Finding> findings_;
     std::optional<std::string> presetFailure_; // why the stored presets could not be read
     // Worked out at most once a change.
     mutable std::optional<SelectedCoverage> coverage_;

@@ -1,6 +1,5 @@
 #include "editor/ContentView.h"
 #include "editor/ItemAccessGrant.h"
-#include "engine/export/ExportObstacles.h"
 #include "planning/ProjectDefaults.h"
 #include "planning/ProjectFile.h"
 #include "platform/Base64.h"
@@ -90,12 +89,7 @@ void ContentView::projectDidChange() {
     handChange_.reset();
     forgetCoverage();
     cutTexts_.reset();
-    importWarning_.reset();
-    const std::vector<std::string> obstacles = exportObstacles(fields_.project->engine);
-    if (obstacles.empty()) return;
-    importWarning_ = obstacles.front();
-    if (obstacles.size() > 1)
-        *importWarning_ += fmt::format(" There are {} more like it.", obstacles.size() - 1);
+    findings_ = preflight(*fields_.project);
 }
 
 void ContentView::readProjectFile(const std::string& path) {

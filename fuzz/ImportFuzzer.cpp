@@ -3,7 +3,7 @@
 
 #include "engine/CutEngine.h"
 #include "engine/export/ExportDocument.h"
-#include "engine/export/ExportObstacles.h"
+#include "engine/import/Preflight.h"
 #include "fuzz/Check.h"
 #include "fuzz/EngineChecks.h"
 #include "fuzz/ExportChecks.h"
@@ -40,17 +40,18 @@ void checkOneCut(const CutEngine& engine) {
 
 void checkImport(std::string_view bytes) {
     ImportedProject summary;
-    std::optional<CutEngine> engine;
+    std::optional<Project> project;
     const auto summaryRefusal = refusalOf([&] { summary = inspectProject(bytes); });
-    const auto engineRefusal = refusalOf([&] { engine.emplace(bytes); });
+    const auto engineRefusal = refusalOf([&] { project.emplace(bytes); });
     require(!summaryRefusal || engineRefusal == summaryRefusal,
             "the engine refuses what the import refuses");
     if (!summaryRefusal) checkSummary(summary);
-    if (!engine) return;
-    checkEngine(*engine, summary);
-    for (const std::string& obstacle : exportObstacles(*engine))
-        require(isUTF8(obstacle) && !obstacle.empty(), "an obstacle is a sentence");
-    checkOneCut(*engine);
+    if (!project) return;
+    checkEngine(project->engine, summary);
+    for (const Finding& finding : preflight(*project))
+        require(isUTF8(finding.text) && finding.text.ends_with('.'), "a finding is a sentence",
+                finding.text);
+    checkOneCut(project->engine);
 }
 
 } // namespace

@@ -3,8 +3,8 @@
 
 #include "engine/Project.h"
 #include "engine/export/ExportDocument.h"
-#include "engine/export/ExportObstacles.h"
 #include "engine/generation/CutGeneration.h"
+#include "engine/import/Preflight.h"
 #include "fuzz/Check.h"
 #include "fuzz/EngineChecks.h"
 #include "fuzz/ExportChecks.h"
@@ -96,7 +96,7 @@ void checkProject(FuzzedDataProvider& bytes) {
     const CutEngine& engine = loaded->engine;
     checkEngine(engine, summary);
     checkMarkers(loaded->markers, *loaded);
-    refusalOf([&] { exportObstacles(engine); });
+    preflight(*loaded);
     checkHalves(engine, "A", bytes.ConsumeIntegralInRange<std::int64_t>(0, engine.length));
     const bool ownAudio = bytes.ConsumeIntegralInRange(0, 7) < 7;
     checkGeneration(engine, project.inputs(engine.coverage), seed,

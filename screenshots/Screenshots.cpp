@@ -19,6 +19,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTemporaryDir>
+#include <QToolButton>
 
 #include <functional>
 #include <iostream>
@@ -112,6 +113,11 @@ std::vector<Scene> scenes(const std::string& example) {
     return {
         {"no-project", [](Studio&) {}},
         {"loaded", load},
+        {"findings",
+         [load](Studio& studio) {
+             load(studio);
+             studio.find<QToolButton>("importWarning").click();
+         }},
         {"generated", generate},
         {"refining",
          [generate](Studio& studio) {

@@ -2,6 +2,7 @@
 
 #include "editor/PanelTexts.h"
 #include "editor/views/DropHighlight.h"
+#include "editor/views/FindingsView.h"
 #include "editor/views/SavePresetSheet.h"
 #include "editor/views/preview/PreviewColumn.h"
 #include "editor/views/settings/SettingsColumn.h"
@@ -50,9 +51,8 @@ EditorPanel::EditorPanel(ContentView& editor, QWidget* parent) : QWidget(parent)
     noProject_->setAlignment(Qt::AlignCenter);
     noProject_->setObjectName(QStringLiteral("noProject"));
     layout->addWidget(noProject_, 1);
-    importWarning_ = new WrappedLabel(style::TextStyle::callout, style::accent());
-    importWarning_->setObjectName(QStringLiteral("importWarning"));
-    layout->addWidget(importWarning_);
+    findings_ = new FindingsView(editor_, this);
+    layout->addWidget(findings_);
     layout->addWidget(makeColumns(), 1);
     layout->addWidget(makeFooter());
 
@@ -164,8 +164,7 @@ void EditorPanel::refresh() {
         preview_->refresh();
     }
     columns_->setVisible(hasProject);
-    showText(*importWarning_, editor_.importWarning().value_or(""));
-    importWarning_->setVisible(editor_.importWarning().has_value());
+    findings_->refresh();
     showText(*status_, fields.status);
     status_->setVisible(!fields.status.empty());
     showText(*saveError_, fields.sessionSaveError.value_or(""));

@@ -11,6 +11,7 @@ class QSplitter;
 
 namespace shotweaver {
 
+class FindingsView;
 class PreviewColumn;
 class SavePresetSheet;
 class SettingsColumn;
@@ -43,7 +44,7 @@ class EditorPanel : public QWidget {
 
     ContentView& editor_;
     QLabel* noProject_ = nullptr;
-    QLabel* importWarning_ = nullptr;
+    FindingsView* findings_ = nullptr;
     QSplitter* columns_ = nullptr;
     SettingsColumn* settings_ = nullptr;
     PreviewColumn* preview_ = nullptr;

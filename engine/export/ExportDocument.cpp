@@ -2,9 +2,9 @@
 
 #include "engine/FinalCutImportError.h"
 #include "engine/TimeValues.h"
-#include "engine/export/ExportObstacles.h"
 #include "engine/generation/EditChecks.h"
 #include "engine/import/AudioFades.h"
+#include "engine/import/Preflight.h"
 #include "engine/import/XmlAccess.h"
 #include "platform/NumberText.h"
 

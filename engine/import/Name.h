@@ -14,17 +14,24 @@ inline constexpr auto fcpxmlNames = std::to_array<std::string_view>({
     // clang-format off
     "text", "text-style", "note", "data", "bookmark", "string", "reserved",
     // Elements
-    "adjust-panner", "adjust-volume", "analysis-marker", "asset", "asset-clip", "audio",
-    "audio-role-source", "audition", "caption", "chapter-marker", "clip", "conform-rate", "event",
-    "fadeIn", "fadeOut", "fcpxml", "filter-audio", "gap", "hidden-clip-marker", "keyword",
-    "library", "live-drawing", "marker", "mc-angle", "mc-clip", "mc-source", "md", "media",
-    "media-rep", "metadata", "multicam", "project", "rating", "ref-clip", "resources", "sequence",
-    "spine", "sync-clip", "timeMap", "title", "tracking-shape", "video",
+    "adjust-360-transform", "adjust-blend", "adjust-cinematic", "adjust-colorConform",
+    "adjust-conform", "adjust-corners", "adjust-crop", "adjust-EQ", "adjust-humReduction",
+    "adjust-loudness", "adjust-matchEQ", "adjust-noiseReduction", "adjust-orientation",
+    "adjust-panner", "adjust-reorient", "adjust-rollingShutter", "adjust-stabilization",
+    "adjust-stereo-3D", "adjust-transform", "adjust-voiceIsolation", "adjust-volume",
+    "analysis-marker", "asset", "asset-clip", "audio", "audio-channel-source", "audio-role-source",
+    "audition", "caption", "chapter-marker", "clip", "conform-rate", "effect", "event", "fadeIn",
+    "fadeOut", "fcpxml", "filter-audio", "filter-video", "filter-video-mask", "gap",
+    "hidden-clip-marker", "keyword", "library", "live-drawing", "locator", "marker", "mask-shape",
+    "mc-angle", "mc-clip", "mc-source", "md", "media", "media-rep", "metadata", "multicam", "mute",
+    "object-tracker", "project", "rating", "ref-clip", "resources", "sequence", "spine",
+    "sync-clip", "sync-source", "text-style-def", "timeMap", "title", "tracking-shape", "video",
     // Attributes
-    "angleID", "audioDuration", "audioStart", "colorSpace", "completed", "duration", "enabled", "fieldOrder",
-    "format", "frameDuration", "hasAudio", "hasVideo", "height", "id", "key", "modDate", "name",
-    "offset", "paspH", "paspV", "projection", "ref", "scaleEnabled", "src", "srcEnable", "start",
-    "stereoscopic", "tcFormat", "tcStart", "tracking", "uid", "value", "version", "width",
+    "angleID", "audioDuration", "audioStart", "colorSpace", "completed", "dataLocator", "duration",
+    "enabled", "fieldOrder", "format", "frameDuration", "hasAudio", "hasVideo", "height", "id",
+    "key", "modDate", "name", "offset", "paspH", "paspV", "projection", "projectRef", "ref",
+    "role", "scaleEnabled", "src", "srcEnable", "start", "stereoscopic", "tcFormat", "tcStart",
+    "tracking", "uid", "url", "value", "version", "width",
     // clang-format on
 });
 

@@ -22,6 +22,8 @@ inline bool isElement(XmlNode node, Name name) {
 /// The child elements of an element in document order, all or those of one name. The tree may not
 /// change while they are visited.
 class Elements {
+    static constexpr XmlName anyName = 0xFFFFFFFF;
+
   public:
     class Iterator {
       public:
@@ -32,7 +34,7 @@ class Elements {
         using reference = XmlNode;
 
         Iterator() = default;
-        Iterator(XmlNode node, std::optional<XmlName> name) : node_(node), name_(name) { skip(); }
+        Iterator(XmlNode node, XmlName name) : node_(node), name_(name) { skip(); }
 
         XmlNode operator*() const { return node_; }
         Iterator& operator++() {
@@ -49,15 +51,15 @@ class Elements {
 
       private:
         void skip() {
-            while (node_ && !(name_ ? node_.isElement(*name_) : node_.isElement()))
+            while (node_ && !(name_ == anyName ? node_.isElement() : node_.isElement(name_)))
                 node_ = node_.next();
         }
 
         XmlNode node_;
-        std::optional<XmlName> name_; // none for any
+        XmlName name_ = anyName;
     };
 
-    explicit Elements(XmlNode parent) : begin_(parent.firstChild(), {}) {}
+    explicit Elements(XmlNode parent) : begin_(parent.firstChild(), anyName) {}
     Elements(XmlNode parent, Name name) : begin_(parent.firstChild(), name) {}
 
     Iterator begin() const { return begin_; }

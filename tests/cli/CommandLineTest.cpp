@@ -82,9 +82,15 @@ std::string projectXml() {
                       {"Église", " 日本 ", {{200, 600}, {1000, 1000}}},
                       {"gap", "Recorder", {{0, 1980}}, false}};
     project.clipContent = R"(<mc-source angleID="-c" srcEnable="all"/>)"
-                          R"(<marker start="1/50s" duration="1/25s" value="Amen&#10;!"/>)";
+                          R"(<marker start="2/50s" duration="1/25s" value="Amen&#10;!"/>)";
     return project.xml();
 }
+
+/// The same with its marker between two frames, and what is said of it.
+const std::string offGridXml = test::replaced(projectXml(), "2/50s", "1/50s");
+const std::string offGrid = "This prototype needs timing aligned to the project frame rate.";
+const std::string offGridWarning =
+    "warning: The marker “Amen !” on the multicam clip would stop an export: " + offGrid + "\n";
 
 Outcome generate(Arguments flags) {
     flags.insert(flags.begin(), {"generate", "-", "--json"});
@@ -142,10 +148,12 @@ TEST(InspectCommand, aProjectIsSummarised) {
         "\nÉglise   日本                   2     0    8.00 s" + part + part +
         "\ngap     Recorder                1     0    0.00 s" + none + bar.substr(0, 89) +
         "▒\n\nTimeline 01:00:00:00 to 01:01:20:00\n\n1 marker\n";
-    EXPECT_EQ(run({"inspect", "-"}, projectXml()),
-              (Outcome{0, table,
-                       "warning: The marker “Amen !” on the multicam clip would stop an export: "
-                       "This prototype needs timing aligned to the project frame rate.\n"}));
+    EXPECT_EQ(run({"inspect", "-"}, offGridXml), (Outcome{0, table, offGridWarning}));
+    EXPECT_TRUE(
+        std::get<1>(run({"inspect", "-", "--json"}, offGridXml))
+            .ends_with(R"("named":0}},"warnings":[{"kind":"refused","text":)"
+                       R"("The marker “Amen\n!” on the multicam clip would stop an export: )" +
+                       offGrid + "\"}]}\n"));
     const std::string json =
         R"({"project":{"name":"Sunday","version":"1.11","duration":40.0,"framesPerSecond":25.0,)"
         R"("audioAngles":"A","missingLocations":[],"angles":[)"
@@ -445,8 +453,8 @@ TEST(HandOff, filesAreNamedAlsoWhenNothingOpensThem) {
     const Arguments arguments{"generate", "-", "--output", folder.path(), "--open"};
     EXPECT_EQ(runHere({"generate", "-", "--open"}, ""),
               wrongUsage("--open hands over what --output exports: give --output DIR as well."));
-    EXPECT_EQ(runHere(arguments, projectXml()),
-              failure("This prototype needs timing aligned to the project frame rate."));
+    EXPECT_EQ(runHere(arguments, offGridXml),
+              (Outcome{1, "", offGridWarning + "shotweaver: " + offGrid + "\n"}));
 
     const std::string xml = ProjectBuilder().xml();
     const std::string stem = folder.path("Sunday Shotweaver");

@@ -1,6 +1,6 @@
 #include "engine/export/ExportDocument.h"
 #include "engine/CutEngine.h"
-#include "engine/export/ExportObstacles.h"
+#include "engine/import/Preflight.h"
 #include "engine/import/XmlAccess.h"
 #include "platform/XmlIntake.h"
 #include "tests/support/ProjectBuilder.h"
@@ -227,8 +227,10 @@ TEST(ExportDocument, tellsBeforehandWhatWouldStopIt) {
         project.clipContent += content;
         if (!sentence.empty()) obstacles.push_back(obstacle(what, sentence));
     }
-    EXPECT_EQ(exportObstacles(project.engine()), obstacles);
-    EXPECT_EQ(exportObstacles(ProjectBuilder().engine()), Texts());
+    Texts found;
+    for (const Finding& finding : preflight(Project(project.xml())))
+        if (finding.kind == Finding::Kind::refused) found.push_back(finding.text);
+    EXPECT_EQ(found, obstacles);
 }
 
 TEST(ExportDocument, keepsTheSpaceInElementsThatHoldText) {
