@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -75,8 +76,7 @@ class Aspects {
     constexpr unsigned of(XmlName name) const { return name < all_.size() ? all_[name] : 0; }
 
   private:
-    template <std::size_t count>
-    constexpr void add(const std::array<Name, count>& names, unsigned aspect) {
+    constexpr void add(std::span<const Name> names, unsigned aspect) {
         for (const Name name : names)
             all_[name] |= aspect;
     }

@@ -65,7 +65,10 @@ TEST(CutPoints, areReadFromAFile) {
         {"1 2", "a.txt, line 1: “1 2" + noTime},
         {"01:00:00:10\tverse", "a.txt, line 1: “01:00:00:10\tverse" + noTime},
         {repeated(100'000, "é"), "a.txt, line 1: “" + repeated(60, "é") + "…" + noTime},
-        {std::string("\xFF\xFE1\0", 4), "a.txt, line 1" + notText},
+        {std::string("\xFF\xFE"
+                     "1\0",
+                     4),
+         "a.txt, line 1" + notText},
         {"1\n" + std::string("2\0", 2), "a.txt, line 2" + notText},
         {repeated(20'001, "5\n") + "abc", "a.txt has more than 20,000 times."}};
     for (const auto& [text, times] : rows)

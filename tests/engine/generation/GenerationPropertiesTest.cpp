@@ -72,9 +72,9 @@ class Rules {
 
     /// Whether the walk may end with a sentence.
     bool mayEndWith(const std::string& sentence) const {
-        const auto [mainLeast, mainMost] = lengths(true);
-        const auto [otherLeast, otherMost] = lengths(false);
-        if (sentence == noFrameInRange) return mainLeast > mainMost || otherLeast > otherMost;
+        const Lengths main = lengths(true);
+        const Lengths other = lengths(false);
+        if (sentence == noFrameInRange) return main.least > main.most || other.least > other.most;
         const std::vector<Frames> open = openFrames();
         const std::string late = "Minimum return times prevent a camera change at ";
         if (!sentence.starts_with(late))
@@ -142,6 +142,10 @@ class Rules {
 
   private:
     static constexpr Frames never = -1'000'000'000;
+    struct Lengths {
+        Frames least;
+        Frames most;
+    };
     struct Camera {
         std::string name;
         const Coverage& footage;
@@ -313,7 +317,7 @@ class Rules {
     }
 
     /// The shortest and the longest length that a shot may draw, before doubling.
-    std::pair<Frames, Frames> lengths(bool isMain) const {
+    Lengths lengths(bool isMain) const {
         const auto& range = isMain ? in_.mainRange : in_.otherRange;
         if (range)
             return {Frames(std::ceil(frames(range->lower))),
@@ -335,13 +339,14 @@ class Rules {
     /// Whether one draw explains a shot, without cut points.
     bool mayLastOnce(const Cut& cut, Frames limit) const {
         const bool isMain = cut.angle == in_.mainCamera;
-        const auto [least, most] = lengths(isMain);
+        const Lengths drawn = lengths(isMain);
         const bool isCutShort = cut.start + cut.duration == limitOf(cut, limit);
         const auto mayBe = [&](Frames holds) {
-            return cut.duration <= most * holds &&
-                   (isCutShort || (cut.duration >= least * holds && cut.duration % holds == 0));
+            return cut.duration <= drawn.most * holds &&
+                   (isCutShort ||
+                    (cut.duration >= drawn.least * holds && cut.duration % holds == 0));
         };
-        return least <= most && (mayBe(1) || (isMain && in_.doubleMain && mayBe(2)));
+        return drawn.least <= drawn.most && (mayBe(1) || (isMain && in_.doubleMain && mayBe(2)));
     }
 
     /// Where a shot ends that was to end somewhere else, by looking at every cut point.
@@ -355,45 +360,34 @@ class Rules {
         return nearest.value_or(end);
     }
 
-    /// Whether some draw makes a shot from here end there.
-    bool mayEndAt(Frames from, Frames end, Frames least, Frames most, Frames step,
-                  Frames limit) const {
-        if (end == limit) return from + most * step >= limit; // where the longest draw ends
-        // A moved end is one that some draw near it, or none nearer to another point, comes to.
-        for (Frames drawn = least; drawn <= most; ++drawn)
-            if (movedEnd(from, from + drawn * step, least * step, most * step, limit) == end)
-                return true;
+    /// Whether some draw, of so many holds, makes a shot from here end there.
+    bool mayEndAt(Frames from, Frames end, const Lengths& drawn, Frames holds, Frames limit) const {
+        const Frames least = drawn.least * holds;
+        const Frames most = drawn.most * holds;
+        if (end == limit) return from + most >= limit; // where the longest draw ends
+        if (in_.cutPoints.empty())
+            return end - from >= least && end - from <= most && (end - from) % holds == 0;
+        for (Frames length = least; length <= most; length += holds)
+            if (movedEnd(from, from + length, least, most, limit) == end) return true;
         return false;
     }
 
     /// Whether one shot, or several between which no other camera could come on, make a free cut.
     bool mayLast(const Cut& cut, Frames limit) {
         const bool isMain = cut.angle == in_.mainCamera;
-        const auto [least, most] = lengths(isMain);
-        if (least > most) return false;
-        const bool doubles = isMain && in_.doubleMain;
+        const Lengths drawn = lengths(isMain);
+        if (drawn.least > drawn.most) return false;
         limit = limitOf(cut, limit);
         std::vector<Frames> changes{0}; // where a shot may begin, from the cut's start
         for (Frames end = 1; end <= cut.duration; ++end) {
             if (end < cut.duration && !mayChoose(cut.angle, cut.start + end)) continue;
-            const auto mayHaveDrawn = [&](Frames shortest, Frames longest, Frames step) {
-                auto at = std::lower_bound(changes.begin(), changes.end(), end - longest);
-                while (at != changes.end() && *at <= end - shortest && (end - *at) % step != 0)
-                    ++at;
-                return at != changes.end() && *at <= end - shortest;
-            };
-            const auto mayHaveMoved = [&](Frames step) {
-                return std::any_of(changes.begin(), changes.end(), [&](Frames at) {
-                    return mayEndAt(cut.start + at, cut.start + end, least, most, step, limit);
-                });
-            };
-            const bool isCutShort = cut.start + end == limit;
-            const bool mayEnd = in_.cutPoints.empty()
-                                    ? mayHaveDrawn(isCutShort ? 1 : least, most, 1) ||
-                                          (doubles && mayHaveDrawn(isCutShort ? 1 : 2 * least,
-                                                                   2 * most, isCutShort ? 1 : 2))
-                                    : mayHaveMoved(1) || (doubles && mayHaveMoved(2));
-            if (end == cut.duration && changes.size() > 1 && changes.front() < end - most)
+            const bool mayEnd = std::any_of(changes.begin(), changes.end(), [&](Frames at) {
+                const auto mayBe = [&](Frames holds) {
+                    return mayEndAt(cut.start + at, cut.start + end, drawn, holds, limit);
+                };
+                return mayBe(1) || (isMain && in_.doubleMain && mayBe(2));
+            });
+            if (end == cut.duration && changes.size() > 1 && changes.front() < end - drawn.most)
                 ++longHolds;
             if (end == cut.duration) return mayEnd;
             if (mayEnd) changes.push_back(end);
