@@ -269,49 +269,5 @@ TEST(CutGeneration, movesEndsToCutPointsAndFollowsNotes) {
         EXPECT_EQ(Edit(changes).outcome(), outcome) << changes;
 }
 
-TEST(CutGeneration, refusesInOrder) {
-    const std::string choose = "Choose a main camera and at least one additional video angle.";
-    const std::string shots = "Shot lengths must be between 1 and 120 seconds.";
-    const std::string bookends = "Opening and closing lengths must be between 1 and 120 seconds.";
-    const std::string footage =
-        " camera does not have footage for the whole requested shot. Choose another camera or "
-        "shorten the shot.";
-    // The bounds are for "{}"; without them the change is always wrong.
-    const std::tuple<std::string, double, double, std::string> rows[] = {
-        {"wait X {},", 0, 600, "Minimum return times must be between 0 and 600 seconds."},
-        {"alone,", 0, 0, choose},
-        {"also A,", 0, 0, choose},
-        {"also B,", 0, 0, choose},
-        {"also X,", 0, 0, choose},
-        {"share A {} 8,", 0.1, 0.9, choose},
-        {"share A .5 {},", 4, 20, choose},
-        {"weight X {},", 1, 10, "Camera frequency must be between 1 and 10."},
-        {"range A {} 120,", 1, 120, shots},
-        {"range B 1 {},", 1, 120, shots},
-        {"opening A {},", 1, 120, bookends},
-        {"closing A {},", 1, 120, bookends},
-        {"opening A 10, closing A 10.04,", 0, 0,
-         "The opening and closing shots are longer than the project. Reduce their lengths."},
-        {"opening C 4, closing C 5,", 0, 0, "The chosen opening" + footage},
-        {"opening A 4, closing C 5,", 0, 0, "The chosen closing" + footage},
-        {"opening A 4, closing C 4, section A 99 200, section C 99 401,", 0, 0,
-         "Fixed sections must have an end after their start, stay inside the project, and not "
-         "overlap opening or closing shots."}};
-    for (const bool high : {false, true}) {
-        std::string accepted = "clip C 100 380, clip C 400 500,";
-        for (std::size_t i = 0; i < std::size(rows); ++i) {
-            const auto& [change, lower, upper, sentence] = rows[i];
-            std::string text = accepted; // and all that a later check refuses
-            for (std::size_t k = std::size(rows); --k > i && std::get<3>(rows[k]) != sentence;)
-                text += fmt::format(fmt::runtime(std::get<0>(rows[k])), 1000);
-            for (const double number : {lower - 0.05, upper + 0.05}) {
-                const Edit edit(text + fmt::format(fmt::runtime(change), number));
-                EXPECT_EQ(edit.outcome(), sentence) << change << number;
-            }
-            if (upper > lower) accepted += fmt::format(fmt::runtime(change), high ? upper : lower);
-        }
-    }
-}
-
 } // namespace
 } // namespace shotweaver

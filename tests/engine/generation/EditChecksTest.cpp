@@ -43,30 +43,6 @@ TEST(EditSettings, validatesEveryNumber) {
     }
 }
 
-TEST(EditChecks, validateSectionsBookendsAndSound) {
-    test::ProjectBuilder project;
-    project.angles.push_back({"C", "C", {{150, 350}}});
-    const CutEngine engine = project.engine();
-    EXPECT_EQ(bookendFrames(engine, BookendShot{"A", 1.06}), 27); // 26.5
-    EXPECT_EQ(
-        failureOf([&] { checkAudioCoverage(engine, "C"); }),
-        "This audio angle does not cover the whole project. Choose a continuous audio angle.");
-    using Sections = std::vector<FixedCameraSection>;
-    const Sections sorted{{"A", 100, 150}, {"C", 150, 500}, {"A", 500, 900}};
-    EXPECT_EQ(validateSections(engine, {sorted[2], sorted[1], sorted[0]}, 100, 900), sorted);
-    const std::pair<std::string, Sections> refused[] = {
-        {"must have an end after their start", {{"A", 200, 300}, {"A", 250, 250}}},
-        {"must have an end after their start", {{"A", 100, 901}}},
-        {"Fixed camera sections overlap. Adjust their start or end timecodes.",
-         {{"C", 299, 600}, {"B", 200, 300}}},
-        {"between 00:00:05:24 and 00:00:08:00", {{"C", 149, 200}}},
-        {"between 00:00:16:00 and 00:00:20:01", {{"A", 700, 700}, {"C", 400, 501}}}};
-    for (const auto& [part, sections] : refused) {
-        const auto call = [&, &given = sections] { validateSections(engine, given, 100, 900); };
-        EXPECT_NE(failureOf(call).find(part), std::string::npos) << part;
-    }
-}
-
 TEST(CameraUsage, countsVisibleShots) {
     // "A" goes on at 100, and comes again after a hole.
     const std::vector<Cut> cuts{

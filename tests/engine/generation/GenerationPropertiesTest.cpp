@@ -452,6 +452,7 @@ std::vector<FixedCameraSection> drawnSections(Dice& dice, const CutEngine& engin
         Frames length = 1 + dice.below(engine.length / 5);
         for (const FrameRange& part : engine.coveredParts(angle, from, from + length))
             if (!dice.oneIn(20)) from = part.lowerBound, length = part.upperBound - from;
+        if (dice.oneIn(100)) length = 0;
         sections.insert(sections.begin(), {angle, from, from + length});
         from += length - (dice.oneIn(40) ? 1 : 0);
     }
