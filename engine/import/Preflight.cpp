@@ -498,7 +498,7 @@ std::string Preflight::placeOf(std::size_t onPath) const {
     try {
         double seconds = storyOffset(clip);
         if (isInAngle) seconds += parseSeconds(attributeOr(path_[angle - 1], "tcStart", "0s"));
-        const std::string at = " at " + timecode(seconds);
+        std::string at = " at " + timecode(seconds);
         if (!isInAngle) return at;
         return fmt::format("{} in the angle {}", at, attributeOr(path_[angle], "name", ""));
     } catch (const FinalCutImportError&) {
