@@ -105,8 +105,7 @@ void openInFinalCut(const std::string& path, Workspace& workspace, ItemAccess& a
         request->report(openError(failure.what()));
         return;
     }
-    request->finish(HostError{
-        "Shotweaver", 1, "Final Cut Pro could not be found. Your exported files have been saved."});
+    request->finish(notFoundError());
 }
 
 } // namespace shotweaver

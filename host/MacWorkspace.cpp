@@ -44,9 +44,11 @@ std::optional<std::string> MacWorkspace::urlForApplication(const std::string& bu
     const std::string query = fmt::format("kMDItemCFBundleIdentifier == '{}'", bundleIdentifier);
     const ProgramResult found = runProgram({*finder, query});
     const std::string_view place = split(found.output, '\n').front();
-    if (found.status != 0 || place.empty()) return std::nullopt;
-    identifiers_[std::string(place)] = bundleIdentifier;
-    return std::string(place);
+    const bool isFound = found.status == 0 && !place.empty();
+    if (!isFound && !findProgram(opener_, environment_)) return std::nullopt;
+    const std::string application = isFound ? std::string(place) : bundleIdentifier;
+    identifiers_[application] = bundleIdentifier;
+    return application;
 }
 
 void MacWorkspace::open(const std::string& file, const std::string& application,
@@ -57,12 +59,15 @@ void MacWorkspace::open(const std::string& file, const std::string& application,
         return;
     }
     // By identifier, so that the system picks among several copies.
-    std::vector<std::string> command{*opener, "-b", identifiers_.at(application), file};
+    const std::string& identifier = identifiers_.at(application);
+    const bool isFound = application != identifier;
+    std::vector<std::string> command{*opener, "-b", identifier, file};
     std::erase_if(running_, isOver);
-    running_.push_back(std::async(
-        std::launch::async, [command = std::move(command), completion = std::move(completion)] {
-            completion(run(command));
-        }));
+    running_.push_back(std::async(std::launch::async, [command = std::move(command), isFound,
+                                                       completion = std::move(completion)] {
+        const std::optional<HostError> error = run(command);
+        completion(error && !isFound ? notFoundError() : error);
+    }));
 }
 
 } // namespace shotweaver

@@ -18,8 +18,9 @@ class MacWorkspace final : public Workspace {
     explicit MacWorkspace(Environment environment, std::string finder = "mdfind",
                           std::string opener = "/usr/bin/open");
 
-    /// The first place in the index. Throws `PlatformError` when the program is there but cannot be
-    /// started.
+    /// The first place in the index. Where the index has none, as when it is switched off, the
+    /// identifier itself: the program that opens files asks the system in its own way. Throws
+    /// `PlatformError` when the program is there but cannot be started.
     std::optional<std::string> urlForApplication(const std::string& bundleIdentifier) override;
 
     /// Reports on a thread of its own, which the destructor waits for. An error has the program's
@@ -31,7 +32,7 @@ class MacWorkspace final : public Workspace {
     Environment environment_;
     std::string finder_;
     std::string opener_;
-    std::map<std::string, std::string> identifiers_; // of the applications found, by their place
+    std::map<std::string, std::string> identifiers_; // of applications, by what was given for them
     std::vector<std::future<void>> running_;         // each waits for its thread when it goes
 };
 

@@ -34,9 +34,17 @@ class SystemFileCalls final : public FileCalls {
         return ::write(file, bytes, count);
     }
 
-    int sync(int file) override { return ::fsync(file); }
+    int sync(int file) override {
+#if defined(F_FULLFSYNC)
+        // There fsync leaves the bytes in the drive's own memory. Not every file system knows this.
+        if (::fcntl(file, F_FULLFSYNC) == 0) return 0;
+#endif
+        return ::fsync(file);
+    }
 
-    int close(int file) override { return ::close(file); }
+    int close(int file) override {
+        return ::close(file);
+    }
 
     int rename(const std::string& from, const std::string& to) override {
         return ::rename(from.c_str(), to.c_str());

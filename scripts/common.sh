@@ -1,4 +1,4 @@
-# Sourced by the scripts: where the project is, and how its tools get onto a Debian machine.
+# Sourced by the scripts: where the project is, and how its tools get onto a Debian machine or a Mac.
 # shellcheck shell=bash
 
 set -euo pipefail
@@ -18,15 +18,48 @@ build_packages=(g++ cmake ninja-build libexpat1-dev libicu-dev libfmt-dev
 check_packages=(clang-format clang-tidy)
 benchmark_packages=(libxml2-utils)
 clang_packages=(clang)
+# What a build needs from Homebrew. Apple's compiler comes with Xcode's command line tools.
+formulae=(cmake ninja expat icu4c fmt nlohmann-json cli11 fast_float qt googletest google-benchmark)
 sanitizer_packages=(libclang-rt-14-dev)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
+is_mac() {
+    [ "$(uname)" = Darwin ]
+}
+
+# The same on a Mac, and the places of two that Homebrew keeps apart from the system's own.
+install_formulae() {
+    local formula missing=""
+    if ! command -v brew >/dev/null; then
+        echo "Homebrew is missing. Install it, or install these another way and build with CMake:" \
+            "${formulae[*]}" >&2
+        exit 1
+    fi
+    for formula in "${formulae[@]}"; do
+        brew --prefix --installed "$formula" >/dev/null 2>&1 || missing="$missing $formula"
+    done
+    if [ -n "$missing" ]; then
+        echo "Installing$missing" >&2
+        # shellcheck disable=SC2086
+        if ! brew install --quiet $missing >/dev/null; then
+            echo "Packages could not be installed:$missing" >&2
+            exit 1
+        fi
+    fi
+    CMAKE_PREFIX_PATH="$(brew --prefix expat):$(brew --prefix icu4c):${CMAKE_PREFIX_PATH:-}"
+    export CMAKE_PREFIX_PATH
+}
+
 # Installs what is missing, asking dpkg first so that a second run costs nothing. Other systems
 # bring the libraries of the README's list themselves.
 install_packages() {
+    if is_mac; then
+        install_formulae
+        return 0
+    fi
     command -v dpkg-query >/dev/null || return 0
     local missing=() package
     for package in "$@"; do

@@ -8,6 +8,7 @@
 #include <QPalette>
 #include <QScreen>
 #include <QStyleFactory>
+#include <QStyleHints>
 
 #include <algorithm>
 #include <cassert>
@@ -195,6 +196,12 @@ void apply(QApplication& application) {
     QApplication::setFont(baseFont(QApplication::font()));
     QApplication::setPalette(palette());
     application.setStyleSheet(styleSheet());
+    // macOS leaves buttons and check boxes out of the way that Tab goes unless it is told not to.
+    QGuiApplication::styleHints()->setTabFocusBehavior(Qt::TabFocusAllControls);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QGuiApplication::styleHints()->setColorScheme(
+        Qt::ColorScheme::Dark); // of what the system draws
+#endif
 }
 
 } // namespace shotweaver::style

@@ -6,6 +6,7 @@
 #include "editor/views/SavePresetSheet.h"
 #include "editor/views/preview/PreviewColumn.h"
 #include "editor/views/settings/SettingsColumn.h"
+#include "host/FinalCutIntegration.h"
 #include "widgets/ButtonAction.h"
 #include "widgets/IconLabel.h"
 #include "widgets/Style.h"
@@ -26,6 +27,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace shotweaver {
 
 namespace {
@@ -35,6 +38,13 @@ std::vector<std::string> urlsOf(const QMimeData& data) {
     for (const QUrl& url : data.urls())
         urls.push_back(url.toString(QUrl::FullyEncoded).toStdString());
     return urls;
+}
+
+bool offersXML(const QMimeData& data) {
+    const std::vector<std::string>& types = acceptedXMLTypes();
+    return std::any_of(types.begin(), types.end(), [&](const std::string& type) {
+        return data.hasFormat(QString::fromStdString(type));
+    });
 }
 
 } // namespace
@@ -237,7 +247,8 @@ bool EditorPanel::handleDragEvent(QEvent* event) {
         return false;
     }
     auto* const drag = static_cast<QDropEvent*>(event);
-    if (!drag->mimeData()->hasUrls()) return false;
+    // What Final Cut Pro drags is for the host to read, also where files come with it.
+    if (!drag->mimeData()->hasUrls() || offersXML(*drag->mimeData())) return false;
     if (event->type() == QEvent::Drop) {
         editor_.setDropTargeted(false);
         const std::vector<std::string> urls = urlsOf(*drag->mimeData());

@@ -11,6 +11,7 @@
 #include "platform/Locale.h"
 
 #include <QEvent>
+#include <QLocale>
 #include <QVBoxLayout>
 
 namespace shotweaver {
@@ -19,12 +20,21 @@ namespace {
 
 constexpr QSize preferredSize(960, 860);
 
+/// The environment's locale. A program that a Mac's desktop starts has none there.
+std::string panelLocale() {
+#if defined(Q_OS_MACOS)
+    if (qEnvironmentVariableIsEmpty("LANG") && qEnvironmentVariableIsEmpty("LC_ALL"))
+        return QLocale::system().bcp47Name().toStdString();
+#endif
+    return userLocale();
+}
+
 } // namespace
 
 ExtensionViewController::ExtensionViewController()
     : host_(systemWorkspace(systemEnvironment())),
       editor_({host_, systemFileCalls(), random_, secureUUIDs(), secondsSince2001Now,
-               stateFolders(systemEnvironment()), userLocale()}),
+               stateFolders(systemEnvironment()), panelLocale()}),
       inbox_(XMLInbox::shared(), editor_) {}
 
 ExtensionViewController::~ExtensionViewController() {
@@ -43,7 +53,7 @@ QWidget* ExtensionViewController::view() {
         [] {
             return HelpContent(
                 loadManual(systemFileCalls(), ShotweaverHelpBundle::path("ShotweaverHelp", "json")),
-                userLocale());
+                panelLocale());
         },
         versionText(SHOTWEAVER_VERSION, SHOTWEAVER_BUILD));
     view_->installEventFilter(this);

@@ -1,12 +1,14 @@
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionViewController.h"
-#include "platform/FileURL.h"
+#include "host/views/OpenedFiles.h"
+#if defined(Q_OS_MACOS)
+#include "host/views/MacDrags.h"
+#endif
 #include "widgets/IconLabel.h"
 #include "widgets/Style.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QIcon>
 
 #include <algorithm>
@@ -33,11 +35,6 @@ bool lacksDisplay([[maybe_unused]] int argc, [[maybe_unused]] char** argv) {
 #endif
 }
 
-/// Puts a project into the inbox as a host does: before the panel is seen.
-void handInProject(const QString& path) {
-    XMLInbox::shared().setURL(fileURL(QFileInfo(path).absoluteFilePath().toStdString()));
-}
-
 int run(QApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Makes a rough edit of a multicam recording."));
@@ -51,8 +48,13 @@ int run(QApplication& application) {
 
     style::apply(application);
     ExtensionViewController controller;
+    // Before the panel is seen, as a host does.
+    OpenedFiles opened(application, XMLInbox::shared());
     if (!parser.positionalArguments().isEmpty())
-        handInProject(parser.positionalArguments().constFirst());
+        opened.open(parser.positionalArguments().constFirst());
+#if defined(Q_OS_MACOS)
+    takeFinalCutDrags();
+#endif
     QWidget* const view = controller.view();
     view->setWindowTitle(QStringLiteral("Shotweaver"));
     view->show();

@@ -166,6 +166,14 @@ TEST(MacWorkspace, asksTheSystemsPrograms) {
     EXPECT_EQ(folder.read("said"), "<-b><a.b></My \"50%\" cut>");
     folder.add("open", "echo noise; echo 'Unable to find it.' >&2; exit 1");
     EXPECT_EQ(opening(workspace, "/f", application), "Shotweaver 1 Unable to find it.");
+    // Without an index the opener is asked all the same.
+    folder.add("mdfind", "exit 1");
+    const std::string unknown = workspace.urlForApplication("a.b").value();
+    EXPECT_EQ(opening(workspace, "/f", unknown), "Shotweaver 1 Final Cut Pro could not be found. "
+                                                 "Your exported files have been saved.");
+    folder.add("open", "printf '<%s>' \"$@\" >\"${0%open}said\"");
+    EXPECT_EQ(opening(workspace, "/f", unknown), "opened");
+    EXPECT_EQ(folder.read("said"), "<-b><a.b></f>");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "host/views/ExtensionRootView.h"
 #include "host/views/ExtensionViewController.h"
 #include "host/views/ItemDialog.h"
+#include "host/views/OpenedFiles.h"
 #include "host/views/PanelSheets.h"
 #include "platform/FileURL.h"
 #include "tests/support/EditorBench.h"
@@ -15,6 +16,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDropEvent>
+#include <QFileOpenEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -280,12 +282,31 @@ TEST(Host, theControllerShowsThePanelAndTakesFinalCutsXml) {
                  QByteArray::fromStdString(concert().xml()));
     EXPECT_TRUE(drop(view, drag));
     EXPECT_EQ(controller.editor().fields().project->summary.name, "Concert");
+    // The XML comes first, also where files come with it.
+    controller.editor().generateEdit();
+    drag.setUrls({QUrl(QStringLiteral("file:///nowhere.fcpxml"))});
+    EXPECT_TRUE(drop(view, drag));
+    EXPECT_TRUE(controller.editor().fields().cuts().empty());
+    EXPECT_EQ(controller.editor().fields().error, std::nullopt);
+
     QMimeData empty;
     empty.setData(QStringLiteral("com.apple.finalcutpro.xml"), "");
     EXPECT_FALSE(drop(view, empty));
     const StateFolders folders = stateFolders(systemEnvironment());
     EXPECT_TRUE(folders.session.starts_with(home.path())) << folders.session;
     EXPECT_TRUE(std::filesystem::exists(folders.session + "/session-v1.json"));
+}
+
+TEST(Host, whatTheSystemOpensArrivesLikeADroppedFile) {
+    EditorBench bench;
+    XMLInbox inbox;
+    const InboxSubscription subscription(inbox, bench.editor());
+    const OpenedFiles opened(*qApp, inbox);
+    QFileOpenEvent event(
+        QString::fromStdString(bench.folder.write("Concert.fcpxml", concert().xml())));
+    QApplication::sendEvent(qApp, &event);
+    ASSERT_TRUE(bench.fields().project);
+    EXPECT_EQ(bench.fields().project->summary.name, "Concert");
 }
 
 TEST(Host, workIsShownByTheCursor) {
