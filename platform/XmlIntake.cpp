@@ -24,9 +24,13 @@ namespace {
 #if XML_MAJOR_VERSION > 2 || (XML_MAJOR_VERSION == 2 && XML_MINOR_VERSION >= 9)
 constexpr auto currentLine = XML_GetCurrentLineNumber64;
 constexpr auto currentColumn = XML_GetCurrentColumnNumber64;
+constexpr auto currentByte = XML_GetCurrentByteIndex64;
+constexpr auto currentByteCount = XML_GetCurrentByteCount64;
 #else
 constexpr auto currentLine = XML_GetCurrentLineNumber;
 constexpr auto currentColumn = XML_GetCurrentColumnNumber;
+constexpr auto currentByte = XML_GetCurrentByteIndex;
+constexpr auto currentByteCount = XML_GetCurrentByteCount;
 #endif
 
 constexpr std::size_t blockSize = std::size_t{1} << 18U;
@@ -211,8 +215,7 @@ std::unique_ptr<const XmlDocument> XmlIntake::parse(ByteSource& source) {
 /// comment or the like. It reads them again with the next block, which is therefore as large as
 /// they are, or a long one would take time with the square of its length.
 std::size_t XmlIntake::waiting(std::size_t total) const {
-    const XML_Index used =
-        XML_GetCurrentByteIndex(parser_.get()) + XML_GetCurrentByteCount(parser_.get());
+    const std::int64_t used = currentByte(parser_.get()) + currentByteCount(parser_.get());
     constexpr std::size_t most = std::size_t{1} << 30U; // the parser counts in int
     return used < 0 ? 0 : std::min(most, total - static_cast<std::size_t>(used));
 }
