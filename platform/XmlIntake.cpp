@@ -215,7 +215,8 @@ std::unique_ptr<const XmlDocument> XmlIntake::parse(ByteSource& source) {
 /// comment or the like. It reads them again with the next block, which is therefore as large as
 /// they are, or a long one would take time with the square of its length.
 std::size_t XmlIntake::waiting(std::size_t total) const {
-    const std::int64_t used = currentByte(parser_.get()) + currentByteCount(parser_.get());
+    const std::int64_t used =
+        currentByte(parser_.get()) + static_cast<std::int64_t>(currentByteCount(parser_.get()));
     constexpr std::size_t most = std::size_t{1} << 30U; // the parser counts in int
     return used < 0 ? 0 : std::min(most, total - static_cast<std::size_t>(used));
 }
