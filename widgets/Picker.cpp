@@ -17,6 +17,7 @@ namespace shotweaver {
 
 Picker::Picker(const QString& accessibleName, QWidget* parent) : QComboBox(parent) {
     setAccessibleName(accessibleName);
+    setFocusPolicy(Qt::StrongFocus); // which the wheel does not give
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(3);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

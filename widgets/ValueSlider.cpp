@@ -14,6 +14,7 @@ ValueSlider::ValueSlider(const ControlRange& range, const QString& accessibleNam
     : QSlider(Qt::Horizontal, parent), range_(range), number_(range.minimum) {
     installAccessible<ValueSlider, AccessibleNumber<ValueSlider, QAccessible::Slider>>();
     setAccessibleName(accessibleName);
+    setFocusPolicy(Qt::StrongFocus); // which the wheel does not give
     setRange(0, positionOf(range.maximum));
     setPageStep(std::max(1, maximum() / 4));
     connect(this, &QSlider::valueChanged, this, [this](int position) {

@@ -141,6 +141,7 @@ TEST(SettingsColumn, aFieldShowsAndNothingIsWrittenBack) {
                           Qt::NoScrollPhase, false);
         QApplication::sendEvent(test.find(name), &wheel);
         EXPECT_FALSE(wheel.isAccepted()) << name;
+        EXPECT_NE(test.find(name)->focusPolicy(), Qt::WheelFocus) << name;
     }
     EXPECT_EQ(test.settings(), settings);
     keyClick(test.find("share"), Qt::Key_Right);
