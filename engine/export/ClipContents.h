@@ -66,9 +66,9 @@ class ClipContents {
     UUIDMaker makeUUID_;
 
     std::map<std::string_view, std::vector<XmlNode>> pictureSettings_; // of each angle's source
-    std::vector<XmlNode> leading_; // clip settings
-    std::vector<XmlNode> roles_;   // of the audio angle's source
-    std::set<XmlNode> fades_;      // in both of these
+    std::vector<XmlNode> leading_;                                     // clip settings
+    std::vector<XmlNode> roles_; // of the audio angle's source
+    std::set<XmlNode> fades_;    // in both of these
     std::vector<XmlNode> trailing_;
     // For each cut its story elements, then its annotations, each in document order.
     std::vector<std::vector<Piece>> pieces_;

@@ -11,124 +11,9 @@
 namespace shotweaver::test {
 namespace {
 
-/// What a person sees of the state: cuts, position, status and error.
-struct Seen {
-    std::size_t cuts;
-    std::string position;
-    std::string status;
-    std::string error;
-
-    bool operator==(const Seen&) const = default;
-    friend void PrintTo(const Seen& seen, std::ostream* out) {
-        *out << seen.cuts << " cuts, " << seen.position << ", " << seen.status << ", "
-             << seen.error;
-    }
-};
-
-Seen seen(const EditorBench& bench, ContentView& editor) {
-    const EditorFields& fields = bench.fields();
-    return {fields.cuts().size(), editor.actionBar().position.value_or(""), fields.status,
-            fields.error.value_or("")};
-}
-
 /// The saved session, read as a restart would read it.
 SavedEditSession saved(const EditorBench& bench) {
     return readSession(bench.session().value());
-}
-
-/// An editor in use.
-struct Editing : testing::Test {
-    ContentView& editor() { return bench.editor(); }
-    const EditorFields& fields() { return bench.fields(); }
-    std::string position() { return editor().actionBar().position.value_or(""); }
-    void importAndGenerate(int edits) {
-        editor().appear();
-        editor().importProject(concert().xml());
-        for (; edits > 0; --edits)
-            editor().generateEdit();
-    }
-    void relaunch() {
-        bench.restart();
-        editor().appear();
-    }
-
-    EditorBench bench;
-};
-
-TEST_F(Editing, aFirstLaunchHasNothingAndSaysNothing) {
-    editor().appear();
-    EXPECT_EQ(seen(bench, editor()), (Seen{0, "", "", ""}));
-    editor().generateEdit();
-    editor().exportEdit();
-    EXPECT_EQ(bench.session(), std::nullopt);
-    EXPECT_TRUE(bench.host.panels.empty());
-}
-
-TEST_F(Editing, theFileDialogImports) {
-    bench.host.chosen = bench.folder.write("Concert.FCPXML", concert().xml());
-    editor().chooseProjectFile();
-    EXPECT_EQ(bench.host.panels,
-              (std::vector<OpenPanel>{
-                  {"Choose a .fcpxml file or .fcpxmld bundle.", "", true, true, false}}));
-    EXPECT_EQ(bench.host.events,
-              (std::vector<std::string>{"start Concert.FCPXML", "stop Concert.FCPXML"}));
-    EXPECT_EQ(fields().settings.mainCamera, "W");
-    EXPECT_EQ(saved(bench).sourceXML, concert().xml());
-    EXPECT_EQ(saved(bench).history.index, -1);
-}
-
-TEST_F(Editing, aSectionWithoutFootageIsToldAndNothingIsLost) {
-    importAndGenerate(1);
-    editor().addSection();
-    editor().editSection(0, [](SectionDraft& section) { section.camera = "P"; });
-    type(editor(), 0, &SectionDraft::start, "01:00:19:00");
-    type(editor(), 0, &SectionDraft::end, "01:00:30:00");
-    const std::string missing =
-        "The camera chosen for a fixed section has missing footage between 01:00:19:00 and "
-        "01:00:30:00. Choose another camera or shorten the section.";
-    EXPECT_EQ(editor().coverageWarning(), missing);
-    editor().generateEdit();
-    EXPECT_EQ(seen(bench, editor()), (Seen{0, "", "", missing}));
-    editor().editSection(0, [](SectionDraft& section) { section.camera = "W"; });
-    editor().generateEdit();
-    EXPECT_EQ(fields().error, missing); // until it is read
-    EXPECT_EQ(position(), "Edit 2 of 2");
-}
-
-TEST_F(Editing, anExportIsHandedOver) {
-    importAndGenerate(1);
-    std::filesystem::create_directory(bench.folder.path("out"));
-    bench.host.chosen = bench.folder.path("out");
-    bench.host.openError = HostError{"Shotweaver", 1, "It could not be found."};
-    editor().exportEdit();
-    EXPECT_EQ(bench.host.events, (std::vector<std::string>{
-                                     "start out", "open Concert Shotweaver.fcpxml", "stop out"}));
-    EXPECT_EQ(fields().status, "XML and settings were saved. Final Cut Pro could not be opened.");
-    EXPECT_EQ(fields().error, "Your export is saved at " +
-                                  bench.folder.path("out/Concert Shotweaver.fcpxml") +
-                                  ". Open it in Final Cut manually. It could not be found.");
-    editor().dismissError();
-    bench.host.openError.reset();
-    bench.host.answersAtOnce = false;
-    editor().exportEdit();
-    EXPECT_EQ(fields().status, "Saved Concert Shotweaver 2.fcpxml and Concert Shotweaver "
-                               "2.settings.txt. Opening Final Cut Pro…");
-    bench.host.completion(std::nullopt);
-    EXPECT_EQ(fields().status, "XML and settings saved. Sent the XML to Final Cut Pro for import.");
-    EXPECT_EQ(fields().error, std::nullopt);
-}
-
-TEST_F(Editing, theNextLaunchHasItAllAsItWasLeft) {
-    importAndGenerate(3);
-    const EditHistory history = fields().history;
-    relaunch();
-    EXPECT_EQ(saved(bench).history, history);
-    EXPECT_EQ(fields().history, history);
-    EXPECT_EQ(fields().cuts(), history.items.back().cuts);
-    EXPECT_EQ(fields().status,
-              "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
-              "Final Cut project has changed.");
-    EXPECT_EQ(fields().error, std::nullopt);
 }
 
 /// A bench with the concert loaded and two edits.
@@ -143,6 +28,67 @@ struct Loaded {
 
     EditorBench bench;
 };
+
+TEST(ContentView, theFileDialogImports) {
+    EditorBench bench;
+    bench.host.chosen = bench.folder.write("Concert.FCPXML", concert().xml());
+    bench.editor().chooseProjectFile();
+    EXPECT_EQ(bench.host.panels,
+              (std::vector<OpenPanel>{
+                  {"Choose a .fcpxml file or .fcpxmld bundle.", "", true, true, false}}));
+    EXPECT_EQ(bench.host.events,
+              (std::vector<std::string>{"start Concert.FCPXML", "stop Concert.FCPXML"}));
+    EXPECT_EQ(bench.fields().settings.mainCamera, "W");
+    EXPECT_EQ(saved(bench).sourceXML, concert().xml());
+    EXPECT_EQ(saved(bench).history.index, -1);
+}
+
+TEST(ContentView, aSectionWithoutFootageIsToldAndNothingIsLost) {
+    Loaded loaded;
+    ContentView& editor = loaded.editor();
+    const EditorFields& fields = loaded.fields();
+    editor.addSection();
+    editor.editSection(0, [](SectionDraft& section) { section.camera = "P"; });
+    type(editor, 0, &SectionDraft::start, "01:00:19:00");
+    type(editor, 0, &SectionDraft::end, "01:00:30:00");
+    const std::string missing =
+        "The camera chosen for a fixed section has missing footage between 01:00:19:00 and "
+        "01:00:30:00. Choose another camera or shorten the section.";
+    EXPECT_EQ(editor.coverageWarning(), missing);
+    editor.generateEdit();
+    EXPECT_TRUE(fields.cuts().empty());
+    EXPECT_EQ(fields.error, missing);
+    editor.editSection(0, [](SectionDraft& section) { section.camera = "W"; });
+    editor.generateEdit();
+    EXPECT_EQ(fields.error, missing); // until it is read
+    EXPECT_EQ(editor.actionBar().position, "Edit 3 of 3");
+}
+
+TEST(ContentView, anExportIsHandedOver) {
+    Loaded loaded;
+    ContentView& editor = loaded.editor();
+    EditorBench& bench = loaded.bench;
+    const EditorFields& fields = loaded.fields();
+    std::filesystem::create_directory(bench.folder.path("out"));
+    bench.host.chosen = bench.folder.path("out");
+    bench.host.openError = HostError{"Shotweaver", 1, "It could not be found."};
+    editor.exportEdit();
+    EXPECT_EQ(bench.host.events, (std::vector<std::string>{
+                                     "start out", "open Concert Shotweaver.fcpxml", "stop out"}));
+    EXPECT_EQ(fields.status, "XML and settings were saved. Final Cut Pro could not be opened.");
+    EXPECT_EQ(fields.error, "Your export is saved at " +
+                                bench.folder.path("out/Concert Shotweaver.fcpxml") +
+                                ". Open it in Final Cut manually. It could not be found.");
+    editor.dismissError();
+    bench.host.openError.reset();
+    bench.host.answersAtOnce = false;
+    editor.exportEdit();
+    EXPECT_EQ(fields.status, "Saved Concert Shotweaver 2.fcpxml and Concert Shotweaver "
+                             "2.settings.txt. Opening Final Cut Pro…");
+    bench.host.completion(std::nullopt);
+    EXPECT_EQ(fields.status, "XML and settings saved. Sent the XML to Final Cut Pro for import.");
+    EXPECT_EQ(fields.error, std::nullopt);
+}
 
 TEST(ContentView, oneActionIsOneChangeAndOneSave) {
     FailingFileCalls calls(0, 0); // counts
@@ -380,6 +326,9 @@ TEST(ContentView, timesBelongToTheProjectAndTheEdit) {
     loaded.bench.restart();
     loaded.bench.editor().appear();
     EXPECT_EQ(loaded.bench.editor().cutTimesText(), "3 times");
+    EXPECT_EQ(loaded.fields().status,
+              "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
+              "Final Cut project has changed.");
     loaded.bench.editor().importProject(concert().xml());
     EXPECT_EQ(loaded.bench.editor().cutTimesText(), "");
 }

@@ -94,38 +94,6 @@ TEST(EditHistory, aNewRevisionReplacesWhatCameAfterTheCurrentOne) {
     EXPECT_EQ(history.revision(2), nullptr);
 }
 
-TEST(SavedEditSession, everySaveOfAnEncoderIsTheWholeSession) {
-    SavedEditSession saved = session();
-    SessionEncoder encoder;
-    const auto expectWhole = [&](const char* step) {
-        EXPECT_EQ(text(encoder, saved), freshText(saved)) << step;
-        EXPECT_EQ(readSession(text(encoder, saved)), saved) << step;
-    };
-    expectWhole("two revisions");
-    saved.history.index = 0;
-    saved.settings.doubleMain = true;
-    expectWhole("back to the first");
-    saved.history.append(revision(3));
-    expectWhole("another second one");
-    saved.history.append(revision(4));
-    expectWhole("a third");
-    saved.history.items[1].created += 1; // would show if it were encoded again
-    EXPECT_NE(text(encoder, saved), freshText(saved));
-
-    saved.history = {};
-    validateSession(saved, engine());
-    EXPECT_EQ(freshText(saved), R"({"version":1,"sourceXML":"PGZjcHhtbC8+/w==","settings":)" +
-                                    settingsText(saved.settings) +
-                                    R"(,"history":{"items":[],"index":-1}})");
-    saved.history.index = 0;
-    EXPECT_EQ(failureOf([&] { validateSession(saved, engine()); }), unreadable);
-    saved.settings.sections[0].name = "Ç\xFF";
-    EXPECT_EQ(readSession(freshText(saved)).settings.sections[0].name, "Ç\uFFFD");
-    saved.settings.mainShare = INFINITY;
-    EXPECT_EQ(failureOf([&] { freshText(saved); }),
-              "A number that is not finite cannot be stored.");
-}
-
 TEST(SavedEditSession, theFirstFailedCheckSpeaks) {
     const std::string whole = "\" must be a whole number of at most 64 bits.";
     const std::string notBase64 = "The JSON's \"sourceXML\" must be base64 text.";

@@ -568,44 +568,5 @@ TEST(GenerationProperties, everyListKeepsTheRulesAndEveryRefusalIsTheFirst) {
     EXPECT_EQ(outcomes.size(), 21U); // a list, and all sentences but the guard's
 }
 
-/// Within five times the deviation that so many draws of a chance have.
-void expectChance(int hits, std::size_t draws, double chance, const std::string& what) {
-    const double expected = chance * double(draws);
-    EXPECT_NEAR(hits, expected, 5 * std::sqrt(expected * (1 - chance))) << what;
-}
-
-TEST(GenerationProperties, camerasComeAsOftenAsTheirWeightsAskAndHoldsDoubleOnceInFour) {
-    test::ProjectBuilder project;
-    project.length = 10'000'000;
-    project.angles.clear();
-    for (const char* id : {"A", "B", "C", "D"})
-        project.angles.push_back({id, id, {{0, project.length}}});
-    GenerationInputs in;
-    in.mainCamera = "A";
-    in.otherCameras = {"B", "C", "D"};
-    in.mainShare = 0.5;
-    in.doubleMain = true;
-    in.mainRange = in.otherRange = SecondsRange{6, 6};
-    in.frequencies = {{"A", 10}, {"B", 10}, {"C", 1}}; // and 5 for D
-    SeededRandom random(2025);
-    Cuts cuts = generateCuts(project.engine(), in, random, risingUUIDs());
-    cuts.resize(cuts.size() / 2 * 2 - 2); // whole pairs, none of them cut short
-    std::map<std::string, int> shots;
-    std::vector<Frames> main;
-    std::vector<Frames> other;
-    for (const Cut& cut : cuts) {
-        ++shots[cut.angle];
-        (cut.angle == "A" ? main : other).push_back(cut.duration);
-    }
-    ASSERT_GT(main.size(), 20'000U);
-    ASSERT_EQ(main.size(), other.size());
-    for (const auto& [camera, weight] : {std::pair{"B", 10}, {"C", 1}, {"D", 5}})
-        expectChance(shots[camera], other.size(), weight / 16.0, camera);
-    const auto doubled = std::count(main.begin(), main.end(), 300);
-    EXPECT_EQ(doubled + std::count(main.begin(), main.end(), 150), std::ssize(main));
-    EXPECT_EQ(std::count(other.begin(), other.end(), 150), std::ssize(other));
-    expectChance(int(doubled), main.size(), 0.25, "doubled");
-}
-
 } // namespace
 } // namespace shotweaver
