@@ -134,15 +134,6 @@ TEST(CutGeneration, laysShotsByItsRules) {
         {"section A 100 200, clip B 400 500", "A 0-100 A 100-200 A 200-400 B 400-500"},
         {"opening B 4, closing B 4, section B 300 400, section B 100 300",
          "B 0-100 B 100-300 B 300-400 B 400-500"},
-        // What cannot be laid.
-        {"clip A 0 200, clip A 350 500, clip B 0 150, clip B 301 311",
-         "No selected camera has video at 8.00 seconds. The uncovered section lasts 4.04 seconds. "
-         "Include another camera covering this gap, or remove the uncovered section in Final Cut "
-         "and export XML again."},
-        {"section C 200 400, clip A 0 200, clip B 0 200",
-         "No selected camera has video at 16.00 seconds. The uncovered section lasts 4.00 seconds. "
-         "Trim the project to the end of the camera footage in Final Cut and export XML again, or "
-         "include another camera covering the ending."},
         {"range B 5.01 5.02", "The shot range must contain at least one full frame."}};
     for (const auto& [changes, outcome] : rows)
         EXPECT_EQ(Edit(changes).outcome(), outcome) << changes;
@@ -185,35 +176,12 @@ TEST(CutGeneration, laysGapsBetweenKeptShots) {
          "A 0-200 kept C 200-500"},
         {"kept C 300 500, clip A 0 200, clip B 0 160, wait A 9, wait B 9",
          "Minimum return times prevent a camera change at 00:00:06:10, and the current camera has "
-         "no footage there. Reduce a return time or include another camera."},
-        // Checked by start, footage first, then in the order of the parts.
-        {"kept A 300 500, kept B 90 500, clip B 0 499",
-         "The kept shot at 00:00:03:15 has missing footage. Let go of it or choose another "
-         "camera."},
-        {"kept A 300 501", "The kept shot at 00:00:12:00 has missing footage. Let go of it or "
-                           "choose another camera."},
-        {"kept A 300 300", "The kept shot at 00:00:12:00 has missing footage. Let go of it or "
-                           "choose another camera."},
-        {"kept A -5 300", "The kept shot at 00:00:00:00 has missing footage. Let go of it or "
-                          "choose another camera."},
-        {"kept A 0 500, opening A 4, closing C 4",
-         "The kept shot at 00:00:00:00 overlaps the opening shot. Let go of it or change one of "
-         "them."},
-        {"kept A 299 500, section B 200 300, closing C 4",
-         "The kept shot at 00:00:11:24 overlaps the closing shot. Let go of it or change one of "
-         "them."},
-        {"kept A 299 400, section A 200 300, kept B 190 299",
-         "The kept shot at 00:00:07:15 overlaps a fixed section. Let go of it or change one of "
-         "them."},
-        {"kept A 299 400, kept B 190 300",
-         "The kept shot at 00:00:11:24 overlaps another kept shot. Let go of it or change one of "
-         "them."}};
+         "no footage there. Reduce a return time or include another camera."}};
     for (const auto& [changes, outcome] : rows)
         EXPECT_EQ(Edit(changes).outcome(), outcome) << changes;
 }
 
 TEST(CutGeneration, movesEndsToCutPointsAndFollowsNotes) {
-    const std::string without = "” at 00:00:08:00 asks for a camera without footage there.";
     // Both draw 100 to 200 frames in them, evenly; 100 unless it says more.
     const std::string evenly = "range A 4 8, range B 4 8, ";
     const std::pair<std::string, std::string> rows[] = {
@@ -258,13 +226,7 @@ TEST(CutGeneration, movesEndsToCutPointsAndFollowsNotes) {
         // A gap beside a note's shot is laid again until it has no fault.
         {"note C 130, closing D 4, range A 1 9, draw 0 0 0 0 0 0 0 0 0 0 0 .999",
          "A 0-130 C 130-230 A 230-255 B 255-355 A 355-380 B 380-400 D 400-500"},
-        // Checked after the kept shots, by frame.
-        {"note C 200, note D 300, clip C 0 200, clip D 0 1", "The marker “the C" + without},
-        {"note X 200", "The marker “the X" + without},
-        {"note X 200, section B 100 201", "A 0-100 B 100-201 A 201-301 B 301-401 A 401-500"},
-        {"note X 200, kept A 300 501",
-         "The kept shot at 00:00:12:00 has missing footage. Let go of it or choose another "
-         "camera."}};
+        {"note X 200, section B 100 201", "A 0-100 B 100-201 A 201-301 B 301-401 A 401-500"}};
     for (const auto& [changes, outcome] : rows)
         EXPECT_EQ(Edit(changes).outcome(), outcome) << changes;
 }

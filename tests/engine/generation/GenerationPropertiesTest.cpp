@@ -523,6 +523,7 @@ void keepSome(GenerationInputs& in, Dice& dice, const CutEngine& engine) {
         if (dice.oneIn(200)) cut.start = std::max<Frames>(cut.start - dice.below(50), 0);
         if (dice.oneIn(200)) cut.duration += dice.below(50);
         if (dice.oneIn(400)) cut.angle = dice.angle();
+        if (dice.oneIn(400)) cut.duration = 0;
         if (dice.oneIn(4)) in.kept.push_back(cut);
     }
     std::stable_sort(in.kept.begin(), in.kept.end(),
