@@ -1,6 +1,5 @@
 #include "host/InboxSubscription.h"
 #include "persistence/SavedEditSession.h"
-#include "planning/EditPlan.h"
 #include "platform/FileURL.h"
 #include "tests/support/EditorBench.h"
 
@@ -192,9 +191,9 @@ TEST(ContentView, importsResetWhatBelongsToTheProject) {
 TEST(ContentView, filesThatAreDroppedOrArriveByURL) {
     EditorBench bench;
     const auto url = [&](std::string_view name) { return fileURL(bench.folder.path(name)); };
-    bench.folder.write("One song.FCPXML", concert().xml());
-    std::filesystem::create_directory(bench.folder.path("Bundle.fcpxmld"));
-    bench.folder.write("Bundle.fcpxmld/Info.fcpxml", concert().xml());
+    bench.folder.write("two. dots.FCPXML", concert().xml());
+    std::filesystem::create_directory(bench.folder.path("BIG.FcpXMLd"));
+    bench.folder.write("BIG.FcpXMLd/Info.fcpxml", concert().xml());
     const std::string one = "Drop one Final Cut XML file or bundle at a time.";
     const std::string choose = "Choose a .fcpxml file or .fcpxmld bundle.";
     struct Row {
@@ -204,8 +203,8 @@ TEST(ContentView, filesThatAreDroppedOrArriveByURL) {
         bool isLoaded;
     };
     const std::vector<Row> rows{
-        {{url("One song.FCPXML")}, true, "", true},
-        {{url("Bundle.fcpxmld") + "/"}, true, "", true},
+        {{url("two. dots.FCPXML")}, true, "", true},
+        {{url("BIG.FcpXMLd") + "//"}, true, "", true},
         {{url("gone.fcpxml")},
          true,
          "“" + bench.folder.path("gone.fcpxml") +
@@ -213,9 +212,10 @@ TEST(ContentView, filesThatAreDroppedOrArriveByURL) {
              "directory.",
          false},
         {{}, false, one, false},
-        {{url("One song.FCPXML"), url("One song.FCPXML")}, false, one, false},
+        {{url("two. dots.FCPXML"), url("two. dots.FCPXML")}, false, one, false},
         {{"https://example.org/a.fcpxml"}, false, one, false},
         {{url("a.xml")}, false, choose, false},
+        {{url(".fcpxml")}, false, choose, false},
     };
     for (const Row& row : rows) {
         bench.restart();

@@ -300,21 +300,6 @@ TEST(Durability, editorsInTurnKeepTheLastSessionAndAllPresets) {
     EXPECT_EQ(bench.presets(), "0 25,1 21,2 22,3 23,5 25,");
 }
 
-TEST(Durability, aSessionThatIsRefusedIsKept) {
-    Loaded bench;
-    const std::string damaged =
-        replaced(bench.session().value(), R"("version":1)", R"("version":2)");
-    bench.put("data/session-v1.json", damaged);
-    bench.restart();
-    bench.editor().appear();
-    EXPECT_EQ(bench.told(bench.editor()),
-              restoreRefusal +
-                  "The saved session could not be read. Its stored data has been kept.");
-    EXPECT_FALSE(bench.fields().project);
-    set(bench.editor(), &EditSettings::mainShare, 33);
-    EXPECT_TRUE(bench.session() == damaged);
-}
-
 TEST(Durability, presetsThatCannotBeReadAreNeverWrittenOver) {
     Loaded bench;
     bench.storeAndChoosePreset();

@@ -2,14 +2,11 @@
 #include "planning/EditPlan.h"
 #include "planning/EditTexts.h"
 #include "planning/ProjectDefaults.h"
-#include "planning/ProjectFile.h"
 #include "tests/support/ProjectBuilder.h"
 #include "tests/support/ScriptedRandom.h"
 #include "tests/support/TestFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 namespace shotweaver::test {
 namespace {
@@ -130,27 +127,6 @@ TEST(Project, anglesAreLabelledByNameAndCameras) {
     EXPECT_EQ(loaded.project->label("W"), "Wide (HC-X1500, XA50)");
     EXPECT_EQ(loaded.project->label("P"), "Pulpit");
     EXPECT_EQ(loaded.project->label("gone"), "gone");
-}
-
-TEST(ProjectFile, filesAndBundlesAreReadByTheirExtension) {
-    const TestFolder folder;
-    std::filesystem::create_directories(folder.path("BIG.FcpXMLd"));
-    folder.write("BIG.FcpXMLd/Info.fcpxml", "xml");
-    folder.write("two.dots.FCPXML", "xml");
-    const std::string refusal = "Choose a .fcpxml file or .fcpxmld bundle.";
-    const std::pair<const char*, std::string> rows[] = {
-        {"two.dots.FCPXML", ""},
-        {"BIG.FcpXMLd//", ""},
-        {".fcpxml", refusal},
-        {"none.fcpxmld", "“" + folder.path("none.fcpxmld/Info.fcpxml") +
-                             "” could not be opened: No such file or directory."},
-    };
-    for (const auto& [name, failure] : rows) {
-        const auto open = [&, path = folder.path(name)] {
-            EXPECT_EQ(readAll(*openProjectFile(systemFileCalls(), path)), "xml");
-        };
-        EXPECT_EQ(failureOf(open), failure) << name;
-    }
 }
 
 } // namespace

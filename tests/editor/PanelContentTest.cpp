@@ -1,11 +1,6 @@
-#include "engine/generation/CameraUsage.h"
 #include "persistence/RecordJson.h"
-#include "planning/EditPlan.h"
 #include "planning/EditTexts.h"
-#include "planning/ProjectDefaults.h"
-#include "planning/ShareForecast.h"
 #include "tests/support/EditorBench.h"
-#include "tests/support/ScriptedRandom.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -75,28 +70,6 @@ TEST(SettingsContent, forecastsTheMainCamerasShare) {
     }
     panel.apply(R"({"mainMinimum": 26})");
     EXPECT_EQ(shareForecast(panel.fields().settings, *panel.editor().project()), "");
-}
-
-TEST(ShareForecast, isTheMeanOfManyEdits) {
-    ProjectBuilder builder; // five hours
-    builder.length = 450'000;
-    builder.angles = {
-        {"A", "A", {{0, 450'000}}}, {"B", "B", {{0, 450'000}}}, {"C", "C", {{0, 450'000}}}};
-    const Project project(builder.xml());
-    const EditSettings imported = importedSettings(project, {});
-    SeededRandom random(7);
-    for (const char* changed :
-         {"{}", R"({"mainShare": 10})", R"({"mainShare": 90, "doubleMain": true})",
-          R"({"mainMinimum": 5, "mainMaximum": 5, "otherMinimum": 2, "otherMaximum": 30})"}) {
-        const EditSettings settings = readSettingsOver(JsonReader(parseJson(changed)), imported);
-        double frames = 0;
-        for (int edit = 0; edit < 10; ++edit)
-            frames += double(usageOf(cameraUsage(generateCutList(settings, project, {}, random,
-                                                                 countingUUIDs())),
-                                     "A")
-                                 .frames);
-        EXPECT_NEAR(frames / 10 / 450'000, expectedMainShare(settings), 0.005) << changed;
-    }
 }
 
 TEST(SettingsContent, frequenciesCountAmongTheIncludedCameras) {
