@@ -21,11 +21,11 @@ class FindingsView : public QWidget {
     void refresh();
 
   private:
-    void setOpen(bool isOpen);
+    void makeList();
 
     ContentView& editor_;
     QToolButton* heading_;
-    QPlainTextEdit* list_;
+    QPlainTextEdit* list_ = nullptr; // before it is opened
 };
 
 } // namespace shotweaver
