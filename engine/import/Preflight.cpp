@@ -409,30 +409,36 @@ void Preflight::checkReferences(XmlNode element) {
 
 /// One that an angle uses has a location, or the project would not have been accepted.
 void Preflight::checkRecording(XmlNode asset) {
-    const Elements representations(asset, "media-rep");
     std::vector<std::optional<std::string_view>> locations;
-    for (const XmlNode each : representations)
+    for (const XmlNode each : Elements(asset, "media-rep"))
         locations.push_back(attribute(each, "src"));
     if (const auto own = attribute(asset, "src")) locations.push_back(own);
-    if (locations.empty() ||
-        std::find(locations.begin(), locations.end(), std::nullopt) != locations.end())
-        return find(Kind::refused,
-                    fmt::format("{} has no media file, and no angle uses it: Final Cut refuses the "
-                                "XML. Remove it from the multicam clip or relink its media, and "
-                                "export XML again.",
-                                subject()));
-    for (const auto& location : locations) {
-        if (location->empty())
-            find(Kind::changed, fmt::format("{} has an empty file location: Final Cut will show it "
-                                            "as missing. Relink its media and export XML again.",
-                                            subject()));
-        else if (isRelative(*location))
+    const bool hasLocation = std::any_of(locations.begin(), locations.end(),
+                                         [](const auto& each) { return each && !each->empty(); });
+    const bool lacksOne =
+        std::find(locations.begin(), locations.end(), std::nullopt) != locations.end();
+    if (hasLocation && lacksOne)
+        find(Kind::refused,
+             fmt::format("{} has a media file that is nowhere: Final Cut refuses the "
+                         "XML. Relink its media and export XML again.",
+                         subject()));
+    else if (locations.empty() || lacksOne)
+        find(Kind::refused,
+             fmt::format("{} has no media file, and no angle uses it: Final Cut refuses the XML. "
+                         "Remove it from the multicam clip or relink its media, and export XML "
+                         "again.",
+                         subject()));
+    else if (!hasLocation)
+        find(Kind::changed, fmt::format("{} has an empty file location: Final Cut will show it as "
+                                        "missing. Relink its media and export XML again.",
+                                        subject()));
+    for (const auto& location : locations)
+        if (location && !location->empty() && isRelative(*location))
             find(Kind::changed,
                  fmt::format("{} lies at “{}”, counted from the imported XML: from where the edit "
                              "is saved Final Cut will not find it. Relink it after the import, or "
                              "save the edit beside that XML.",
                              subject(), *location));
-    }
 }
 
 void Preflight::checkFormat(XmlNode format) {
