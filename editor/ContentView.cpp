@@ -1,5 +1,6 @@
 #include "editor/ContentView.h"
 
+#include "editor/PanelTexts.h"
 #include "planning/EditPlan.h"
 
 #include <fmt/format.h>
@@ -11,8 +12,9 @@ namespace shotweaver {
 ContentView::ContentView(EditorEnvironment environment)
     : environment_(std::move(environment)),
       sessionFile_(environment_.files, environment_.folders.session),
-      defaults_(environment_.files, environment_.folders.userDefaults),
-      judgedSettings_(fields_.settings) {
+      defaults_(environment_.files, environment_.folders.userDefaults), judged_{fields_.settings,
+                                                                                {},
+                                                                                {}} {
     readPresetData();
 }
 
@@ -24,10 +26,11 @@ Observers::Subscription ContentView::observe(std::function<void()> observer) {
     return observers_.add(std::move(observer));
 }
 
-void ContentView::change(const std::function<void(EditorFields&)>& body, Saving saving) {
+void ContentView::change(const std::function<void(EditorFields&)>& body, Saving saving,
+                         std::string_view control) {
     try {
         body(fields_);
-        endChange(saving);
+        endChange(saving, control);
     } catch (const std::exception& failure) {
         fields_.error = textOf(failure);
     }
@@ -36,13 +39,19 @@ void ContentView::change(const std::function<void(EditorFields&)>& body, Saving 
 }
 
 /// Judges what the change has done to the settings, and saves.
-void ContentView::endChange(Saving saving) {
-    if (fields_.settings != judgedSettings_) settingsDidChange();
+void ContentView::endChange(Saving saving, std::string_view control) {
+    if (fields_.settings != judged_.settings) {
+        UndoStep::Settings before{std::move(judged_.settings), judged_.shownEdit};
+        settingsDidChange();
+        recordSettings(std::move(before), control);
+    }
+    judged_.shownEdit = shownEditID();
+    judged_.project = fields_.project;
     if (saveIsWanted_ && saving == Saving::now) writeSession();
 }
 
 void ContentView::settingsDidChange() {
-    judgedSettings_ = fields_.settings;
+    judged_.settings = fields_.settings;
     forgetCoverage();
     handChange_.reset();
     saveIsWanted_ = true;
@@ -51,8 +60,9 @@ void ContentView::settingsDidChange() {
     fields_.status.clear();
 }
 
-void ContentView::edit(const std::function<void(EditSettings&)>& change, Saving saving) {
-    this->change([&](EditorFields& fields) { change(fields.settings); }, saving);
+void ContentView::edit(const std::function<void(EditSettings&)>& change, Saving saving,
+                       std::string_view control) {
+    this->change([&](EditorFields& fields) { change(fields.settings); }, saving, control);
 }
 
 void ContentView::writeSession() {
@@ -168,10 +178,31 @@ ActionBar ContentView::actionBar() const {
     bar.canGoForward = index + 1 < count;
     bar.canExport = hasCuts;
     if (hasCuts) bar.position = fmt::format("Edit {} of {}", index + 1, count);
-    if (!hasOthers) bar.hint = "Include another camera.";
+    const bool hasAudio = !fields_.settings.audio.empty();
+    if (!hasOthers)
+        bar.hint = panelTexts::includeAnother;
+    else if (!hasAudio)
+        bar.hint = panelTexts::chooseAudio;
     if (const std::size_t kept = fields_.keptCuts().size(); kept > 0)
         bar.kept = kept == 1 ? "1 shot kept." : fmt::format("{} shots kept.", kept);
     return bar;
+}
+
+std::string ContentView::generateHelp() const {
+    const std::optional<std::string> hint = actionBar().hint;
+    if (!hint) return panelTexts::generateHelp;
+    const bool lacksBoth = *hint == panelTexts::includeAnother && fields_.settings.audio.empty();
+    return lacksBoth ? *hint + " " + panelTexts::chooseAudio : *hint;
+}
+
+std::string ContentView::statusLine() const {
+    const bool isOldNews = fields_.status == panelTexts::restored && !restoreIsNews_;
+    return isOldNews ? "" : fields_.status;
+}
+
+std::string ContentView::noCutsText() const {
+    const std::string text = panelTexts::noCuts;
+    return actionBar().canGoBack ? text + " " + panelTexts::backBrings : text;
 }
 
 const CutTexts& ContentView::cutTexts() const {

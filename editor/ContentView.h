@@ -6,6 +6,7 @@
 #include "editor/HostServices.h"
 #include "editor/Observers.h"
 #include "editor/SettingsContent.h"
+#include "editor/UndoSteps.h"
 #include "engine/export/ExportFiles.h"
 #include "engine/generation/CoverageReport.h"
 #include "engine/import/Preflight.h"
@@ -23,6 +24,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace shotweaver {
@@ -35,7 +37,8 @@ struct EditorEnvironment {
     UUIDMaker makeUUID;
     std::function<double()> now; // seconds since 2001-01-01 00:00:00 UTC
     StateFolders folders;
-    std::string locale; // BCP 47 tag
+    std::string locale;           // BCP 47 tag
+    std::string exampleProject{}; // a file that comes with the program; empty for none
 };
 
 /// The state of the action bar.
@@ -88,6 +91,13 @@ class ContentView {
     /// True when the drop is accepted, also when the file then cannot be read or imported.
     bool handleDroppedURLs(const std::vector<std::string>& urls);
     void setDropTargeted(bool isTargeted);
+    /// Whether a drop of these would be read.
+    static bool takesURLs(const std::vector<std::string>& urls);
+    /// Opens the project that comes with the program.
+    void openExample();
+    bool hasExample() const;
+    /// Makes the session that was replaced last the current one again, which is kept in its place.
+    void bringBackSession();
 
     // Alert and windows.
 
@@ -104,6 +114,8 @@ class ContentView {
     void goForward();
     void showRevision(std::int64_t position);
     void exportEdit();
+    /// Shows the file of the last export where it lies.
+    void showExport();
 
     // Refining the edit on show. Rows are those of the cut list; what does not exist, or cannot be
     // changed, changes nothing.
@@ -130,17 +142,29 @@ class ContentView {
     /// typed.
     enum class Saving { now, soon };
 
-    /// Changes the settings, as one change. Every control comes through here.
-    void edit(const std::function<void(EditSettings&)>& change, Saving saving = Saving::now);
+    /// Changes the settings, as one change. Every control comes through here. Changes of one
+    /// `control`, named by whoever shows it, that follow each other are undone together.
+    void edit(const std::function<void(EditSettings&)>& change, Saving saving = Saving::now,
+              std::string_view control = {});
 
     /// The same for one fixed section. A row that does not exist changes nothing.
     void editSection(std::size_t row, const std::function<void(SectionDraft&)>& change,
-                     Saving saving = Saving::now);
+                     Saving saving = Saving::now, std::string_view control = {});
     /// Proposes one more fixed section behind the last one.
     void addSection();
+    /// Adds a fixed section that lasts from a chapter of the project to the next one, or to its
+    /// end. Chapters count from 0.
+    void addChapterSection(std::size_t chapter);
     void removeSection(std::size_t row);
     /// Asks for a file of times, in place of those that there are.
     void chooseCutTimes();
+
+    /// Takes the last change of the settings back, or that of a stored preset, with the edit that
+    /// was on show before it; and makes it again.
+    void undo();
+    void redo();
+    bool canUndo() const { return undoSteps_.undoable() != nullptr; }
+    bool canRedo() const { return undoSteps_.redoable() != nullptr; }
 
     // Presets.
 
@@ -164,6 +188,12 @@ class ContentView {
     /// the import on.
     const std::vector<Finding>& findings() const { return findings_; }
     ActionBar actionBar() const;
+    /// What generating does, or why it cannot.
+    std::string generateHelp() const;
+    /// The line under the columns. That a session was restored is no news after the first action.
+    std::string statusLine() const;
+    /// What stands in the cut list's place while no edit is on show.
+    std::string noCutsText() const;
     /// A row of the cut list; an empty one where there is no cut. Cheap, so that a view asks for
     /// what it shows.
     CutRow cutRow(std::size_t row) const;
@@ -187,13 +217,21 @@ class ContentView {
     void reportingFailures(const std::function<void()>& body);
     /// Changes fields: one change, judged when `body` has ended. What it throws becomes the error.
     /// `body` opens no other change.
-    void change(const std::function<void(EditorFields&)>& body, Saving saving = Saving::now);
-    void endChange(Saving saving);
+    void change(const std::function<void(EditorFields&)>& body, Saving saving = Saving::now,
+                std::string_view control = {});
+    void endChange(Saving saving, std::string_view control);
     void settingsDidChange();
     void writeSession();
     void saveSoon();
     void showFailure(const std::exception& failure, std::string_view prefix = "");
     static std::string textOf(const std::exception& failure);
+
+    std::optional<UUID> shownEditID() const;
+    void recordSettings(UndoStep::Settings before, std::string_view control);
+    void takeStep(const UndoStep* step, UndoStep::State UndoStep::*from,
+                  UndoStep::State UndoStep::*to, void (UndoSteps::*didTake)());
+    void showState(EditorFields& fields, const UndoStep::Settings& state);
+    void showState(EditorFields& fields, const UndoStep::Preset& from, const UndoStep::Preset& to);
 
     void appendRevision(EditorFields& fields, std::vector<Cut> cuts);
     void keptDidChange();
@@ -201,6 +239,11 @@ class ContentView {
     bool continuesHandChange(std::size_t row) const;
     void changeByHand(std::size_t row, std::vector<Cut> cuts, const std::vector<UUID>& changed);
 
+    void appendSection(std::string name, std::int64_t start, std::int64_t end);
+
+    std::optional<ReplacedSession> keepSession();
+    void takeSession(EditorFields& fields, SavedEditSession session,
+                     std::shared_ptr<const Project> project);
     void projectDidChange();
     void forgetCoverage();
     void handOver(const ExportedFiles& files);
@@ -214,6 +257,8 @@ class ContentView {
     /// Stores the settings as the preset that `choose` names, given the stored ones; nothing
     /// happens when it names none, or when the settings make no preset.
     void storePreset(const IdentityChoice& choose);
+    /// Stores a preset in place of those with the identifier, or none.
+    void replacePreset(const UUID& id, const std::optional<EditPreset>& preset);
     const SelectedCoverage& coverage() const;
     const CutTexts& cutTexts() const;
     const std::vector<std::vector<std::string>>& cutReasons() const;
@@ -227,7 +272,15 @@ class ContentView {
     bool didRestore_ = false; // at the start, or an XML came before it
     bool saveIsWanted_ = false;
     bool saveIsScheduled_ = false;
-    EditSettings judgedSettings_; // at the end of the last change
+    bool restoreIsNews_ = false; // until the first action
+    /// What the last change left.
+    struct {
+        EditSettings settings;
+        std::optional<UUID> shownEdit;
+        std::shared_ptr<const Project> project;
+    } judged_;
+    UndoSteps undoSteps_;
+    bool isTakingStep_ = false;
     struct HandChange {
         UUID revision; // that it made
         std::size_t row;

@@ -29,6 +29,8 @@ void ContentView::appendRevision(EditorFields& fields, std::vector<Cut> cuts) {
         {environment_.makeUUID(), environment_.now(), fields.settings, std::move(cuts)});
     fields.showsCurrentEdit = true;
     fields.status.clear();
+    fields.exportedFile.clear();
+    undoSteps_.endStep();
     keptDidChange();
 }
 
@@ -83,6 +85,7 @@ void ContentView::handOver(const ExportedFiles& files) {
     change([&](EditorFields& fields) {
         fields.status = fmt::format("Saved {} and {}. Opening Final Cut Pro…", fileName(files.xml),
                                     fileName(files.record));
+        fields.exportedFile = files.xml;
     });
     environment_.host.openInFinalCut(
         files.xml, [weak = std::weak_ptr(self_), path = files.xml](const auto& error) {
@@ -100,6 +103,15 @@ void ContentView::handOverDidEnd(const std::string& path, const std::optional<Ho
         fields.error = fmt::format("Your export is saved at {}. Open it in Final Cut manually. {}",
                                    path, error->description);
     });
+}
+
+void ContentView::showExport() {
+    if (fields_.exportedFile.empty()) return;
+    environment_.host.showInFolder(fields_.exportedFile,
+                                   [weak = std::weak_ptr(self_)](const auto& error) {
+                                       const auto self = weak.lock();
+                                       if (self && error) (*self)->showError(error->description);
+                                   });
 }
 
 } // namespace shotweaver

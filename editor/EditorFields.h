@@ -17,6 +17,14 @@ struct TimesFile {
     std::vector<double> times;
 };
 
+/// A session that an import has replaced.
+struct ReplacedSession {
+    std::string line;    // "Replaced Sunday Service."
+    bool isKept = false; // so that it can be brought back
+
+    bool operator==(const ReplacedSession&) const = default;
+};
+
 /// Everything that the panel shows and binds to. `ContentView` owns and changes it.
 struct EditorFields {
     EditSettings settings;                  // as the controls show them
@@ -30,6 +38,8 @@ struct EditorFields {
     std::optional<std::string> error; // the alert's text
     std::string status;
     std::optional<std::string> sessionSaveError;
+    std::optional<ReplacedSession> replaced; // by the last import
+    std::string exportedFile;                // path of the last export's XML; empty for none
     bool dropTargeted = false;
     bool showingHelp = false;
     bool showingAbout = false;

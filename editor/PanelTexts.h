@@ -59,6 +59,12 @@ inline constexpr const char* coverageCaption =
 inline constexpr const char* noProject =
     "Drop a .fcpxml file or .fcpxmld bundle here to get started.";
 inline constexpr const char* noCuts = "Generate an edit to preview the cuts here.";
+inline constexpr const char* includeAnother = "Include another camera.";
+inline constexpr const char* chooseAudio = "Choose continuous audio.";
+inline constexpr const char* backBrings = "Back shows the last edit again.";
+inline constexpr const char* restored =
+    "Restored your last session from its saved XML snapshot. Import a fresh XML if the Final Cut "
+    "project has changed.";
 inline constexpr const char* footerHint =
     "Drop XML anywhere to load a project. Exports a separate project.";
 inline constexpr const char* generateHelp = "Make a new rough edit with these settings";

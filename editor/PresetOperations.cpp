@@ -20,12 +20,16 @@ const EditPreset* presetWithID(const std::vector<EditPreset>& presets, std::stri
     return found == presets.end() ? nullptr : &*found;
 }
 
-bool hasNameOfAnother(const std::vector<EditPreset>& presets, std::string_view name,
-                      const UUID& id) {
+/// Refuses the name of another preset.
+void checkNameIsFree(const std::vector<EditPreset>& presets, std::string_view name,
+                     const UUID& id) {
     const std::string wanted = normalizedName(name);
-    return std::any_of(presets.begin(), presets.end(), [&](const EditPreset& preset) {
-        return preset.id != id && normalizedName(preset.name) == wanted;
-    });
+    if (std::any_of(presets.begin(), presets.end(), [&](const EditPreset& preset) {
+            return preset.id != id && normalizedName(preset.name) == wanted;
+        }))
+        throw FinalCutImportError::invalid(
+            "A preset with that name already exists. Choose it and use Update, or save with "
+            "another name.");
 }
 
 /// The settings as a preset of a list; nothing without a name, and when their cameras do not
@@ -35,10 +39,7 @@ std::optional<EditPreset> newPreset(const std::vector<EditPreset>& presets,
                                     const Project* project) {
     const std::string name(trimmed(identity.name));
     if (name.empty()) return std::nullopt;
-    if (hasNameOfAnother(presets, name, identity.id))
-        throw FinalCutImportError::invalid(
-            "A preset with that name already exists. Choose it and use Update, or save with "
-            "another name.");
+    checkNameIsFree(presets, name, identity.id);
     return project ? presetOf(settings, *project, identity.id, name) : std::nullopt;
 }
 
@@ -98,7 +99,10 @@ std::optional<EditPreset> ContentView::selectedPreset() const {
 }
 
 void ContentView::choosePreset(const std::string& id) {
-    change([&](EditorFields& fields) { fields.chosenPreset = id; });
+    change([&](EditorFields& fields) {
+        fields.chosenPreset = id;
+        restoreIsNews_ = false;
+    });
 }
 
 void ContentView::openSavePreset() {
@@ -143,10 +147,27 @@ void ContentView::storePreset(const IdentityChoice& choose) {
             fields.showSavePreset = wasNaming;
             return;
         }
+        const EditPreset* const former = presetWithID(presets, preset->id.text());
+        std::optional<UndoStep> update;
+        if (former)
+            update = UndoStep{UndoStep::Preset{*former, fields.chosenPreset},
+                              UndoStep::Preset{*preset, fields.chosenPreset},
+                              {}};
         storePresets(withPreset(std::move(presets), *preset, environment_.locale));
+        if (update) undoSteps_.add(std::move(*update));
         fields.chosenPreset = preset->id.text();
         fields.presetNotice = "Saved " + preset->name + ".";
     });
+}
+
+void ContentView::replacePreset(const UUID& id, const std::optional<EditPreset>& preset) {
+    std::vector<EditPreset> presets = storedPresets();
+    std::erase_if(presets, [&](const EditPreset& each) { return each.id == id; });
+    if (preset) {
+        checkNameIsFree(presets, preset->name, id);
+        presets = withPreset(std::move(presets), *preset, environment_.locale);
+    }
+    storePresets(presets);
 }
 
 void ContentView::applyPreset() {
@@ -170,11 +191,13 @@ void ContentView::deletePreset() {
         std::vector<EditPreset> presets = storedPresets();
         const EditPreset* const chosen = presetWithID(presets, fields.chosenPreset);
         if (!chosen) return;
-        const std::string name = chosen->name;
-        std::erase_if(presets, [id = chosen->id](const auto& each) { return each.id == id; });
+        const EditPreset deleted = *chosen;
+        std::erase_if(presets, [&](const EditPreset& each) { return each.id == deleted.id; });
         storePresets(presets);
+        undoSteps_.add({UndoStep::Preset{deleted, fields.chosenPreset}, UndoStep::Preset{}, {}});
         fields.chosenPreset.clear();
-        fields.presetNotice = "Deleted " + name + ". Your current editing settings are unchanged.";
+        fields.presetNotice =
+            "Deleted " + deleted.name + ". Your current editing settings are unchanged.";
     });
 }
 

@@ -1,5 +1,7 @@
 #include "editor/ContentView.h"
 #include "editor/ItemAccessGrant.h"
+#include "editor/PanelTexts.h"
+#include "engine/FinalCutImportError.h"
 #include "planning/ProjectDefaults.h"
 #include "planning/ProjectFile.h"
 #include "platform/Base64.h"
@@ -16,7 +18,8 @@ void ContentView::appear() {
     try {
         storedPresets();
     } catch (const std::exception&) {
-        showError("Saved presets could not be read. Their stored data has been kept.");
+        const std::string before = fields_.error ? *fields_.error + "\n\n" : "";
+        showError(before + "Saved presets could not be read. Their stored data has been kept.");
     }
 }
 
@@ -30,31 +33,29 @@ std::shared_ptr<const Project> loadProject(std::string_view xml) {
     return std::make_shared<const Project>(xml);
 }
 
+struct LoadedSession {
+    SavedEditSession session;
+    std::shared_ptr<const Project> project;
+};
+
+LoadedSession loadSession(std::string_view bytes) {
+    LoadedSession loaded{readSession(bytes), {}};
+    loaded.project = loadProject(loaded.session.sourceXML);
+    validateSession(loaded.session, loaded.project->engine);
+    return loaded;
+}
+
 } // namespace
 
 void ContentView::restoreSession() {
     try {
         const auto bytes = sessionFile_.read();
         if (!bytes) return;
-        SavedEditSession session = readSession(*bytes);
-        std::shared_ptr<const Project> project = loadProject(session.sourceXML);
-        validateSession(session, project->engine);
+        auto [session, project] = loadSession(*bytes);
         change([&](EditorFields& fields) {
-            fields.sourceXML = base64(session.sourceXML);
-            fields.project = std::move(project);
-            fields.history = std::move(session.history);
-            fields.kept = std::move(session.keptShots);
-            hasForgottenCuts_ = true;
-            fields.settings = std::move(session.settings);
-            const EditRevision* const current = fields.history.current();
-            fields.showsCurrentEdit = current && current->settings == fields.settings;
-            fields.status =
-                "Restored your last session from its saved XML snapshot. Import a fresh XML if the "
-                "Final Cut project has changed.";
-            // Judged here: at the change's end it would take the status away again.
-            saveIsWanted_ = saveIsWanted_ || fields.settings != judgedSettings_;
-            judgedSettings_ = fields.settings;
-            projectDidChange();
+            takeSession(fields, std::move(session), std::move(project));
+            fields.status = panelTexts::restored;
+            restoreIsNews_ = true;
         });
     } catch (const std::exception& failure) {
         showFailure(failure,
@@ -63,10 +64,27 @@ void ContentView::restoreSession() {
     }
 }
 
+void ContentView::takeSession(EditorFields& fields, SavedEditSession session,
+                              std::shared_ptr<const Project> project) {
+    fields.sourceXML = base64(session.sourceXML);
+    fields.project = std::move(project);
+    fields.history = std::move(session.history);
+    fields.kept = std::move(session.keptShots);
+    hasForgottenCuts_ = true;
+    fields.settings = std::move(session.settings);
+    const EditRevision* const current = fields.history.current();
+    fields.showsCurrentEdit = current && current->settings == fields.settings;
+    // Judged here: at the change's end it would take the status away again.
+    saveIsWanted_ = saveIsWanted_ || fields.settings != judged_.settings;
+    judged_.settings = fields.settings;
+    projectDidChange();
+}
+
 void ContentView::importProject(std::string data) {
     reportingFailures([&] {
         std::shared_ptr<const Project> project = loadProject(data);
         EditSettings settings = importedSettings(*project, fields_.settings);
+        const std::optional<ReplacedSession> replaced = keepSession();
         change([&](EditorFields& fields) {
             fields.sourceXML = base64(data);
             fields.history = {};
@@ -77,16 +95,58 @@ void ContentView::importProject(std::string data) {
             fields.settings = std::move(settings);
             fields.showsCurrentEdit = false;
             fields.status.clear();
+            fields.replaced = replaced;
             projectDidChange();
             saveIsWanted_ = true;
         });
     });
 }
 
+/// Keeps the session that is about to be replaced, also one that was not restored: nothing without
+/// one.
+std::optional<ReplacedSession> ContentView::keepSession() {
+    if (saveIsWanted_) writeSession();
+    const Project* const former = project();
+    const bool isNamed = former && !former->summary.name.empty();
+    const std::string name = isNamed ? former->summary.name : "your last session";
+    try {
+        if (!sessionFile_.keep()) return std::nullopt;
+        return ReplacedSession{fmt::format("Replaced {}.", name), true};
+    } catch (const std::exception& failure) {
+        return ReplacedSession{
+            fmt::format("Replaced {}, which could not be kept: {}", name, textOf(failure)), false};
+    }
+}
+
+void ContentView::bringBackSession() {
+    try {
+        if (!fields_.replaced || !fields_.replaced->isKept) return;
+        const BusySign busy = environment_.host.showBusy();
+        const auto bytes = sessionFile_.readKept();
+        if (!bytes) throw FinalCutImportError::invalid("It is not there any more.");
+        auto [session, project] = loadSession(*bytes);
+        if (saveIsWanted_) writeSession();
+        const std::string replaced = this->project()->summary.name;
+        sessionFile_.exchangeWithKept();
+        change([&](EditorFields& fields) {
+            takeSession(fields, std::move(session), std::move(project));
+            fields.status = fmt::format("Brought back {}.", fields.project->summary.name);
+            fields.replaced = ReplacedSession{fmt::format("Replaced {}.", replaced), true};
+            fields.chosenPreset.clear();
+            fields.presetNotice.clear();
+            saveIsWanted_ = false; // it is stored as it is
+        });
+    } catch (const std::exception& failure) {
+        showFailure(failure, "The replaced session could not be brought back. ");
+    }
+}
+
 /// Forgets what was worked out of the former project.
 void ContentView::projectDidChange() {
     encoder_ = {};
     handChange_.reset();
+    fields_.exportedFile.clear();
+    undoSteps_.clear();
     forgetCoverage();
     cutTexts_.reset();
     findings_ = preflight(*fields_.project);
@@ -100,6 +160,14 @@ void ContentView::readProjectFile(const std::string& path) {
     });
 }
 
+void ContentView::openExample() {
+    if (hasExample()) readProjectFile(environment_.exampleProject);
+}
+
+bool ContentView::hasExample() const {
+    return !environment_.exampleProject.empty();
+}
+
 void ContentView::chooseProjectFile() {
     reportingFailures([&] {
         const auto path = environment_.host.chooseItem({chooseProjectText, "", true, true, false});
@@ -107,8 +175,21 @@ void ContentView::chooseProjectFile() {
     });
 }
 
+namespace {
+
+std::optional<std::string> pathOfOneFile(const std::vector<std::string>& urls) {
+    return urls.size() == 1 ? pathOfFileURL(urls.front()) : std::nullopt;
+}
+
+} // namespace
+
+bool ContentView::takesURLs(const std::vector<std::string>& urls) {
+    const auto path = pathOfOneFile(urls);
+    return path && hasProjectExtension(*path);
+}
+
 bool ContentView::handleDroppedURLs(const std::vector<std::string>& urls) {
-    const auto path = urls.size() == 1 ? pathOfFileURL(urls.front()) : std::nullopt;
+    const auto path = pathOfOneFile(urls);
     if (!path) {
         showError("Drop one Final Cut XML file or bundle at a time.");
         return false;

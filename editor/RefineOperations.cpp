@@ -23,6 +23,7 @@ void ContentView::keptDidChange() {
     forgetCoverage();
     handChange_.reset();
     saveIsWanted_ = true;
+    restoreIsNews_ = false;
 }
 
 void ContentView::toggleKept(const std::vector<std::size_t>& rows) {

@@ -1,6 +1,8 @@
 #include "editor/SettingsContent.h"
 
+#include "editor/CoverageContent.h"
 #include "editor/PanelTexts.h"
+#include "engine/FinalCutImportError.h"
 #include "planning/EditPlan.h"
 #include "planning/EditTexts.h"
 #include "planning/ShareForecast.h"
@@ -162,6 +164,60 @@ std::string maximumLabel(double seconds) {
 
 std::string secondsLabel(double seconds) {
     return wholeNumber(seconds) + " sec";
+}
+
+namespace {
+
+struct ReadTimecode {
+    std::optional<std::int64_t> frame;
+    std::optional<std::string> fault;
+};
+
+ReadTimecode readTimecode(const std::string& text, const CutEngine& engine) {
+    try {
+        return {engine.frameForTimecode(text), std::nullopt};
+    } catch (const FinalCutImportError& failure) {
+        if (const auto next = engine.labelAfterSkipped(text))
+            return {
+                std::nullopt,
+                fmt::format("Drop-frame timecode skips this label. The next one is {}.", *next)};
+        return {std::nullopt, failure.what()};
+    }
+}
+
+} // namespace
+
+SectionFaults sectionFaults(const SectionDraft& section, const Project& project) {
+    const CutEngine& engine = project.engine;
+    const auto [start, startFault] = readTimecode(section.start, engine);
+    const auto [end, endFault] = readTimecode(section.end, engine);
+    SectionFaults faults{startFault, endFault};
+    const auto isOutside = [&](const std::optional<std::int64_t>& frame) {
+        return frame && (*frame < 0 || *frame > engine.length);
+    };
+    const std::string outside =
+        fmt::format("The project lasts from {}.", rangeText({0, engine.length}, engine));
+    if (isOutside(start)) faults.start = outside;
+    if (isOutside(end))
+        faults.end = outside;
+    else if (start && end && *end <= *start)
+        faults.end = "The end comes after the start.";
+    return faults;
+}
+
+FrameRange chapterRange(std::size_t chapter, const Project& project) {
+    const std::vector<Chapter>& chapters = project.markers.chapters;
+    const std::int64_t start = chapters[chapter].frame;
+    const auto next = std::upper_bound(
+        chapters.begin(), chapters.end(), start,
+        [](std::int64_t frame, const Chapter& each) { return frame < each.frame; });
+    return {start, next == chapters.end() ? project.engine.length : next->frame};
+}
+
+std::string chapterText(std::size_t chapter, const Project& project) {
+    const std::string& name = project.markers.chapters[chapter].name;
+    return fmt::format("{}{}{}", name, name.empty() ? "" : " · ",
+                       rangeText(chapterRange(chapter, project), project.engine));
 }
 
 std::string sectionTitle(std::size_t row) {

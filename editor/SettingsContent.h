@@ -5,6 +5,7 @@
 #include "persistence/EditPreset.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -73,6 +74,22 @@ std::string markersHelp(const Markers& markers);
 std::string minimumLabel(double seconds);
 std::string maximumLabel(double seconds);
 std::string secondsLabel(double seconds);
+
+/// What is wrong with a fixed section's timecodes, for the eye; nothing where they can be used. A
+/// label that drop-frame timecode skips is told with the next that exists.
+struct SectionFaults {
+    std::optional<std::string> start;
+    std::optional<std::string> end;
+
+    bool operator==(const SectionFaults&) const = default;
+};
+SectionFaults sectionFaults(const SectionDraft& section, const Project& project);
+
+/// A chapter of the project, from 0 on, up to the next one that begins later, or to the end.
+FrameRange chapterRange(std::size_t chapter, const Project& project);
+
+/// "Sermon · 00:10:00:00 to 00:25:00:00"
+std::string chapterText(std::size_t chapter, const Project& project);
 
 /// What a screen reader calls a row of fixed sections, which count from 0: "Section 1".
 std::string sectionTitle(std::size_t row);

@@ -35,23 +35,37 @@ std::int64_t nextSectionStart(const EditSettings& settings, const CutEngine& eng
 
 } // namespace
 
-void ContentView::addSection() {
-    constexpr double proposedSeconds = 30;
+void ContentView::appendSection(std::string name, std::int64_t start, std::int64_t end) {
     change([&](EditorFields& fields) {
-        if (!fields.project) return;
         const CutEngine& engine = fields.project->engine;
-        EditSettings& settings = fields.settings;
-        const std::int64_t start = nextSectionStart(settings, engine);
-        const std::int64_t limit = engine.length - framesOf(settings.closing, engine);
-        if (start >= limit) {
+        const std::int64_t limit = engine.length - framesOf(fields.settings.closing, engine);
+        if (start >= limit || start > end) {
             fields.error = "There is no room for another section after the existing sections and "
                            "opening or closing shots.";
             return;
         }
-        const std::int64_t end = std::min(start + wholeFrames(engine, proposedSeconds), limit);
-        settings.sections.push_back({environment_.makeUUID(), "", settings.mainCamera,
-                                     engine.timecode(start), engine.timecode(end)});
+        fields.settings.sections.push_back({environment_.makeUUID(), std::move(name),
+                                            fields.settings.mainCamera, engine.timecode(start),
+                                            engine.timecode(std::min(end, limit))});
     });
+}
+
+void ContentView::addSection() {
+    constexpr double proposedSeconds = 30;
+    if (!fields_.project) return;
+    const CutEngine& engine = fields_.project->engine;
+    const std::int64_t start = nextSectionStart(fields_.settings, engine);
+    appendSection("", start, start + wholeFrames(engine, proposedSeconds));
+}
+
+void ContentView::addChapterSection(std::size_t chapter) {
+    if (!fields_.project || chapter >= fields_.project->markers.chapters.size()) return;
+    const Project& project = *fields_.project;
+    const FrameRange range = chapterRange(chapter, project);
+    const std::int64_t opening = framesOf(fields_.settings.opening, project.engine);
+    // A chapter that the opening covers has no room.
+    const std::int64_t start = std::max(range.lowerBound, opening + (opening >= range.upperBound));
+    appendSection(project.markers.chapters[chapter].name, start, range.upperBound);
 }
 
 void ContentView::chooseCutTimes() {
@@ -91,12 +105,12 @@ void ContentView::removeSection(std::size_t row) {
 }
 
 void ContentView::editSection(std::size_t row, const std::function<void(SectionDraft&)>& change,
-                              Saving saving) {
+                              Saving saving, std::string_view control) {
     edit(
         [&](EditSettings& settings) {
             if (row < settings.sections.size()) change(settings.sections[row]);
         },
-        saving);
+        saving, control);
 }
 
 } // namespace shotweaver

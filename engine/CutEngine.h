@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,6 +48,14 @@ class CutEngine {
     /// Reads HH:MM:SS:FF (or ;FF, fields of any number of digits, white space around) as a frame of
     /// the project. The result may lie outside of the project.
     std::int64_t frameForTimecode(std::string_view text) const;
+
+    /// The label that follows one that drop-frame timecode skips; nothing for any other text.
+    ///     given  "00:01:00;00"     gives  "00:01:00;02"
+    std::optional<std::string> labelAfterSkipped(std::string_view text) const;
+
+    /// The frame of a label of the timeline, counted as `FrameDuration::frameOfLabel` does. May lie
+    /// outside of the project.
+    std::int64_t firstFrameLabelled(std::int64_t label) const;
 
     double seconds(std::int64_t frames) const { return frameDuration.seconds(frames); }
 

@@ -5,6 +5,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace shotweaver {
 
 namespace {
@@ -76,6 +78,15 @@ std::string FrameDuration::timecode(std::int64_t frame, DropFrame dropFrame) con
     const std::uint64_t second = label / rate;
     return fmt::format("{}{:02}:{:02}:{:02}{}{:02}", frame < 0 ? "-" : "", second / 3600,
                        second / 60 % 60, second % 60, drops ? ";" : ":", label % rate);
+}
+
+std::int64_t FrameDuration::frameOfLabel(std::int64_t label, DropFrame dropFrame) const {
+    if (dropFrame == DropFrame::no || !dropFrameApplies()) return label;
+    const std::int64_t rate = nominalRate();
+    const std::int64_t dropped = rate / 15; // labels skipped a minute, but not every tenth
+    const std::int64_t minutes = label / (rate * 60);
+    if (minutes % 10 != 0) label = std::max(label, minutes * rate * 60 + dropped);
+    return label - dropped * (minutes - minutes / 10);
 }
 
 } // namespace shotweaver

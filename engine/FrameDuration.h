@@ -43,6 +43,11 @@ struct FrameDuration {
     ///     given  1800, DropFrame::yes, 1001/30000     gives  "00:01:00;02"
     std::string timecode(std::int64_t frame, DropFrame dropFrame) const;
 
+    /// The frame number of a label, given as the number that it would have if none were skipped. A
+    /// label that drop-frame timecode skips stands for the next one that exists. Not negative.
+    ///     given  1800 (00:01:00;00), DropFrame::yes, 1001/30000     gives  1800 (00:01:00;02)
+    std::int64_t frameOfLabel(std::int64_t label, DropFrame dropFrame) const;
+
     bool operator==(const FrameDuration&) const = default;
 };
 

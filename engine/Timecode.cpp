@@ -39,6 +39,11 @@ std::optional<TimecodeFields> readFields(std::string_view text) {
     return TimecodeFields{fields[0], fields[1], fields[2], fields[3]};
 }
 
+/// Counted as if drop-frame timecode skipped none.
+std::int64_t labelNumber(const TimecodeFields& fields, std::int64_t rate) {
+    return ((fields.hours * 60 + fields.minutes) * 60 + fields.seconds) * rate + fields.frames;
+}
+
 } // namespace
 
 std::string CutEngine::timecode(std::int64_t frame) const {
@@ -54,17 +59,25 @@ std::int64_t CutEngine::frameForTimecode(std::string_view text) const {
     if (fields->frames >= rate)
         throw FinalCutImportError::invalid(
             fmt::format("The frame field must be less than {} for this project.", rate));
+    const std::int64_t label = labelNumber(*fields, rate);
+    const std::int64_t frame = frameDuration.frameOfLabel(label, dropFrame);
+    if (frame == frameDuration.frameOfLabel(label + 1, dropFrame))
+        throw FinalCutImportError::invalid("That frame label is skipped in drop-frame timecode.");
+    return frame - timelineStart;
+}
 
-    const std::int64_t minutes = fields->hours * 60 + fields->minutes;
-    std::int64_t total = (minutes * 60 + fields->seconds) * rate + fields->frames;
-    if (dropFrame == DropFrame::yes && frameDuration.dropFrameApplies()) {
-        const std::int64_t dropped = rate / 15; // labels skipped a minute, but not every tenth
-        if (fields->minutes % 10 != 0 && fields->seconds == 0 && fields->frames < dropped)
-            throw FinalCutImportError::invalid(
-                "That frame label is skipped in drop-frame timecode.");
-        total -= dropped * (minutes - minutes / 10);
-    }
-    return total - timelineStart;
+std::optional<std::string> CutEngine::labelAfterSkipped(std::string_view text) const {
+    const auto fields = readFields(text);
+    const std::int64_t rate = frameDuration.nominalRate();
+    if (!fields || fields->frames >= rate) return std::nullopt;
+    const std::int64_t label = labelNumber(*fields, rate);
+    const std::int64_t frame = frameDuration.frameOfLabel(label, dropFrame);
+    if (frame != frameDuration.frameOfLabel(label + 1, dropFrame)) return std::nullopt;
+    return frameDuration.timecode(frame, dropFrame);
+}
+
+std::int64_t CutEngine::firstFrameLabelled(std::int64_t label) const {
+    return frameDuration.frameOfLabel(label, dropFrame) - timelineStart;
 }
 
 } // namespace shotweaver

@@ -5,9 +5,22 @@
 namespace shotweaver {
 
 std::optional<std::string> SessionFile::read() const {
+    return readFileIfThere(calls_, sessionFileURL());
+}
+
+bool SessionFile::keep() const {
     const std::string path = sessionFileURL();
-    if (!fileExists(calls_, path)) return std::nullopt;
-    return readFile(calls_, path);
+    if (!fileIsThere(calls_, path)) return false;
+    keepFileAs(calls_, path, keptFileURL());
+    return true;
+}
+
+std::optional<std::string> SessionFile::readKept() const {
+    return readFileIfThere(calls_, keptFileURL());
+}
+
+void SessionFile::exchangeWithKept() const {
+    exchangeFiles(calls_, sessionFileURL(), keptFileURL());
 }
 
 void SessionFile::write(const std::function<void(ByteSink&)>& session) const {
@@ -17,6 +30,10 @@ void SessionFile::write(const std::function<void(ByteSink&)>& session) const {
 std::string SessionFile::sessionFileURL() const {
     createFolders(calls_, folder_);
     return pathInFolder(folder_, "session-v1.json");
+}
+
+std::string SessionFile::keptFileURL() const {
+    return pathInFolder(folder_, "replaced-session-v1.json");
 }
 
 } // namespace shotweaver

@@ -21,9 +21,20 @@ class SessionFile {
     /// Replaces the whole file: afterwards it holds what `session` gave it or still what it held.
     void write(const std::function<void(ByteSink&)>& session) const;
 
+    /// Keeps what the file holds beside it, in place of what was kept before. False when there is
+    /// no file.
+    bool keep() const;
+
+    /// What was kept last; nothing when nothing was.
+    std::optional<std::string> readKept() const;
+
+    /// Makes what was kept the session, and keeps what was the session.
+    void exchangeWithKept() const;
+
   private:
     /// Creates the folder as well.
     std::string sessionFileURL() const;
+    std::string keptFileURL() const;
 
     FileCalls& calls_;
     std::string folder_;

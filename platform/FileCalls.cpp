@@ -58,6 +58,10 @@ class SystemFileCalls final : public FileCalls {
 #endif
     }
 
+    int link(const std::string& from, const std::string& to) override {
+        return ::link(from.c_str(), to.c_str());
+    }
+
     int remove(const std::string& path) override {
         return ::unlink(path.c_str());
     }

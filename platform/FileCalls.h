@@ -26,6 +26,9 @@ class FileCalls {
     /// The same, but fails with EEXIST when anything has that name, and with EINVAL or ENOTSUP on
     /// file systems that cannot promise this.
     virtual int renameToNew(const std::string& from, const std::string& to) = 0;
+    /// Gives the file a second name; fails with EEXIST when anything has that name, and with an
+    /// error of its own on file systems that know no second names.
+    virtual int link(const std::string& from, const std::string& to) = 0;
     virtual int remove(const std::string& path) = 0;
     /// Creates a folder in one that exists; fails with EEXIST when anything has that name already.
     virtual int createFolder(const std::string& path) = 0;

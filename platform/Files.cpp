@@ -187,10 +187,25 @@ std::string readFile(FileCalls& calls, const std::string& path) {
     return readAll(source);
 }
 
+std::optional<std::string> readFileIfThere(FileCalls& calls, const std::string& path) {
+    if (!fileExists(calls, path)) return std::nullopt;
+    const int file = uninterrupted([&] { return calls.openForReading(path); });
+    if (file < 0 && errno == ENOENT) return std::nullopt; // a link to nothing
+    if (file < 0) fail("opened", path, errno);
+    FileSource source(calls, file, path);
+    return readAll(source);
+}
+
 bool fileExists(FileCalls& calls, const std::string& path) {
     if (uninterrupted([&] { return calls.probe(path); }) == 0) return true;
     if (errno != ENOENT) fail("looked for", path, errno);
     return false;
+}
+
+bool fileIsThere(FileCalls& calls, const std::string& path) {
+    if (!fileExists(calls, path)) return false;
+    const OpenFile file(calls, uninterrupted([&] { return calls.openForReading(path); }));
+    return file.descriptor() >= 0 || errno != ENOENT;
 }
 
 void writeNewFile(FileCalls& calls, const std::string& path,
@@ -227,6 +242,36 @@ void replaceFile(FileCalls& calls, const std::string& path,
 
 void replaceFile(FileCalls& calls, const std::string& path, std::string_view bytes) {
     replaceFile(calls, path, [bytes](ByteSink& sink) { sink.write(bytes); });
+}
+
+void keepFileAs(FileCalls& calls, const std::string& path, const std::string& secondPath) {
+    const std::string temporaryPath = temporaryPathBeside(secondPath);
+    if (uninterrupted([&] { return calls.link(path, temporaryPath); }) != 0) {
+        if (errno == ENOENT) fail("kept", path, errno);
+        return replaceFile(calls, secondPath, readFile(calls, path));
+    }
+    // Goes also when it was put in place: a rename between two names of one file does nothing.
+    const TemporaryFile temporary(calls, temporaryPath);
+    if (uninterrupted([&] { return calls.rename(temporaryPath, secondPath); }) != 0)
+        fail("kept", path, errno);
+    syncFolder(calls, parentFolder(secondPath));
+}
+
+void exchangeFiles(FileCalls& calls, const std::string& path, const std::string& otherPath) {
+    const std::string aside = temporaryPathBeside(path);
+    keepFileAs(calls, path, aside);
+    if (uninterrupted([&] { return calls.rename(otherPath, path); }) != 0) {
+        const int reason = errno;
+        calls.remove(aside);
+        fail("exchanged", otherPath, reason);
+    }
+    if (uninterrupted([&] { return calls.rename(aside, otherPath); }) != 0) {
+        const int reason = errno;
+        calls.rename(path, otherPath);
+        calls.rename(aside, path);
+        fail("exchanged", otherPath, reason);
+    }
+    syncFolder(calls, parentFolder(path));
 }
 
 void createFolders(FileCalls& calls, const std::string& path) {

@@ -5,6 +5,7 @@
 #include "platform/FileCalls.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,9 +38,15 @@ class FileSource final : public ByteSource {
 /// The bytes of a file.
 std::string readFile(FileCalls& calls, const std::string& path);
 
+/// The same; nothing when there is no file.
+std::optional<std::string> readFileIfThere(FileCalls& calls, const std::string& path);
+
 /// True when anything has that name. A name that cannot be asked for (too long, no permission to
 /// look) is an error, never a free name.
 bool fileExists(FileCalls& calls, const std::string& path);
+
+/// The same for a file: a link to nothing is none.
+bool fileIsThere(FileCalls& calls, const std::string& path);
 
 /// Creates a file, complete and stored on the device or not at all, and never over an existing
 /// name. `write` gives it its bytes; what it throws leaves no file.
@@ -54,6 +61,14 @@ void writeNewFile(FileCalls& calls, const std::string& path, std::string_view by
 void replaceFile(FileCalls& calls, const std::string& path,
                  const std::function<void(ByteSink&)>& write);
 void replaceFile(FileCalls& calls, const std::string& path, std::string_view bytes);
+
+/// Gives what a file holds a second name in its folder, in place of what had that name: replacing
+/// either later leaves the other as it is. A copy where the file system knows no second names.
+void keepFileAs(FileCalls& calls, const std::string& path, const std::string& secondPath);
+
+/// Lets two files of one folder change their names. What happens meanwhile loses neither; a failure
+/// on the way may leave one of them under a name of its own.
+void exchangeFiles(FileCalls& calls, const std::string& path, const std::string& otherPath);
 
 /// Creates a folder and the missing ones that lead to it. Succeeds when it already exists, also
 /// through a link or because another process has just made it.

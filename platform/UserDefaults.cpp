@@ -22,8 +22,7 @@ UserDefaults::UserDefaults(FileCalls& calls, std::string folder)
     : calls_(calls), folder_(std::move(folder)) {}
 
 std::string UserDefaults::data(std::string_view name) const {
-    const std::string path = entryPath(folder_, name);
-    return fileExists(calls_, path) ? readFile(calls_, path) : "";
+    return readFileIfThere(calls_, entryPath(folder_, name)).value_or("");
 }
 
 void UserDefaults::setData(std::string_view name, std::string_view bytes) {

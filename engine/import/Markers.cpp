@@ -47,6 +47,32 @@ std::size_t markersOnTitles(XmlNode clip) {
     return count;
 }
 
+/// The same, where it lies inside of the project.
+std::optional<std::int64_t> frameInside(XmlNode marker, const CutEngine& engine) {
+    const auto place = frameOf(marker, engine);
+    if (!place || *place < 0 || *place >= engine.length) return std::nullopt;
+    return static_cast<std::int64_t>(*place);
+}
+
+std::string nameOf(XmlNode marker) {
+    return std::string(trimmed(attributeOr(marker, "value", "")));
+}
+
+template <class Marked>
+void sortByFrame(std::vector<Marked>& marks) {
+    std::stable_sort(marks.begin(), marks.end(),
+                     [](const Marked& a, const Marked& b) { return a.frame < b.frame; });
+}
+
+std::vector<Chapter> readChapters(const CutEngine& engine) {
+    std::vector<Chapter> chapters;
+    for (const XmlNode marker : Elements(engine.original, "chapter-marker"))
+        if (const auto frame = frameInside(marker, engine))
+            chapters.push_back({*frame, nameOf(marker)});
+    sortByFrame(chapters);
+    return chapters;
+}
+
 } // namespace
 
 Markers readMarkers(const CutEngine& engine, const std::vector<ImportedAngle>& videoAngles) {
@@ -56,21 +82,20 @@ Markers readMarkers(const CutEngine& engine, const std::vector<ImportedAngle>& v
     for (const XmlNode marker : Elements(engine.original, "marker")) {
         if (!isStandard(marker)) continue;
         hasSome = true;
-        const auto place = frameOf(marker, engine);
-        if (!place || *place < 0 || *place >= engine.length) continue;
-        const auto frame = static_cast<std::int64_t>(*place);
-        const std::string_view name = trimmed(attributeOr(marker, "value", ""));
+        const auto frame = frameInside(marker, engine);
+        if (!frame) continue;
+        std::string name = nameOf(marker);
         const auto camera = name.empty() ? std::nullopt : cameras.idOf(name);
         if (camera)
-            found.notes.push_back({frame, *camera, std::string(name)});
-        else if (frame > 0)
-            found.cutPoints.push_back(frame);
+            found.notes.push_back({*frame, *camera, std::move(name)});
+        else if (*frame > 0)
+            found.cutPoints.push_back(*frame);
     }
     std::sort(found.cutPoints.begin(), found.cutPoints.end());
     found.cutPoints.erase(std::unique(found.cutPoints.begin(), found.cutPoints.end()),
                           found.cutPoints.end());
-    std::stable_sort(found.notes.begin(), found.notes.end(),
-                     [](const CameraNote& a, const CameraNote& b) { return a.frame < b.frame; });
+    sortByFrame(found.notes);
+    found.chapters = readChapters(engine);
     if (!hasSome) found.onTitles = markersOnTitles(engine.original);
     return found;
 }

@@ -1,10 +1,14 @@
 #include "host/views/QtHostServices.h"
 
 #include "host/FinalCutIntegration.h"
+#include "host/OpenError.h"
 #include "host/views/ItemDialog.h"
 
 #include <QApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
 #include <QMetaObject>
+#include <QUrl>
 
 namespace shotweaver {
 
@@ -29,6 +33,12 @@ void QtHostServices::openInFinalCut(const std::string& path, OpenCompletion comp
         path, *workspace_, *this,
         [this](std::function<void()> function) { later(std::move(function)); },
         std::move(completion));
+}
+
+void QtHostServices::showInFolder(const std::string& path, OpenCompletion completion) {
+    const QString folder = QFileInfo(QString::fromStdString(path)).path();
+    if (QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) return completion(std::nullopt);
+    completion(openError("“" + folder.toStdString() + "” could not be shown."));
 }
 
 void QtHostServices::later(std::function<void()> function) {

@@ -29,6 +29,7 @@ class QtHostServices final : public QObject, public HostServices {
     /// A busy cursor.
     BusySign showBusy() override;
     void openInFinalCut(const std::string& path, OpenCompletion completion) override;
+    void showInFolder(const std::string& path, OpenCompletion completion) override;
     void later(std::function<void()> function) override;
 
   private:

@@ -195,10 +195,14 @@ TEST(ContentView, theActionBarOffersWhatCanBeDone) {
     EXPECT_EQ(editor.actionBar(), (ActionBar{again, true, false, true, true, "Edit 1 of 2", {}}));
     set(editor, &EditSettings::doubleMain, true);
     EXPECT_EQ(editor.actionBar(), (ActionBar{make, true, true, true, false, {}, {}}));
+    EXPECT_EQ(editor.generateHelp(), "Make a new rough edit with these settings");
+    const std::string audio = "Choose continuous audio.";
     panel.apply(R"({"audio": ""})");
-    EXPECT_EQ(editor.actionBar(), (ActionBar{make, false, true, true, false, {}, {}}));
+    EXPECT_EQ(editor.actionBar(), (ActionBar{make, false, true, true, false, {}, audio}));
+    EXPECT_EQ(editor.generateHelp(), audio);
     panel.apply(R"({"otherCameras": ["W", "R"]})");
     EXPECT_EQ(editor.actionBar(), (ActionBar{make, false, true, true, false, {}, hint}));
+    EXPECT_EQ(editor.generateHelp(), hint + " " + audio);
     panel.restart(); // without a project
     EXPECT_EQ(panel.editor().actionBar(), (ActionBar{make, false, false, false, false, {}, hint}));
 }

@@ -28,6 +28,11 @@ void FakeHost::openInFinalCut(const std::string& path, OpenCompletion reply) {
     if (answersAtOnce) completion(openError);
 }
 
+void FakeHost::showInFolder(const std::string& path, OpenCompletion reply) {
+    events.push_back("show " + fileName(path));
+    reply(openError);
+}
+
 void FakeHost::endTurn() {
     for (auto turn = std::exchange(waiting, {}); !turn.empty(); turn.pop_front())
         turn.front()();

@@ -20,6 +20,7 @@ class FakeHost final : public HostServices {
     bool startAccess(const std::string& path) override;
     void stopAccess(const std::string& path) override;
     void openInFinalCut(const std::string& path, OpenCompletion completion) override;
+    void showInFolder(const std::string& path, OpenCompletion completion) override;
     void later(std::function<void()> function) override { waiting.push_back(std::move(function)); }
 
     /// Ends an event-loop turn: runs what was put off.

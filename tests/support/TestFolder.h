@@ -67,6 +67,9 @@ class WatchedFileCalls : public FileCalls {
         return made([&] { return next().rename(from, to); });
     }
     int renameToNew(const std::string& from, const std::string& to) override;
+    int link(const std::string& from, const std::string& to) override {
+        return made([&] { return next().link(from, to); });
+    }
     int remove(const std::string& path) override {
         return made([&] { return next().remove(path); });
     }
