@@ -281,6 +281,7 @@ class ContentView {
     } judged_;
     UndoSteps undoSteps_;
     bool isTakingStep_ = false;
+    bool nameWasRefused_ = false; // of a new preset, by the last attempt to save it
     struct HandChange {
         UUID revision; // that it made
         std::size_t row;

@@ -73,6 +73,20 @@ std::string rangeText(const FrameRange& range, const CutEngine& engine) {
                        engine.timecode(range.upperBound));
 }
 
+std::string gapText(const FrameRange& gap, const Project& project) {
+    std::vector<std::string> cameras;
+    for (const ImportedAngle& angle : project.videoAngles) {
+        const std::vector<FrameRange> parts =
+            project.engine.coveredParts(angle.id, gap.lowerBound, gap.upperBound);
+        if (parts.empty()) continue;
+        const bool isWhole = parts == std::vector<FrameRange>{gap};
+        cameras.push_back(project.label(angle.id) + (isWhole ? "" : " (in part)"));
+    }
+    return fmt::format("{}\n{}", rangeText(gap, project.engine),
+                       cameras.empty() ? "No camera recorded here."
+                                       : "Recorded here: " + joined(cameras, ", "));
+}
+
 std::string accessibleRanges(const Coverage& ranges, const CutEngine& engine) {
     if (ranges.empty()) return "No sections";
     std::vector<std::string> texts;

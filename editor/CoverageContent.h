@@ -54,6 +54,10 @@ bool isUsedByPlan(const EditSettings& settings, const std::string& camera);
 /// A range as a tooltip tells it: "00:00:10:00 to 00:00:20:00".
 std::string rangeText(const FrameRange& range, const CutEngine& engine);
 
+/// A gap of the planned selection as a tooltip tells it: its range, and which cameras recorded
+/// there, throughout or in a part.
+std::string gapText(const FrameRange& gap, const Project& project);
+
 /// What a bar's ranges are to a screen reader.
 std::string accessibleRanges(const Coverage& ranges, const CutEngine& engine);
 

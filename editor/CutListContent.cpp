@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <string_view>
-#include <unordered_map>
 
 namespace shotweaver {
 
@@ -24,24 +22,6 @@ CutRow CutTexts::row(const Cut& cut) const {
 std::string CutTexts::line(const Cut& cut) const {
     const CutRow texts = row(cut);
     return fmt::format("{} · {} · {} seconds", texts.camera, texts.start, texts.duration);
-}
-
-std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const Project& project) {
-    std::vector<CutLane> lanes;
-    std::unordered_map<std::string_view, std::size_t> laneByAngle;
-    for (const ImportedAngle& angle : project.videoAngles) {
-        laneByAngle.emplace(angle.id, lanes.size());
-        lanes.push_back({project.label(angle.id), {}, {}});
-    }
-    for (std::size_t row = 0; row < cuts.size(); ++row) {
-        const Cut& cut = cuts[row];
-        const auto found = laneByAngle.find(cut.angle);
-        if (found == laneByAngle.end()) continue;
-        CutLane& lane = lanes[found->second];
-        lane.ranges.push_back({cut.start, cut.start + cut.duration});
-        lane.rows.push_back(row);
-    }
-    return lanes;
 }
 
 int usageTableHeight(std::size_t cameras) {

@@ -1,14 +1,12 @@
 #pragma once
 
 #include "engine/EditSettings.h"
-#include "engine/FrameRange.h"
 #include "engine/Project.h"
 #include "platform/Locale.h"
 
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace shotweaver {
 
@@ -38,18 +36,6 @@ class CutTexts {
     std::shared_ptr<const Project> project_;
     DecimalFormat number_;
 };
-
-/// One camera's cuts in the overview of an edit.
-struct CutLane {
-    std::string camera;
-    std::vector<FrameRange> ranges; // in the cut list's order
-    std::vector<std::size_t> rows;  // of these ranges in the cut list
-
-    bool operator==(const CutLane&) const = default;
-};
-
-/// One lane for each video angle, in angle order, also for those that the cuts never show.
-std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const Project& project);
 
 /// Points that the usage table's frame is high for so many cameras; what does not fit scrolls.
 int usageTableHeight(std::size_t cameras);

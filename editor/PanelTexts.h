@@ -45,6 +45,8 @@ inline constexpr const char* markersHelp =
     "a camera shows that camera from there on, whatever its return time.";
 inline constexpr const char* cutTimesHelp =
     "Read times from a text file, one a line, in seconds from the project's start or as timecode";
+inline constexpr const char* chaptersTip =
+    "Add a section from one of the clip's chapter markers to the next";
 inline constexpr const char* bookendsHelp =
     "These lengths override random pacing and doubling, rounded to the nearest frame. A "
     "neighbouring shot on the same camera can make the visible hold longer.";
@@ -59,6 +61,15 @@ inline constexpr const char* coverageCaption =
 inline constexpr const char* noProject =
     "Drop a .fcpxml file or .fcpxmld bundle here to get started.";
 inline constexpr const char* noCuts = "Generate an edit to preview the cuts here.";
+inline constexpr const char* firstSteps[] = {
+    "In Final Cut Pro, put your multicam clip into a project of its own, uncut.",
+    "Select that project in the browser and choose File > Export XML…",
+    "Drop the file here, or press “Import Final Cut XML…”."};
+inline constexpr const char* exampleTip = "A small recording with three cameras to try things on";
+inline constexpr const char* bringBackHelp =
+    "Return to the replaced session; the present one is kept in its place";
+inline constexpr const char* undoHelp = "Take the last change of the settings back";
+inline constexpr const char* redoHelp = "Make the change again that was taken back";
 inline constexpr const char* includeAnother = "Include another camera.";
 inline constexpr const char* chooseAudio = "Choose continuous audio.";
 inline constexpr const char* backBrings = "Back shows the last edit again.";

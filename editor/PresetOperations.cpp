@@ -106,8 +106,9 @@ void ContentView::choosePreset(const std::string& id) {
 }
 
 void ContentView::openSavePreset() {
-    change([](EditorFields& fields) {
-        fields.presetName.clear();
+    change([this](EditorFields& fields) {
+        // A name that was refused waits to be changed.
+        if (!std::exchange(nameWasRefused_, false)) fields.presetName.clear();
         fields.showSavePreset = true;
     });
 }
@@ -138,11 +139,13 @@ void ContentView::storePreset(const IdentityChoice& choose) {
     change([&](EditorFields& fields) {
         // A failure closes the sheet.
         const bool wasNaming = std::exchange(fields.showSavePreset, false);
+        nameWasRefused_ = wasNaming;
         readPresetData();
         std::vector<EditPreset> presets = storedPresets();
         const auto identity = choose(presets);
         const auto preset =
             identity ? newPreset(presets, *identity, fields.settings, project()) : std::nullopt;
+        nameWasRefused_ = false;
         if (!preset) {
             fields.showSavePreset = wasNaming;
             return;

@@ -1,7 +1,6 @@
 #include "help/HelpContent.h"
 
 #include "platform/Text.h"
-#include "platform/TextSearch.h"
 
 #include <fmt/format.h>
 
@@ -41,6 +40,10 @@ const ShotweaverManual::Section* HelpContent::shownSection() const {
     return &manual()->sections[matches_.front()];
 }
 
+std::vector<TextSearch::Hit> HelpContent::hitsIn(const std::string& text) const {
+    return search_ ? search_->hitsIn(text) : std::vector<TextSearch::Hit>{};
+}
+
 std::string HelpContent::countLine() const {
     return fmt::format("{} {}", matches_.size(),
                        trimmed(query_).empty() ? "topics · Available offline" : "matching topics");
@@ -71,9 +74,10 @@ void HelpContent::filter() {
     matches_.clear();
     if (!manual()) return;
     const std::string_view wanted = trimmed(query_);
-    const TextSearch search(wanted, locale_);
+    search_.reset();
+    if (!wanted.empty()) search_.emplace(wanted, locale_);
     for (std::size_t place = 0; place < manual()->sections.size(); ++place) {
-        if (wanted.empty() || search.isIn(searchText(manual()->sections[place])))
+        if (!search_ || search_->isIn(searchText(manual()->sections[place])))
             matches_.push_back(place);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "help/ShotweaverManual.h"
+#include "platform/TextSearch.h"
 
 #include <cstddef>
 #include <optional>
@@ -34,6 +35,8 @@ class HelpContent {
     std::vector<const ShotweaverManual::Section*> sections() const;
     /// The selected one of them, or else the first; null when there are none.
     const ShotweaverManual::Section* shownSection() const;
+    /// Where the query stands in a text of the manual; nowhere without one.
+    std::vector<TextSearch::Hit> hitsIn(const std::string& text) const;
     /// The line under the search field.
     std::string countLine() const;
 
@@ -51,6 +54,7 @@ class HelpContent {
     ManualResult manual_;
     std::string locale_;
     std::string query_;
+    std::optional<TextSearch> search_; // for what the query wants, unless that is nothing
     std::optional<std::string> selectedID_ = "quick-start";
     std::vector<std::size_t> matches_; // places in the manual, in order
 };

@@ -20,9 +20,14 @@ double shareOf(std::int64_t frames, const Project& project) {
 
 std::string summaryLine(const std::vector<Cut>& cuts, const EditSettings& settings,
                         const Project& project) {
-    const std::int64_t mainFrames = usageOf(cameraUsage(cuts), settings.mainCamera).frames;
     return fmt::format("{} cuts · Main camera: {}% · Audio: {}", cuts.size(),
-                       std::llround(shareOf(mainFrames, project)), project.label(settings.audio));
+                       mainSharePercent(cuts, settings, project), project.label(settings.audio));
+}
+
+std::int64_t mainSharePercent(const std::vector<Cut>& cuts, const EditSettings& settings,
+                              const Project& project) {
+    const std::int64_t mainFrames = usageOf(cameraUsage(cuts), settings.mainCamera).frames;
+    return std::llround(shareOf(mainFrames, project));
 }
 
 std::optional<std::string> markersText(const Markers& markers) {

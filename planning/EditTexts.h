@@ -3,6 +3,7 @@
 #include "engine/EditSettings.h"
 #include "engine/Project.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,6 +14,10 @@ namespace shotweaver {
 /// percent, the audio angle.
 std::string summaryLine(const std::vector<Cut>& cuts, const EditSettings& settings,
                         const Project& project);
+
+/// The main camera's share of the project in whole percent.
+std::int64_t mainSharePercent(const std::vector<Cut>& cuts, const EditSettings& settings,
+                              const Project& project);
 
 /// How many markers a project's clip has; where it has none, that its titles have some. Nothing
 /// where none has.

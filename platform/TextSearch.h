@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace shotweaver {
 
@@ -17,10 +19,24 @@ class TextSearch {
 
     bool isIn(std::string_view text) const;
 
+    /// A stretch of a text, in its UTF-16 units.
+    struct Hit {
+        std::size_t start = 0;
+        std::size_t length = 0;
+
+        bool operator==(const Hit&) const = default;
+    };
+
+    /// Where the wanted text stands, in order, none inside of another. Nowhere when nothing that is
+    /// seen is wanted.
+    std::vector<Hit> hitsIn(std::string_view text) const;
+
   private:
     struct Rules;
 
-    std::u16string lettersOf(std::string_view text) const;
+    struct Letters;
+
+    Letters lettersOf(std::string_view text) const;
 
     std::shared_ptr<const Rules> rules_;
     std::u16string wanted_;

@@ -18,6 +18,9 @@ struct ButtonAction {
     QKeySequence shortcut; // works wherever the focus is in the panel's window; empty for none
 };
 
+/// Says in the tooltip what a button does, and its shortcut when it has one.
+void setHelp(QPushButton& button, const QString& help, const QKeySequence& shortcut);
+
 /// Makes the button. Its shortcut belongs to `panel`: a button's own would go with a change of its
 /// text.
 QPushButton* makeActionButton(const ButtonAction& action, QWidget* panel,

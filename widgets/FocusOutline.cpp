@@ -11,12 +11,12 @@ int focusMargin() {
     return style::scaled(2);
 }
 
-void drawFocus(QPainter& painter, const QWidget& widget) {
+void drawFocus(QPainter& painter, const QWidget& widget, const QRect& part) {
     if (!widget.hasFocus()) return;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(style::accent());
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(widget.rect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter.drawRoundedRect(QRectF(part).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
 }
 
 } // namespace shotweaver

@@ -1,6 +1,7 @@
 #pragma once
 
 class QPainter;
+class QRect;
 class QWidget;
 
 namespace shotweaver {
@@ -8,7 +9,7 @@ namespace shotweaver {
 /// The room that a focus outline needs around a control, points.
 int focusMargin();
 
-/// Draws the outline along a control's edge while it has the focus.
-void drawFocus(QPainter& painter, const QWidget& widget);
+/// Draws the outline around a part of a control while it has the focus.
+void drawFocus(QPainter& painter, const QWidget& widget, const QRect& part);
 
 } // namespace shotweaver

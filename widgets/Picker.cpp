@@ -18,6 +18,7 @@ namespace shotweaver {
 Picker::Picker(const QString& accessibleName, QWidget* parent) : QComboBox(parent) {
     setAccessibleName(accessibleName);
     setFocusPolicy(Qt::StrongFocus); // which the wheel does not give
+    view()->setTextElideMode(Qt::ElideMiddle);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(3);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -58,7 +59,7 @@ void Picker::initStyleOption(QStyleOptionComboBox* option) const {
     const QRect room =
         style()->subControlRect(QStyle::CC_ComboBox, option, QStyle::SC_ComboBoxEditField, this);
     option->currentText =
-        option->fontMetrics.elidedText(option->currentText, Qt::ElideRight, room.width() - 2);
+        option->fontMetrics.elidedText(option->currentText, Qt::ElideMiddle, room.width() - 2);
 }
 
 void Picker::paintEvent(QPaintEvent* event) {

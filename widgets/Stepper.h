@@ -7,11 +7,15 @@
 #include <string>
 
 class QLabel;
+class QLineEdit;
 class QToolButton;
 
 namespace shotweaver {
 
-/// A label that tells a value, with buttons that step it. Up, Down and the page keys step it too.
+/// A label that tells a value, with buttons that step it. Up, Down and the page keys step it too,
+/// Home and End go to its limits. A click on the label, Return, and a digit let a whole number be
+/// typed, which Return or leaving the field takes, within the range; Escape leaves it as it was.
+/// Object name of the field: typedValue.
 class Stepper : public QWidget {
     Q_OBJECT
 
@@ -35,18 +39,24 @@ class Stepper : public QWidget {
     void stepped(double value);
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
     QToolButton* addButton(const QString& text, int steps);
     void updateButtons();
+    void set(double value);
+    void beginTyping(const QString& text);
+    enum class Typed { taken, dropped };
+    void endTyping(Typed typed);
 
     ControlRange range_;
     double number_ = 0;
     QLabel* label_;
     QToolButton* down_;
     QToolButton* up_;
+    QLineEdit* field_ = nullptr; // while a value is typed
 };
 
 } // namespace shotweaver

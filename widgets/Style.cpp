@@ -84,6 +84,8 @@ QString styleSheet() {
     sheet.replace(QStringLiteral("@onAccent"), css(onAccent()));
     sheet.replace(QStringLiteral("@disabled"), css(disabled()));
     sheet.replace(QStringLiteral("@selection"), css(selection()));
+    sheet.replace(QStringLiteral("@gap"), css(gap()));
+    sheet.replace(QStringLiteral("-@2"), QStringLiteral("-") + px(2));
     for (const int points : {24, 22, 14, 12, 10, 8, 7, 6, 5, 4, 2, 1})
         sheet.replace(QStringLiteral("@%1").arg(points), px(points));
     return sheet;
@@ -123,6 +125,9 @@ QColor gap() {
 }
 QColor unused() {
     return {0x8e, 0x8e, 0x93};
+}
+QColor hit() {
+    return {0x7a, 0x4a, 0x1e};
 }
 QColor barBackground() {
     QColor colour = secondary();

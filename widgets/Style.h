@@ -37,6 +37,7 @@ QColor audio();     // of the audio bar: sRGB 1.0, 0.95, 0.86
 QColor gap();       // red
 QColor unused();    // gray
 QColor barBackground();
+QColor hit(); // behind found text
 
 /// Points at the standard text size as pixels at the user's.
 int scaled(double points);

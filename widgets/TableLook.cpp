@@ -25,6 +25,7 @@ class ElidingHeader : public QHeaderView {
   protected:
     void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
         QHeaderView::initStyleOptionForIndex(option, section);
+        if (option->text.contains(QLatin1Char('\n'))) return; // which fits
         option->text = option->fontMetrics.elidedText(option->text, Qt::ElideRight,
                                                       sectionSize(section) - insetsOfTitle() + 2);
     }
@@ -37,6 +38,9 @@ void applyTableLook(QTableView& table) {
     table.setTabKeyNavigation(false);
     table.setShowGrid(false);
     table.setWordWrap(false);
+    table.setTextElideMode(Qt::ElideMiddle); // the ends of a name say which it is
+    const int side = style::scaled(10);
+    table.setIconSize({side, side});
     table.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     table.setStyleSheet(QStringLiteral("QTableView:focus { border: 1px solid %3; }"
                                        "QTableView::item { padding: 0 %1px; border: none; }"

@@ -2,7 +2,9 @@
 
 #include "widgets/Style.h"
 
+#include <QKeyEvent>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include <limits>
 
@@ -24,6 +26,27 @@ TextField::TextField(const QString& accessibleName, const QString& placeholder, 
 void TextField::show(const std::string& text) {
     const QSignalBlocker blocker(this);
     if (this->text().toStdString() != text) setText(toQt(text));
+}
+
+void TextField::showFault(const std::string& fault) {
+    const bool isFaulty = !fault.empty();
+    if (property("faulty").toBool() != isFaulty) {
+        setProperty("faulty", isFaulty);
+        style()->unpolish(this); // the style sheet looks at properties only once
+        style()->polish(this);
+    }
+    setToolTip(toQt(fault));
+}
+
+bool TextField::event(QEvent* event) {
+    if (leavesUndo_ && event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo)) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QLineEdit::event(event);
 }
 
 } // namespace shotweaver

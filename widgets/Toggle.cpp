@@ -63,7 +63,7 @@ void Toggle::setLabel(const QString& label) {
 }
 
 int Toggle::indent() const {
-    return focusMargin() + boxSide() + style::scaled(6);
+    return boxSide() + style::scaled(6);
 }
 
 QSize Toggle::sizeHint() const {
@@ -89,10 +89,11 @@ void Toggle::paintEvent(QPaintEvent*) {
     // In the middle, with the box beside the first line.
     const double top = std::floor((height() - text.height()) / 2);
     const double boxTop = top + std::floor((text.lineHeight() - boxSide()) / 2);
-    drawCheckBox(painter, {1.0 * focusMargin(), boxTop, 1.0 * boxSide(), 1.0 * boxSide()}, *this);
+    drawCheckBox(painter, {0.0, boxTop, 1.0 * boxSide(), 1.0 * boxSide()}, *this);
     painter.setPen(palette().color(foregroundRole()));
     text.draw(painter, QPointF(indent(), top));
-    drawFocus(painter, *this);
+    // Around the label: the box stands at the edge.
+    drawFocus(painter, *this, rect().adjusted(indent() - focusMargin() - 2, 0, 0, 0));
 }
 
 } // namespace shotweaver

@@ -32,8 +32,9 @@ QSize WrappedLabel::sizeHint() const {
     return {width, heightForWidth(width)};
 }
 
+/// Small, also where Qt would have the height of the narrowest it can be: a page's height is that of
+/// its width.
 QSize WrappedLabel::minimumSizeHint() const {
-    if (isInteractive()) return QLabel::minimumSizeHint();
     return {style::scaled(60), fontMetrics().height()};
 }
 

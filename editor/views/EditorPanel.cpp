@@ -4,13 +4,15 @@
 #include "editor/views/DropHighlight.h"
 #include "editor/views/FindingsView.h"
 #include "editor/views/SavePresetSheet.h"
+#include "editor/views/StatusView.h"
+#include "editor/views/WelcomeView.h"
 #include "editor/views/preview/PreviewColumn.h"
 #include "editor/views/settings/SettingsColumn.h"
 #include "host/FinalCutIntegration.h"
 #include "widgets/ButtonAction.h"
 #include "widgets/IconLabel.h"
+#include "widgets/Sheet.h"
 #include "widgets/Style.h"
-#include "widgets/WrappedLabel.h"
 #include "widgets/WrappedText.h"
 
 #include <QApplication>
@@ -56,22 +58,18 @@ EditorPanel::EditorPanel(ContentView& editor, QWidget* parent) : QWidget(parent)
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(style::scaled(style::normal));
     layout->addWidget(makeHeader());
-    noProject_ = new WrappedLabel(style::TextStyle::headline, style::secondary());
-    noProject_->setText(QString::fromUtf8(panelTexts::noProject));
-    noProject_->setAlignment(Qt::AlignCenter);
-    noProject_->setObjectName(QStringLiteral("noProject"));
-    layout->addWidget(noProject_, 1);
+    welcome_ = new WelcomeView(editor_, this);
+    layout->addWidget(welcome_, 1);
     findings_ = new FindingsView(editor_, this);
     layout->addWidget(findings_);
     layout->addWidget(makeColumns(), 1);
-    layout->addWidget(makeFooter());
+    status_ = new StatusView(editor_, this);
+    layout->addWidget(status_);
 
     dropHighlight_ = new DropHighlight(this);
     savePreset_ = new SavePresetSheet(editor_, this);
     setAcceptDrops(true);
     watchDrops(this);
-    // Where a person who has never been here begins.
-    findChild<QPushButton*>(QStringLiteral("import"))->setFocus();
     subscription_ = editor_.observe([this] { refresh(); });
     refresh();
 }
@@ -126,6 +124,7 @@ QWidget* EditorPanel::makeToolbar() {
 /// changes its parent.
 QWidget* EditorPanel::makeColumns() {
     columns_ = new QSplitter(Qt::Horizontal, this);
+    columns_->setObjectName(QStringLiteral("columns"));
     columns_->setChildrenCollapsible(false);
     columns_->setHandleWidth(style::scaled(style::wide));
     makeSettingsArea();
@@ -138,7 +137,8 @@ QWidget* EditorPanel::makeColumns() {
 
 /// The settings column, which scrolls up and down only.
 void EditorPanel::makeSettingsArea() {
-    auto* const area = new QScrollArea(columns_);
+    settingsArea_ = new QScrollArea(columns_);
+    QScrollArea* const area = settingsArea_;
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);
@@ -148,37 +148,20 @@ void EditorPanel::makeSettingsArea() {
                           area->verticalScrollBar()->sizeHint().width());
 }
 
-QWidget* EditorPanel::makeFooter() {
-    auto* const footer = new QWidget;
-    auto* const lines = new QVBoxLayout(footer);
-    lines->setContentsMargins(0, 0, 0, 0);
-    lines->setSpacing(style::scaled(style::tight));
-    status_ = new WrappedLabel(style::TextStyle::body);
-    status_->setObjectName(QStringLiteral("status"));
-    saveError_ = new WrappedLabel(style::TextStyle::caption, style::accent());
-    saveError_->setObjectName(QStringLiteral("sessionSaveError"));
-    QLabel* const hint = new WrappedLabel(style::TextStyle::caption, style::secondary());
-    hint->setText(QString::fromUtf8(panelTexts::footerHint));
-    for (QLabel* const line : {status_, saveError_, hint})
-        lines->addWidget(line);
-    return footer;
-}
-
 void EditorPanel::refresh() {
     const EditorFields& fields = editor_.fields();
     const bool hasProject = fields.project != nullptr;
-    noProject_->setVisible(!hasProject);
+    welcome_->setVisible(!hasProject);
     // Before the columns appear: rows that come to a visible panel are laid out more often.
     if (hasProject) {
         settings_->refresh();
         preview_->refresh();
     }
     columns_->setVisible(hasProject);
+    if (project_ != fields.project) settingsArea_->verticalScrollBar()->setValue(0);
+    project_ = fields.project;
     findings_->refresh();
-    showText(*status_, fields.status);
-    status_->setVisible(!fields.status.empty());
-    showText(*saveError_, fields.sessionSaveError.value_or(""));
-    saveError_->setVisible(fields.sessionSaveError.has_value());
+    status_->refresh();
     dropHighlight_->setVisible(fields.dropTargeted);
     dropHighlight_->raise();
     savePreset_->refresh();
@@ -198,6 +181,7 @@ void EditorPanel::refreshAlert() {
         alert_->setObjectName(QStringLiteral("alert"));
         alert_->setAttribute(Qt::WA_DeleteOnClose);
         alert_->setTextFormat(Qt::PlainText);
+        makeSheet(*alert_);
         connect(alert_, &QDialog::finished, this, [this] {
             alert_ = nullptr;
             editor_.dismissError();
@@ -209,6 +193,9 @@ void EditorPanel::refreshAlert() {
 
 void EditorPanel::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    // Where a person who has never been here begins.
+    if (!wasShown_) findChild<QPushButton*>(QStringLiteral("import"))->setFocus();
+    wasShown_ = true;
     refreshAlert();
 }
 
@@ -256,7 +243,9 @@ bool EditorPanel::handleDragEvent(QEvent* event) {
         drag->setAccepted(editor_.handleDroppedURLs(urls));
         return true;
     }
-    if (!editor_.fields().dropTargeted) editor_.setDropTargeted(true);
+    // The outline means that a drop will be taken; what will not be is told when it is dropped.
+    const bool isTaken = ContentView::takesURLs(urlsOf(*drag->mimeData()));
+    if (editor_.fields().dropTargeted != isTaken) editor_.setDropTargeted(isTaken);
     drag->setDropAction(Qt::CopyAction);
     drag->accept();
     return true;

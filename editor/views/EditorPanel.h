@@ -4,9 +4,10 @@
 
 #include <QWidget>
 
-class QLabel;
+#include <memory>
+
 class QMessageBox;
-class QPushButton;
+class QScrollArea;
 class QSplitter;
 
 namespace shotweaver {
@@ -15,6 +16,8 @@ class FindingsView;
 class PreviewColumn;
 class SavePresetSheet;
 class SettingsColumn;
+class StatusView;
+class WelcomeView;
 
 /// The editor's panel: header, toolbar, the settings and the preview column, the status lines; the
 /// alert and the sheets over it. Files may be dropped anywhere on it, also over its text fields.
@@ -36,23 +39,24 @@ class EditorPanel : public QWidget {
     QWidget* makeToolbar();
     QWidget* makeColumns();
     void makeSettingsArea();
-    QWidget* makeFooter();
     void watchDrops(QObject* object);
     bool handleDragEvent(QEvent* event);
     void refresh();
     void refreshAlert();
 
     ContentView& editor_;
-    QLabel* noProject_ = nullptr;
+    WelcomeView* welcome_ = nullptr;
     FindingsView* findings_ = nullptr;
     QSplitter* columns_ = nullptr;
+    QScrollArea* settingsArea_ = nullptr;
     SettingsColumn* settings_ = nullptr;
     PreviewColumn* preview_ = nullptr;
-    QLabel* status_ = nullptr;
-    QLabel* saveError_ = nullptr;
+    StatusView* status_ = nullptr;
     QWidget* dropHighlight_ = nullptr;
     SavePresetSheet* savePreset_ = nullptr;
     QMessageBox* alert_ = nullptr;
+    std::shared_ptr<const Project> project_; // on show
+    bool wasShown_ = false;
     Observers::Subscription subscription_;
 };
 

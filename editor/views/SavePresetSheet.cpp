@@ -1,6 +1,7 @@
 #include "editor/views/SavePresetSheet.h"
 
 #include "widgets/PanelLayout.h"
+#include "widgets/Sheet.h"
 #include "widgets/Style.h"
 #include "widgets/TextField.h"
 
@@ -17,6 +18,7 @@ SavePresetSheet::SavePresetSheet(ContentView& editor, QWidget* parent)
                           QStringLiteral("Name, such as Sunday sermon"))) {
     setObjectName(QStringLiteral("savePresetSheet"));
     setWindowTitle(QStringLiteral("Save preset"));
+    makeSheet(*this);
     name_->setObjectName(QStringLiteral("presetName"));
     name_->setMinimumWidth(style::scaled(300));
     connect(name_, &TextField::typed, this,
@@ -37,7 +39,8 @@ QLayout* SavePresetSheet::makeButtons() {
     auto* const cancel = new QPushButton(QStringLiteral("Cancel"));
     cancel->setObjectName(QStringLiteral("cancelSavePreset"));
     cancel->setAutoDefault(false);
-    auto* const save = new QPushButton(QStringLiteral("Save"));
+    save_ = new QPushButton(QStringLiteral("Save"));
+    QPushButton* const save = save_;
     save->setObjectName(QStringLiteral("confirmSavePreset"));
     save->setProperty("prominent", true);
     save->setDefault(true);
@@ -55,6 +58,7 @@ QLayout* SavePresetSheet::makeButtons() {
 void SavePresetSheet::refresh() {
     const EditorFields& fields = editor_.fields();
     name_->show(fields.presetName);
+    save_->setEnabled(name_->text().trimmed().size() > 0);
     if (fields.showSavePreset == isVisible()) return;
     if (!fields.showSavePreset) return hide();
     name_->selectAll();

@@ -5,6 +5,7 @@
 #include <QDialog>
 
 class QLayout;
+class QPushButton;
 
 namespace shotweaver {
 
@@ -28,6 +29,7 @@ class SavePresetSheet : public QDialog {
 
     ContentView& editor_;
     TextField* name_;
+    QPushButton* save_ = nullptr;
 };
 
 } // namespace shotweaver

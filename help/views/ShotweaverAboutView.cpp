@@ -3,6 +3,7 @@
 #include "help/AboutTexts.h"
 #include "help/views/LinkLabel.h"
 #include "widgets/IconLabel.h"
+#include "widgets/Sheet.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedLabel.h"
 
@@ -35,6 +36,7 @@ ShotweaverAboutView::ShotweaverAboutView(const std::string& versionText,
     setObjectName(QStringLiteral("aboutSheet"));
     setWindowTitle(QStringLiteral("About Shotweaver"));
     setFixedWidth(style::scaled(width));
+    makeSheet(*this);
 
     auto* const manual = new QPushButton(QString::fromUtf8(aboutTexts::openManual));
     manual->setObjectName(QStringLiteral("openManual"));

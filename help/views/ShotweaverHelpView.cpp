@@ -14,8 +14,11 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace shotweaver {
@@ -50,14 +53,25 @@ ShotweaverHelpView::ShotweaverHelpView(HelpContent content, std::function<void()
     const int margin = style::scaled(style::wide);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(style::scaled(style::normal));
-    layout->addWidget(makeHeader(std::move(close)));
+    layout->addWidget(makeHeader(close));
+    connect(new QShortcut(QKeySequence(Qt::Key_Escape), this, nullptr, nullptr,
+                          Qt::WidgetWithChildrenShortcut),
+            &QShortcut::activated, this, [this, close = std::move(close)] {
+                if (search_ && !search_->text().isEmpty()) return search_->clear();
+                close();
+            });
     if (content_.error()) {
         layout->addWidget(makeError(), 1);
         return;
     }
     layout->addWidget(makeManual(), 1);
+    connect(new QShortcut(QKeySequence(QKeySequence::Find), this), &QShortcut::activated, this,
+            [this] {
+                search_->setFocus();
+                search_->selectAll();
+            });
+    setFocusProxy(search_);
     refresh();
-    search_->setFocus();
 }
 
 QSize ShotweaverHelpView::sizeHint() const {
@@ -122,6 +136,9 @@ QWidget* ShotweaverHelpView::makeTopics() {
     topics_->setObjectName(QStringLiteral("helpTopics"));
     topics_->setAccessibleName(QStringLiteral("Help topics"));
     topics_->setWordWrap(true);
+    topics_->setStyleSheet(QStringLiteral("QListWidget::item { padding: %1px %2px; }")
+                               .arg(style::scaled(style::tight))
+                               .arg(style::scaled(style::close)));
     topics_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     layout->addWidget(search_);
     layout->addWidget(count_);
@@ -193,9 +210,19 @@ void ShotweaverHelpView::refreshList() {
 void ShotweaverHelpView::showPage() {
     const ShotweaverManual::Section* const section = content_.shownSection();
     pages_->setCurrentIndex(section ? 0 : 1);
-    if (!section || (section->id == shownID_ && page_->widget())) return;
+    if (!section || (section->id == shownID_ && shownQuery_ == content_.query())) return;
     shownID_ = section->id;
-    page_->setWidget(makeManualPage(*section)); // deletes the former page
+    shownQuery_ = content_.query();
+    const auto [page, firstHit] = makeManualPage(*section, content_);
+    page_->setWidget(page); // deletes the former page
+    page_->verticalScrollBar()->setValue(0);
+    if (firstHit) showWhenLaidOut(firstHit);
+}
+
+void ShotweaverHelpView::showWhenLaidOut(QWidget* text) {
+    QTimer::singleShot(0, text, [this, text] {
+        page_->ensureWidgetVisible(text, 0, style::scaled(style::wide));
+    });
 }
 
 } // namespace shotweaver

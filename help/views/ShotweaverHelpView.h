@@ -5,6 +5,8 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
+#include <string>
 
 class QLabel;
 class QLineEdit;
@@ -33,6 +35,7 @@ class ShotweaverHelpView : public QWidget {
     void refresh();
     void refreshList();
     void showPage();
+    void showWhenLaidOut(QWidget* text);
 
     HelpContent content_;
     QLineEdit* search_ = nullptr;
@@ -40,7 +43,8 @@ class ShotweaverHelpView : public QWidget {
     QListWidget* topics_ = nullptr;
     QStackedWidget* pages_ = nullptr;
     QScrollArea* page_ = nullptr;
-    std::string shownID_;
+    std::optional<std::string> shownID_;
+    std::string shownQuery_;
 };
 
 } // namespace shotweaver

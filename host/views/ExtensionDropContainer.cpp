@@ -6,19 +6,20 @@
 
 namespace shotweaver {
 
-namespace {
-
-void answer(QDropEvent& event) {
-    event.setDropAction(Qt::CopyAction);
-    event.setAccepted(offersXML(MimePasteboard(*event.mimeData())));
-}
-
-} // namespace
-
 ExtensionDropContainer::ExtensionDropContainer(XMLInbox& inbox, QWidget* parent)
     : QWidget(parent), inbox_(inbox) {
     setObjectName(QStringLiteral("dropContainer"));
     setAcceptDrops(true);
+}
+
+void ExtensionDropContainer::answer(QDropEvent& event) {
+    event.setDropAction(Qt::CopyAction);
+    event.setAccepted(offersXML(MimePasteboard(*event.mimeData())));
+    if (event.isAccepted()) Q_EMIT targeted(true);
+}
+
+void ExtensionDropContainer::dragLeaveEvent(QDragLeaveEvent*) {
+    Q_EMIT targeted(false);
 }
 
 void ExtensionDropContainer::dragEnterEvent(QDragEnterEvent* event) {
@@ -30,6 +31,7 @@ void ExtensionDropContainer::dragMoveEvent(QDragMoveEvent* event) {
 }
 
 void ExtensionDropContainer::dropEvent(QDropEvent* event) {
+    Q_EMIT targeted(false);
     event->setDropAction(Qt::CopyAction);
     event->setAccepted(receiveDrop(MimePasteboard(*event->mimeData()), inbox_));
 }

@@ -31,11 +31,14 @@ class ExtensionViewController : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void showTitle();
+
     QtHostServices host_;
     SecureRandom random_;
     ContentView editor_;
     InboxSubscription inbox_;
     QPointer<ExtensionDropContainer> view_;
+    Observers::Subscription subscription_;
 };
 
 } // namespace shotweaver

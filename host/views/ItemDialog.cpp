@@ -1,8 +1,12 @@
 #include "host/views/ItemDialog.h"
 
 #include "planning/ProjectFile.h"
+#include "widgets/Sheet.h"
+#include "widgets/Style.h"
+#include "widgets/WrappedLabel.h"
 
 #include <QFileInfo>
+#include <QVBoxLayout>
 
 namespace shotweaver {
 
@@ -17,7 +21,16 @@ bool isBundle(const QString& path) {
 ItemDialog::ItemDialog(const OpenPanel& panel, QWidget* parent)
     : QFileDialog(parent), takesBundles_(panel.canChooseFiles && panel.canChooseDirectories) {
     setObjectName(QStringLiteral("itemDialog"));
+    makeSheet(*this);
+#if defined(Q_OS_MACOS)
+    // The system's own dialog has no other place for it, and knows bundles.
     setWindowTitle(QString::fromStdString(panel.message));
+#else
+    // A desktop's own dialog has no place for a message, and chooses files or folders, not either.
+    setOption(QFileDialog::DontUseNativeDialog);
+    setWindowTitle(panel.canChooseFiles ? QStringLiteral("Open") : QStringLiteral("Save"));
+    showMessage(QString::fromStdString(panel.message));
+#endif
     setAcceptMode(QFileDialog::AcceptOpen);
     setFileMode(panel.canChooseFiles ? QFileDialog::ExistingFile : QFileDialog::Directory);
     setOption(QFileDialog::ShowDirsOnly, !panel.canChooseFiles);
@@ -25,10 +38,6 @@ ItemDialog::ItemDialog(const OpenPanel& panel, QWidget* parent)
     if (!panel.prompt.empty())
         setLabelText(QFileDialog::Accept, QString::fromStdString(panel.prompt));
     if (!takesBundles_) return;
-#if !defined(Q_OS_MACOS)
-    // A desktop's own dialog chooses files or folders, not either. macOS knows of bundles.
-    setOption(QFileDialog::DontUseNativeDialog);
-#endif
     setNameFilters(
         {QStringLiteral("Final Cut XML (*.fcpxml *.fcpxmld)"), QStringLiteral("All files (*)")});
     connect(this, &QFileDialog::currentChanged, this,
@@ -36,6 +45,23 @@ ItemDialog::ItemDialog(const OpenPanel& panel, QWidget* parent)
     connect(this, &QFileDialog::directoryEntered, this, [this](const QString& path) {
         if (isBundle(path)) take(path);
     });
+}
+
+/// Above all else, where a window has its menus.
+void ItemDialog::showMessage(const QString& message) {
+    auto* const place = new QWidget;
+    auto* const text = new WrappedLabel(style::TextStyle::body);
+    text->setObjectName(QStringLiteral("itemMessage"));
+    text->setText(message);
+    auto* const column = new QVBoxLayout(place);
+    const int margin = style::scaled(style::close);
+    column->setContentsMargins(margin, margin, margin, 0);
+    column->addWidget(text);
+    layout()->setMenuBar(place);
+}
+
+void ItemDialog::startIn(const QString& folder) {
+    if (!folder.isEmpty() && QFileInfo(folder).isDir()) setDirectory(folder);
 }
 
 QString ItemDialog::chosen() const {

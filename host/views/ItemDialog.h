@@ -14,6 +14,9 @@ class ItemDialog : public QFileDialog {
   public:
     explicit ItemDialog(const OpenPanel& panel, QWidget* parent = nullptr);
 
+    /// Shows a folder first, if it is there.
+    void startIn(const QString& folder);
+
     /// The item's path, once the dialog was accepted.
     QString chosen() const;
 
@@ -21,6 +24,7 @@ class ItemDialog : public QFileDialog {
     void accept() override;
 
   private:
+    void showMessage(const QString& message);
     void take(const QString& bundle);
 
     bool takesBundles_;

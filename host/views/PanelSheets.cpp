@@ -4,6 +4,7 @@
 #include "help/views/ShotweaverAboutView.h"
 #include "help/views/ShotweaverHelpView.h"
 #include "help/views/ShotweaverHelpWindow.h"
+#include "widgets/Sheet.h"
 #include "widgets/Style.h"
 
 #include <QDialog>
@@ -45,9 +46,12 @@ QDialog* PanelSheets::makeHelpSheet() {
     auto* const sheet = new QDialog(window_);
     sheet->setWindowTitle(QString::fromUtf8(helpTexts::title));
     sheet->setObjectName(QStringLiteral("helpSheet"));
+    makeSheet(*sheet);
     auto* const layout = new QVBoxLayout(sheet);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new ShotweaverHelpView(loadHelp_(), [sheet] { sheet->close(); }));
+    auto* const view = new ShotweaverHelpView(loadHelp_(), [sheet] { sheet->close(); });
+    layout->addWidget(view);
+    view->setFocus();
     return sheet;
 }
 

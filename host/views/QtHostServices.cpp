@@ -3,6 +3,7 @@
 #include "host/FinalCutIntegration.h"
 #include "host/OpenError.h"
 #include "host/views/ItemDialog.h"
+#include "platform/PlatformError.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -12,15 +13,44 @@
 
 namespace shotweaver {
 
-QtHostServices::QtHostServices(std::unique_ptr<Workspace> workspace)
-    : workspace_(std::move(workspace)) {}
+namespace {
+
+// Entries of the defaults: where the last file was opened, and into what folder one was saved.
+constexpr const char* openFolder = "Shotweaver.openFolder.v1";
+constexpr const char* saveFolder = "Shotweaver.saveFolder.v1";
+
+} // namespace
+
+QtHostServices::QtHostServices(std::unique_ptr<Workspace> workspace, UserDefaults defaults)
+    : workspace_(std::move(workspace)), defaults_(std::move(defaults)) {}
 
 QtHostServices::~QtHostServices() = default;
 
 std::optional<std::string> QtHostServices::chooseItem(const OpenPanel& panel) {
+    const char* const entry = panel.canChooseFiles ? openFolder : saveFolder;
     ItemDialog dialog(panel, window_);
+    dialog.startIn(rememberedFolder(entry));
     if (dialog.exec() != QDialog::Accepted || dialog.chosen().isEmpty()) return std::nullopt;
-    return dialog.chosen().toStdString();
+    const QString chosen = dialog.chosen();
+    remember(entry, panel.canChooseFiles ? QFileInfo(chosen).absolutePath() : chosen);
+    return chosen.toStdString();
+}
+
+/// What cannot be read or stored is forgotten: it only saves a few clicks.
+QString QtHostServices::rememberedFolder(const char* entry) const {
+    try {
+        return QString::fromStdString(defaults_.data(entry));
+    } catch (const PlatformError&) {
+        return {};
+    }
+}
+
+void QtHostServices::remember(const char* entry, const QString& folder) {
+    try {
+        defaults_.setData(entry, folder.toStdString());
+    } catch (const PlatformError&) {
+        return;
+    }
 }
 
 BusySign QtHostServices::showBusy() {

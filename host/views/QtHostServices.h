@@ -2,6 +2,7 @@
 
 #include "editor/HostServices.h"
 #include "host/Workspace.h"
+#include "platform/UserDefaults.h"
 
 #include <QObject>
 #include <QPointer>
@@ -17,7 +18,8 @@ class QtHostServices final : public QObject, public HostServices {
     Q_OBJECT
 
   public:
-    explicit QtHostServices(std::unique_ptr<Workspace> workspace);
+    /// Dialogs start in the folders of the last ones, which are remembered in `defaults`.
+    QtHostServices(std::unique_ptr<Workspace> workspace, UserDefaults defaults);
     ~QtHostServices() override;
 
     /// The window that dialogs belong to.
@@ -33,7 +35,11 @@ class QtHostServices final : public QObject, public HostServices {
     void later(std::function<void()> function) override;
 
   private:
+    QString rememberedFolder(const char* entry) const;
+    void remember(const char* entry, const QString& folder);
+
     std::unique_ptr<Workspace> workspace_;
+    UserDefaults defaults_;
     QPointer<QWidget> window_;
 };
 

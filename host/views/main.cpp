@@ -1,14 +1,17 @@
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionViewController.h"
 #include "host/views/OpenedFiles.h"
+#include "host/views/PanelInstance.h"
 #if defined(Q_OS_MACOS)
 #include "host/views/MacDrags.h"
 #endif
+#include "platform/StateFolders.h"
 #include "widgets/IconLabel.h"
 #include "widgets/Style.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QIcon>
 
 #include <algorithm>
@@ -46,18 +49,28 @@ int run(QApplication& application) {
                                  QStringLiteral("[PROJECT]"));
     parser.process(application);
 
+    const QString file = parser.positionalArguments().value(0);
+    PanelInstance instance(
+        QString::fromStdString(stateFolders(systemEnvironment()).session));
+    if (instance.handOver(file.isEmpty() ? file : QFileInfo(file).absoluteFilePath())) return 0;
+
     style::apply(application);
     ExtensionViewController controller;
     // Before the panel is seen, as a host does.
     OpenedFiles opened(application, XMLInbox::shared());
-    if (!parser.positionalArguments().isEmpty())
-        opened.open(parser.positionalArguments().constFirst());
+    if (!file.isEmpty()) opened.open(file);
 #if defined(Q_OS_MACOS)
     takeFinalCutDrags();
 #endif
     QWidget* const view = controller.view();
-    view->setWindowTitle(QStringLiteral("Shotweaver"));
     view->show();
+    QObject::connect(&instance, &PanelInstance::handedOver, view,
+                     [view, &opened](const QString& other) {
+                         view->setWindowState(view->windowState() & ~Qt::WindowMinimized);
+                         view->raise();
+                         view->activateWindow();
+                         if (!other.isEmpty()) opened.open(other);
+                     });
     return QApplication::exec();
 }
 

@@ -200,7 +200,7 @@ TEST(ContentView, theActionBarOffersWhatCanBeDone) {
     panel.apply(R"({"audio": ""})");
     EXPECT_EQ(editor.actionBar(), (ActionBar{make, false, true, true, false, {}, audio}));
     EXPECT_EQ(editor.generateHelp(), audio);
-    panel.apply(R"({"otherCameras": ["W", "R"]})");
+    panel.apply(R"({"otherCameras": ["W", "R"], "audio": ""})");
     EXPECT_EQ(editor.actionBar(), (ActionBar{make, false, true, true, false, {}, hint}));
     EXPECT_EQ(editor.generateHelp(), hint + " " + audio);
     panel.restart(); // without a project

@@ -1,34 +1,32 @@
 #include "editor/views/preview/ActionBarView.h"
 
 #include "editor/PanelTexts.h"
+#include "editor/views/preview/EditListView.h"
 #include "widgets/ButtonAction.h"
+#include "widgets/FlowLayout.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedLabel.h"
 #include "widgets/WrappedText.h"
 
-#include <QHBoxLayout>
 #include <QKeySequence>
 #include <QPushButton>
-#include <QVBoxLayout>
+#include <QToolButton>
 
+#include <algorithm>
 #include <functional>
+#include <initializer_list>
 
 namespace shotweaver {
 
 namespace {
 
-QHBoxLayout* addRow(QVBoxLayout& rows) {
-    auto* const row = new QHBoxLayout;
-    row->setSpacing(style::scaled(style::close));
-    rows.addLayout(row);
-    return row;
-}
+constexpr QKeyCombination generateShortcut = Qt::CTRL | Qt::Key_G;
 
 } // namespace
 
 ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor),
-      generate_(addButton("generate", QString(), panelTexts::generateHelp, Qt::CTRL | Qt::Key_G,
+      generate_(addButton("generate", QString(), panelTexts::generateHelp, generateShortcut,
                           &ContentView::generateEdit)),
       shuffleSelection_(makeActionButton({QStringLiteral("shuffleSelection"),
                                           QStringLiteral("Shuffle selection"),
@@ -41,16 +39,19 @@ ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
                          Qt::CTRL | Qt::Key_BracketRight, &ContentView::goForward)),
       export_(addButton("export", QStringLiteral("Export to Final Cut…"), panelTexts::exportHelp,
                         Qt::CTRL | Qt::Key_E, &ContentView::exportEdit)),
-      position_(style::label(style::TextStyle::callout, style::secondary())),
+      position_(new QToolButton), edits_(new EditListView(editor, this)),
       hint_(new WrappedLabel(style::TextStyle::callout, style::secondary())),
       kept_(style::label(style::TextStyle::callout, style::secondary())),
       letGo_(addButton("letGo", QStringLiteral("Let go of all"), panelTexts::letGoHelp, {},
                        &ContentView::letGoOfAll)) {
-    shuffleSelection_->hide();
+    shuffleSelection_->setEnabled(false);
     kept_->setObjectName(QStringLiteral("kept"));
     generate_->setProperty("prominent", true);
     position_->setObjectName(QStringLiteral("position"));
+    position_->setFocusPolicy(Qt::StrongFocus);
+    position_->setToolTip(QStringLiteral("All edits"));
     position_->setFont(style::withEqualDigits(position_->font()));
+    connect(position_, &QToolButton::clicked, this, [this] { edits_->openUnder(*position_); });
     hint_->setObjectName(QStringLiteral("hint"));
     layOut();
     refresh();
@@ -63,25 +64,27 @@ QPushButton* ActionBarView::addButton(const char* name, const QString& text, con
                             this, [this, operation] { std::invoke(operation, editor_); });
 }
 
-/// In two rows, since the column may be little wider than three buttons.
+/// In as many rows as the column's width takes.
 void ActionBarView::layOut() {
-    auto* const rows = new QVBoxLayout(this);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(style::scaled(style::close));
-    auto* const first = addRow(*rows);
-    for (QPushButton* const button : {generate_, shuffleSelection_, back_, forward_})
-        first->addWidget(button);
-    first->addStretch();
-    auto* const second = addRow(*rows);
-    second->addWidget(position_);
-    second->addWidget(kept_);
-    second->addWidget(letGo_);
-    second->addWidget(hint_, 1);
-    second->addStretch();
-    second->addWidget(export_);
+    auto* const flow = new FlowLayout(this, style::scaled(style::close));
+    for (QWidget* const widget : std::initializer_list<QWidget*>{
+             generate_, back_, forward_, position_, export_, shuffleSelection_, kept_, letGo_,
+             hint_})
+        flow->addWidget(widget);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    // One width under both labels.
+    int width = 0;
+    for (const char* const label : {"Generate rough edit", "Shuffle rough edit"}) {
+        generate_->setText(QString::fromUtf8(label));
+        width = std::max(width, generate_->sizeHint().width());
+    }
+    generate_->setMinimumWidth(width);
 }
 
 void ActionBarView::refresh() {
+    setHelp(*generate_, toQt(editor_.generateHelp()), generateShortcut);
     const ActionBar bar = editor_.actionBar();
     if (bar == shown_) return;
     shown_ = bar;
@@ -90,7 +93,8 @@ void ActionBarView::refresh() {
     back_->setEnabled(bar.canGoBack);
     forward_->setEnabled(bar.canGoForward);
     export_->setEnabled(bar.canExport);
-    showText(*position_, bar.position.value_or(""));
+    position_->setText(toQt(bar.position.value_or("")));
+    position_->setAccessibleName(position_->text());
     position_->setVisible(bar.position.has_value());
     showText(*hint_, bar.hint.value_or(""));
     hint_->setVisible(bar.hint.has_value());
@@ -100,7 +104,7 @@ void ActionBarView::refresh() {
 }
 
 void ActionBarView::showSelection(bool hasSelection) {
-    shuffleSelection_->setVisible(hasSelection);
+    shuffleSelection_->setEnabled(hasSelection);
 }
 
 } // namespace shotweaver

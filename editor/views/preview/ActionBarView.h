@@ -9,8 +9,11 @@
 class QKeySequence;
 class QLabel;
 class QPushButton;
+class QToolButton;
 
 namespace shotweaver {
+
+class EditListView;
 
 /// The buttons that make, walk through and export edits.
 class ActionBarView : public QWidget {
@@ -21,7 +24,7 @@ class ActionBarView : public QWidget {
     explicit ActionBarView(ContentView& editor, QWidget* parent = nullptr);
 
     void refresh();
-    /// The button for the selected cuts is there while there are some.
+    /// The button for the selected cuts can be used while there are some.
     void showSelection(bool hasSelection);
 
   Q_SIGNALS:
@@ -39,7 +42,8 @@ class ActionBarView : public QWidget {
     QPushButton* back_;
     QPushButton* forward_;
     QPushButton* export_;
-    QLabel* position_;
+    QToolButton* position_;
+    EditListView* edits_;
     QLabel* hint_;
     QLabel* kept_;
     QPushButton* letGo_;

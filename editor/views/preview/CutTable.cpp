@@ -1,6 +1,5 @@
 #include "editor/views/preview/CutTable.h"
 
-#include "editor/views/preview/CutTableModel.h"
 #include "widgets/Style.h"
 #include "widgets/TableLook.h"
 
@@ -17,7 +16,8 @@ namespace shotweaver {
 namespace {
 
 // Points.
-constexpr int smallestColumn = 60;
+constexpr int smallestCamera = 80;
+constexpr int roomyCamera = 190; // with which titles stand in one line
 constexpr int padlockWidth = 24;
 
 } // namespace
@@ -36,14 +36,9 @@ CutTable::CutTable(ContentView& editor, QWidget* parent)
 
 void CutTable::setUpColumns() {
     QHeaderView* const header = horizontalHeader();
-    for (const int column : {CutTableModel::start, CutTableModel::duration}) {
-        const QString title = model_->headerData(column, Qt::Horizontal).toString();
-        header->resizeSection(column, columnWidthFor(*this, title));
-    }
     header->setMinimumSectionSize(style::scaled(padlockWidth));
     header->setSectionResizeMode(CutTableModel::kept, QHeaderView::Fixed);
     header->resizeSection(CutTableModel::kept, style::scaled(padlockWidth));
-    wantedDuration_ = fittedDuration_ = header->sectionSize(CutTableModel::duration);
 }
 
 void CutTable::addCopyAction() {
@@ -73,22 +68,44 @@ void CutTable::copySelection() const {
     QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
 }
 
-/// The cameras take what the table gains or loses in width. Where there is little, their names
-/// matter more than a whole title; a width that the user has given stays.
+/// The cameras take what the table gains or loses in width. Where there is little, titles stand in
+/// two lines; widths that the user has given stay.
 void CutTable::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     QHeaderView* const header = horizontalHeader();
-    const int smallestCamera = style::scaled(80);
-    const int room = viewport()->width() - header->sectionSize(CutTableModel::start) -
-                     header->sectionSize(CutTableModel::kept);
-    if (header->sectionSize(CutTableModel::duration) == fittedDuration_) {
-        const int smallest = std::min(style::scaled(smallestColumn), wantedDuration_);
-        fittedDuration_ = std::clamp(room - smallestCamera, smallest, wantedDuration_);
-        header->resizeSection(CutTableModel::duration, fittedDuration_);
+    const int lock = header->sectionSize(CutTableModel::kept);
+    const bool isNarrow = viewport()->width() < lock + style::scaled(roomyCamera) +
+                                                    widthOfTitles(CutTableModel::Titles::whole);
+    const auto titles =
+        isNarrow ? CutTableModel::Titles::twoLines : CutTableModel::Titles::whole;
+    model_->setTitles(titles);
+    header->setFixedHeight(style::scaled(tableRowHeight) * (isNarrow ? 2 : 1) -
+                           (isNarrow ? style::scaled(style::close) : 0));
+    int room = viewport()->width() - lock;
+    for (const int column : {CutTableModel::start, CutTableModel::duration}) {
+        int& fitted = fitted_[column];
+        if (fitted == 0 || header->sectionSize(column) == fitted) {
+            fitted = titleWidth(column, titles);
+            header->resizeSection(column, fitted);
+        }
+        room -= header->sectionSize(column);
     }
-    header->resizeSection(
-        CutTableModel::camera,
-        std::max(smallestCamera, room - header->sectionSize(CutTableModel::duration)));
+    header->resizeSection(CutTableModel::camera, std::max(style::scaled(smallestCamera), room));
+}
+
+/// Also for the timecodes and seconds under it.
+int CutTable::titleWidth(int column, CutTableModel::Titles titles) const {
+    const QStringList lines = CutTableModel::title(column, titles).split(QLatin1Char('\n'));
+    int width = column == CutTableModel::start
+                    ? columnWidthFor(*this, QStringLiteral("00:00:00:00"))
+                    : 0;
+    for (const QString& line : lines)
+        width = std::max(width, columnWidthFor(*this, line));
+    return width;
+}
+
+int CutTable::widthOfTitles(CutTableModel::Titles titles) const {
+    return titleWidth(CutTableModel::start, titles) + titleWidth(CutTableModel::duration, titles);
 }
 
 } // namespace shotweaver

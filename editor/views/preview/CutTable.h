@@ -1,12 +1,11 @@
 #pragma once
 
 #include "editor/ContentView.h"
+#include "editor/views/preview/CutTableModel.h"
 
 #include <QTableView>
 
 namespace shotweaver {
-
-class CutTableModel;
 
 /// The cut list. Selected rows can be copied as tab-separated text.
 class CutTable : public QTableView {
@@ -26,11 +25,11 @@ class CutTable : public QTableView {
   private:
     void setUpColumns();
     void addCopyAction();
+    int titleWidth(int column, CutTableModel::Titles titles) const;
+    int widthOfTitles(CutTableModel::Titles titles) const;
 
     CutTableModel* model_;
-    // Widths of the durations, pixels: with room enough, and as fitted last.
-    int wantedDuration_ = 0;
-    int fittedDuration_ = 0;
+    int fitted_[CutTableModel::columns] = {}; // widths, pixels, that the user may change
 };
 
 } // namespace shotweaver

@@ -3,6 +3,7 @@
 #include "widgets/Padlock.h"
 #include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
+#include "widgets/Swatch.h"
 
 namespace shotweaver {
 
@@ -38,12 +39,30 @@ void CutTableModel::refresh() {
     const UUID id = edit ? edit->id : UUID();
     if (project_ == fields.project && position_ == position && edit_ == id) return refreshKept();
     beginResetModel();
-    project_ = fields.project;
+    if (project_ != fields.project) {
+        project_ = fields.project;
+        makeSwatches();
+    }
     position_ = position;
     edit_ = id;
     rows_ = static_cast<int>(fields.cuts().size());
     kept_ = fields.kept;
     endResetModel();
+}
+
+/// In the colours of the timeline's lanes.
+void CutTableModel::makeSwatches() {
+    swatches_.clear();
+    for (const ImportedAngle& angle : project_->videoAngles)
+        swatches_.emplace(angle.id, swatch(swatches_.size()));
+}
+
+QVariant CutTableModel::decoration(const QModelIndex& index) const {
+    const auto row = static_cast<std::size_t>(index.row());
+    if (index.column() == kept && editor_.isKept(row)) return padlock_;
+    if (index.column() != camera) return {};
+    const auto found = swatches_.find(editor_.fields().cuts().at(row).angle);
+    return found == swatches_.end() ? QVariant() : found->second;
 }
 
 /// What is kept changes what is said of the cuts after it.
@@ -68,7 +87,7 @@ QVariant CutTableModel::data(const QModelIndex& index, int role) const {
         return index.column() == kept ? QVariant()
                                       : toQt(textOf(editor_.cutRow(row), index.column()));
     case Qt::DecorationRole:
-        return index.column() == kept && editor_.isKept(row) ? padlock_ : QVariant();
+        return decoration(index);
     case Qt::AccessibleTextRole:
         return index.column() == kept ? toQt(editor_.isKept(row) ? "Kept" : "Not kept")
                                       : QVariant();
@@ -86,17 +105,28 @@ QVariant CutTableModel::data(const QModelIndex& index, int role) const {
 QVariant CutTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal) return {};
     if (role == Qt::TextAlignmentRole) return alignmentOf(section);
-    if (role != Qt::DisplayRole) return {};
-    switch (section) {
+    return role == Qt::DisplayRole ? title(section, titles_) : QVariant();
+}
+
+QString CutTableModel::title(int column, Titles titles) {
+    const bool isWhole = titles == Titles::whole;
+    switch (column) {
     case camera:
         return QStringLiteral("Camera");
     case start:
-        return QStringLiteral("Start (Timecode)");
+        return isWhole ? QStringLiteral("Start (Timecode)") : QStringLiteral("Start\n(Timecode)");
     case duration:
-        return QStringLiteral("Duration (seconds)");
+        return isWhole ? QStringLiteral("Duration (seconds)")
+                       : QStringLiteral("Duration\n(seconds)");
     default:
         return {};
     }
+}
+
+void CutTableModel::setTitles(Titles titles) {
+    if (titles == titles_) return;
+    titles_ = titles;
+    Q_EMIT headerDataChanged(Qt::Horizontal, start, duration);
 }
 
 } // namespace shotweaver

@@ -8,6 +8,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <unordered_map>
 
 namespace shotweaver {
 
@@ -17,6 +19,10 @@ class CutTableModel : public QAbstractTableModel {
 
   public:
     enum Column { camera, start, duration, kept, columns };
+    enum class Titles { whole, twoLines };
+    static QString title(int column, Titles titles);
+
+    void setTitles(Titles titles);
 
     /// `editor` must outlive the model.
     explicit CutTableModel(const ContentView& editor, QObject* parent = nullptr);
@@ -32,6 +38,8 @@ class CutTableModel : public QAbstractTableModel {
 
   private:
     void refreshKept();
+    void makeSwatches();
+    QVariant decoration(const QModelIndex& index) const;
 
     const ContentView& editor_;
     QFont equalDigits_;
@@ -42,6 +50,8 @@ class CutTableModel : public QAbstractTableModel {
     UUID edit_;
     int rows_ = 0;
     KeptShots kept_;
+    Titles titles_ = Titles::whole;
+    std::unordered_map<std::string, QIcon> swatches_; // of the project's cameras
 };
 
 } // namespace shotweaver

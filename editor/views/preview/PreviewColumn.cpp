@@ -1,13 +1,14 @@
 #include "editor/views/preview/PreviewColumn.h"
 
-#include "editor/PanelTexts.h"
 #include "editor/views/preview/ActionBarView.h"
 #include "editor/views/preview/CutActions.h"
 #include "editor/views/preview/CutTable.h"
-#include "editor/views/preview/EditOverview.h"
+#include "editor/views/preview/Timeline.h"
 #include "editor/views/preview/UsageTable.h"
 #include "planning/EditTexts.h"
+#include "widgets/PanelLayout.h"
 #include "widgets/Style.h"
+#include "widgets/WarningLine.h"
 #include "widgets/WrappedLabel.h"
 #include "widgets/WrappedText.h"
 
@@ -27,27 +28,28 @@ void showLine(QLabel& label, const std::optional<std::string>& text) {
 
 PreviewColumn::PreviewColumn(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor),
-      warning_(new WrappedLabel(style::TextStyle::body, style::accent())),
+      warning_(new WarningLine(QStringLiteral("coverageWarning"))),
       actions_(new ActionBarView(editor)), summary_(new WrappedLabel(style::TextStyle::body)),
-      overview_(new EditOverview(editor)), cuts_(new CutTable(editor)),
+      timeline_(new Timeline(editor)), cuts_(new CutTable(editor)),
       reason_(new WrappedLabel(style::TextStyle::caption, style::secondary())),
       noCuts_(new WrappedLabel(style::TextStyle::body, style::secondary())),
       usage_(new UsageTable(editor)),
       cutActions_(new CutActions(editor, *cuts_->selectionModel(), this)) {
     reason_->setObjectName(QStringLiteral("cutReason"));
-    warning_->setObjectName(QStringLiteral("coverageWarning"));
     summary_->setObjectName(QStringLiteral("summary"));
     noCuts_->setObjectName(QStringLiteral("noCuts"));
-    noCuts_->setText(QString::fromUtf8(panelTexts::noCuts));
     noCuts_->setAlignment(Qt::AlignCenter);
-    overview_->setSelectionModel(cuts_->selectionModel());
+    timeline_->setSelectionModel(cuts_->selectionModel());
     cutActions_->addTo(*cuts_);
-    cutActions_->addTo(*overview_);
+    cutActions_->addTo(*timeline_);
     const auto changed = [this] { selectionDidChange(); };
     connect(cuts_->selectionModel(), &QItemSelectionModel::selectionChanged, this, changed);
     connect(cuts_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, changed);
     connect(cuts_->model(), &QAbstractItemModel::modelReset, this, changed);
     connect(cuts_->model(), &QAbstractItemModel::dataChanged, this, changed);
+    connect(timeline_, &Timeline::rowChosen, this, [this](int row) {
+        cuts_->scrollTo(cuts_->model()->index(row, 0), QAbstractItemView::PositionAtCenter);
+    });
     connect(actions_, &ActionBarView::selectionShuffled, cutActions_,
             &CutActions::shuffleSelection);
     layOut();
@@ -55,21 +57,43 @@ PreviewColumn::PreviewColumn(ContentView& editor, QWidget* parent)
 }
 
 void PreviewColumn::layOut() {
+    setMinimumWidth(style::scaled(388)); // all columns, with ordinary names
+    // As wide as it reads well.
+    cuts_->setMaximumWidth(style::scaled(760));
+    usage_->setMaximumWidth(style::scaled(760));
+    // Kept when no cut is selected, so that the list does not move.
+    reason_->setMinimumHeight(2 * reason_->fontMetrics().lineSpacing());
+    reason_->setAlignment(Qt::AlignTop);
+    auto* const list = new QWidget(this);
+    QVBoxLayout* const listColumn = columnLayout(list);
+    listColumn->addWidget(cuts_, 1);
+    listColumn->addWidget(reason_);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(style::scaled(style::normal));
     for (QWidget* const widget :
          {static_cast<QWidget*>(warning_), static_cast<QWidget*>(actions_),
-          static_cast<QWidget*>(summary_), static_cast<QWidget*>(overview_)})
+          static_cast<QWidget*>(summary_), static_cast<QWidget*>(timeline_)})
         column->addWidget(widget);
-    column->addWidget(cuts_, 1);
-    column->addWidget(reason_);
+    lists_ = new QBoxLayout(QBoxLayout::TopToBottom);
+    lists_->setSpacing(style::scaled(style::normal));
+    lists_->addWidget(list, 1);
+    lists_->addWidget(usage_);
+    column->addLayout(lists_, 1);
     column->addWidget(noCuts_, 1);
-    column->addWidget(usage_);
+    list_ = list;
+}
+
+/// Where there is room for both, the usage stands beside the list.
+void PreviewColumn::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const bool isWide = width() >= style::scaled(980);
+    lists_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    lists_->setAlignment(usage_, isWide ? Qt::AlignTop : Qt::Alignment());
 }
 
 void PreviewColumn::refresh() {
-    showLine(*warning_, editor_.coverageWarning());
+    warning_->show(editor_.coverageWarning().value_or(""));
     actions_->refresh();
     const EditRevision* const edit = editor_.fields().shownEdit();
     const bool hasCuts = edit != nullptr;
@@ -77,9 +101,10 @@ void PreviewColumn::refresh() {
              hasCuts ? std::optional(summaryLine(edit->cuts, edit->settings, *editor_.project()))
                      : std::nullopt);
     cuts_->refresh();
-    cuts_->setVisible(hasCuts);
-    overview_->refresh();
-    overview_->setVisible(hasCuts);
+    list_->setVisible(hasCuts);
+    timeline_->refresh();
+    timeline_->setVisible(hasCuts);
+    showText(*noCuts_, editor_.noCutsText());
     noCuts_->setVisible(!hasCuts);
     usage_->refresh();
     usage_->setVisible(hasCuts);
@@ -92,8 +117,7 @@ void PreviewColumn::selectionDidChange() {
     const bool hasSelection = selection.hasSelection();
     actions_->showSelection(hasSelection);
     const int row = hasSelection ? selection.currentIndex().row() : -1;
-    showLine(*reason_, row < 0 ? std::nullopt
-                               : std::optional(editor_.cutReason(static_cast<std::size_t>(row))));
+    showText(*reason_, row < 0 ? "" : editor_.cutReason(static_cast<std::size_t>(row)));
 }
 
 } // namespace shotweaver

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class QBoxLayout;
 class QLabel;
 
 namespace shotweaver {
@@ -11,8 +12,9 @@ namespace shotweaver {
 class ActionBarView;
 class CutActions;
 class CutTable;
-class EditOverview;
+class Timeline;
 class UsageTable;
+class WarningLine;
 
 /// The edit on show: the coverage warning, the action bar, the cuts and how much each camera is
 /// used in them.
@@ -25,19 +27,24 @@ class PreviewColumn : public QWidget {
 
     void refresh();
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     void layOut();
     void selectionDidChange();
 
     ContentView& editor_;
-    QLabel* warning_;
+    WarningLine* warning_;
     ActionBarView* actions_;
     QLabel* summary_;
-    EditOverview* overview_;
+    Timeline* timeline_;
     CutTable* cuts_;
     QLabel* reason_; // why the current cut is there
     QLabel* noCuts_;
     UsageTable* usage_;
+    QWidget* list_ = nullptr; // of the cuts, and why the current one is there
+    QBoxLayout* lists_ = nullptr;
     CutActions* cutActions_;
 };
 

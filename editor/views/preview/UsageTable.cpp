@@ -2,6 +2,7 @@
 
 #include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
+#include "widgets/Swatch.h"
 #include "widgets/TableLook.h"
 
 #include <QHeaderView>
@@ -72,9 +73,10 @@ void UsageTable::showRow(int row, const UsageRow& usage) {
     for (int column = 0; column < columns; ++column) {
         auto* const item = new QTableWidgetItem(toQt(*texts[column]));
         item->setTextAlignment(alignmentOf(column));
-        if (column == camera)
+        if (column == camera) {
+            item->setIcon(swatch(static_cast<std::size_t>(row)));
             item->setToolTip(plainToolTip(usage.camera));
-        else
+        } else
             item->setFont(style::withEqualDigits(table_->font()));
         table_->setItem(row, column, item);
     }

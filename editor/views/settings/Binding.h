@@ -7,6 +7,7 @@
 #include "widgets/ValueSlider.h"
 
 #include <functional>
+#include <string>
 #include <type_traits>
 
 namespace shotweaver {
@@ -23,6 +24,14 @@ inline auto changeOf(const Toggle*) {
 }
 inline auto changeOf(const ValueSlider*) {
     return &ValueSlider::moved;
+}
+
+/// Steps that follow each other are taken back as one: the control's name, or none where each
+/// change counts.
+inline std::string undoneTogether(const QWidget* control) {
+    const bool steps = qobject_cast<const Stepper*>(control) != nullptr ||
+                       qobject_cast<const ValueSlider*>(control) != nullptr;
+    return steps ? control->objectName().toStdString() : std::string();
 }
 
 template <class Setting, class Value>
@@ -45,9 +54,11 @@ void assign(EditSettings& settings, const Setting& setting, const Value& value) 
 ///     });
 template <class Control, class Setting>
 void bind(Control* control, ContentView& editor, Setting setting) {
-    QObject::connect(control, changeOf(control), control, [&editor, setting](const auto& value) {
-        editor.edit([&](EditSettings& settings) { assign(settings, setting, value); });
-    });
+    QObject::connect(
+        control, changeOf(control), control, [control, &editor, setting](const auto& value) {
+            editor.edit([&](EditSettings& settings) { assign(settings, setting, value); },
+                        ContentView::Saving::now, undoneTogether(control));
+        });
 }
 
 } // namespace shotweaver

@@ -9,7 +9,7 @@
 #include "widgets/Style.h"
 #include "widgets/Toggle.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -55,15 +55,20 @@ BookendsPanel::Row BookendsPanel::makeRow(const QString& prefix, const QString& 
     return row;
 }
 
-QHBoxLayout* BookendsPanel::layOut(const Row& row) {
+/// The length under the camera, so that names have room in a narrow column.
+QLayout* BookendsPanel::layOut(const Row& row) {
     row.enabled->setFixedWidth(style::scaled(toggleWidth));
     row.seconds->setFixedWidth(style::scaled(stepperWidth));
-    QHBoxLayout* const layout = rowLayout();
-    layout->addWidget(row.enabled);
-    layout->addWidget(titleLabel(row.camera->accessibleName(), row.camera));
-    layout->addWidget(row.camera, 1);
-    layout->addWidget(row.seconds);
-    return layout;
+    auto* const grid = new QGridLayout;
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(style::scaled(style::close));
+    grid->setVerticalSpacing(style::scaled(style::tight));
+    grid->setColumnStretch(2, 1);
+    grid->addWidget(row.enabled, 0, 0);
+    grid->addWidget(titleLabel(row.camera->accessibleName(), row.camera), 0, 1);
+    grid->addWidget(row.camera, 0, 2);
+    grid->addWidget(row.seconds, 1, 2);
+    return grid;
 }
 
 void BookendsPanel::show(const Row& row, const Bookend& shot,

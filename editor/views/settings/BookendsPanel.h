@@ -4,7 +4,7 @@
 
 #include <QGroupBox>
 
-class QHBoxLayout;
+class QLayout;
 
 namespace shotweaver {
 
@@ -32,7 +32,7 @@ class BookendsPanel : public QGroupBox {
     };
 
     Row makeRow(const QString& prefix, const QString& title, Bookend EditSettings::*shot);
-    static QHBoxLayout* layOut(const Row& row);
+    static QLayout* layOut(const Row& row);
     static void show(const Row& row, const Bookend& shot, const std::vector<PickerOption>& cameras);
 
     ContentView& editor_;

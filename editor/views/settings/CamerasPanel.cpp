@@ -26,7 +26,7 @@ CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
     : QGroupBox(QStringLiteral("Cameras and audio"), parent), editor_(editor),
       mainCamera_(new Picker(QStringLiteral("Main camera"))),
       audio_(new Picker(QStringLiteral("Continuous audio"))), mainWait_(new Stepper(waitRange)),
-      rowLayout_(columnLayout()),
+      rowPlace_(new QWidget), rowLayout_(columnLayout(rowPlace_)),
       varyOthers_(new Toggle(QStringLiteral("Not the same additional camera twice in a row"))),
       varyHelp_(helpLabel("")) {
     varyOthers_->setObjectName(QStringLiteral("varyOthers"));
@@ -50,7 +50,7 @@ CamerasPanel::CamerasPanel(ContentView& editor, QWidget* parent)
     layout->addLayout(pickers);
     layout->addWidget(mainWait_);
     layout->addWidget(title);
-    layout->addLayout(rowLayout_);
+    layout->addWidget(rowPlace_);
     layout->addWidget(varyOthers_);
     layout->addWidget(varyHelp_);
     layout->addWidget(helpLabel(panelTexts::waitHelp));
@@ -96,10 +96,11 @@ bool CamerasPanel::hasRowsOf(const std::vector<CameraRow>& rows) const {
 /// A camera that stays keeps its row, and with it the focus.
 void CamerasPanel::rebuildRows(const std::vector<CameraRow>& rows) {
     std::vector<CameraRowView*> rebuilt;
-    const LayoutPause pause(this);
+    const LayoutPause pause(rowPlace_);
     for (const CameraRow& row : rows) {
         rebuilt.push_back(takeRow(row.id));
         rowLayout_->addWidget(rebuilt.back());
+        rebuilt.back()->raise(); // a screen reader meets the rows in their order
         rebuilt.back()->setVisible(true);
     }
     for (auto view = rebuilt.rbegin(); view != rebuilt.rend(); ++view)
@@ -115,7 +116,7 @@ void CamerasPanel::rebuildRows(const std::vector<CameraRow>& rows) {
 CameraRowView* CamerasPanel::takeRow(const std::string& id) {
     const auto found = std::find_if(rows_.begin(), rows_.end(),
                                     [&](const CameraRowView* view) { return view->id() == id; });
-    if (found == rows_.end()) return new CameraRowView(editor_, id, this);
+    if (found == rows_.end()) return new CameraRowView(editor_, id, rowPlace_);
     CameraRowView* const view = *found;
     rows_.erase(found);
     rowLayout_->removeWidget(view);

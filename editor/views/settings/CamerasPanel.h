@@ -37,6 +37,7 @@ class CamerasPanel : public QGroupBox {
     Picker* mainCamera_;
     Picker* audio_;
     Stepper* mainWait_;
+    QWidget* rowPlace_;
     QVBoxLayout* rowLayout_;
     Toggle* varyOthers_;
     QLabel* varyHelp_;

@@ -1,6 +1,7 @@
 #include "editor/views/settings/CoverageBarView.h"
 
 #include "widgets/Accessibility.h"
+#include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedText.h"
 
@@ -20,7 +21,9 @@ class AccessibleCoverageBar : public QAccessibleWidget {
 
     QString text(QAccessible::Text which) const override {
         if (which == QAccessible::Name) return toQt(view_->bar().label);
-        if (which == QAccessible::Value) return toQt(view_->rangesText());
+        // The value reaches screen readers on some systems only.
+        if (which == QAccessible::Value || which == QAccessible::Description)
+            return toQt(view_->rangesText());
         return QAccessibleWidget::text(which);
     }
 
@@ -65,7 +68,10 @@ std::string CoverageBarView::rangesText() const {
 std::optional<std::string> CoverageBarView::textAt(double x) const {
     if (!project_) return std::nullopt;
     const auto range = rangeAt(axis(), bar_.ranges, x);
-    return range ? std::optional(rangeText(bar_.ranges[*range], project_->engine)) : std::nullopt;
+    if (!range) return std::nullopt;
+    return bar_.colour == CoverageBar::Colour::gap
+               ? gapText(bar_.ranges[*range], *project_)
+               : rangeText(bar_.ranges[*range], project_->engine);
 }
 
 BarAxis CoverageBarView::axis() const {
@@ -82,7 +88,7 @@ bool CoverageBarView::event(QEvent* event) {
     const auto text = textAt(help->pos().x() + 0.5);
     // Only for this pixel column: the next one may show another range.
     const QRect area(help->pos().x(), 0, 1, height());
-    QToolTip::showText(help->globalPos(), text ? toQt(*text) : QString(), this, area);
+    QToolTip::showText(help->globalPos(), plainToolTip(text.value_or("")), this, area);
     return true;
 }
 

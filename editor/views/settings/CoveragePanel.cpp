@@ -2,8 +2,8 @@
 
 #include "editor/PanelTexts.h"
 #include "editor/views/settings/CoverageBarView.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/PanelLayout.h"
-#include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedLabel.h"
 #include "widgets/WrappedText.h"
@@ -22,6 +22,7 @@ namespace shotweaver {
 
 namespace {
 
+// Points.
 constexpr int labelWidth = 170;
 
 QLabel* timecodeLabel(const QString& name) {
@@ -34,7 +35,8 @@ QLabel* timecodeLabel(const QString& name) {
 } // namespace
 
 CoverageRow::CoverageRow(const QString& name, QWidget* parent)
-    : QWidget(parent), label_(style::label(style::TextStyle::callout)), bar_(new CoverageBarView) {
+    : QWidget(parent), label_(new ElidedLabel(style::TextStyle::callout)),
+      bar_(new CoverageBarView) {
     label_->setFixedWidth(style::scaled(labelWidth));
     bar_->setObjectName(name);
     QHBoxLayout* const row = rowLayout(this);
@@ -43,24 +45,19 @@ CoverageRow::CoverageRow(const QString& name, QWidget* parent)
 }
 
 void CoverageRow::show(const CoverageBar& bar, const std::shared_ptr<const Project>& project) {
-    // From the middle: the ends say what the row is.
-    showText(*label_, label_->fontMetrics()
-                          .elidedText(toQt(bar.label), Qt::ElideMiddle, label_->width())
-                          .toStdString());
-    label_->setToolTip(plainToolTip(bar.label));
-    label_->setAccessibleName(toQt(bar.label));
+    label_->show(bar.label);
     bar_->show(bar, project);
 }
 
 CoveragePanel::CoveragePanel(ContentView& editor, QWidget* parent)
     : QGroupBox(QStringLiteral("Recording coverage"), parent), editor_(editor),
-      angleRows_(columnLayout()), audio_(new CoverageRow(QStringLiteral("audioCoverage"))),
+      anglePlace_(new QWidget), angleRows_(columnLayout(anglePlace_)), audio_(new CoverageRow(QStringLiteral("audioCoverage"))),
       gaps_(new CoverageRow(QStringLiteral("gapCoverage"))) {
     QVBoxLayout* const layout = panelLayout(this);
     layout->addWidget(helpLabel(panelTexts::coverageCaption));
     QVBoxLayout* const rows = columnLayout();
     rows->addWidget(makeAxis());
-    rows->addLayout(angleRows_);
+    rows->addWidget(anglePlace_);
     rows->addWidget(audio_);
     rows->addWidget(gaps_);
     layout->addLayout(rows);

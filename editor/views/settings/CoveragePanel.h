@@ -18,6 +18,7 @@ namespace shotweaver {
 
 class CoverageBarView;
 class CoverageRow;
+class ElidedLabel;
 
 /// "Recording coverage": a bar for each angle, the heard audio and the gaps, and what they mean
 /// for the plan. Object names: axisStart, axisEnd, coverage-<row>, audioCoverage, gapCoverage,
@@ -42,6 +43,7 @@ class CoveragePanel : public QGroupBox {
     ContentView& editor_;
     QLabel* axisStart_ = nullptr;
     QLabel* axisEnd_ = nullptr;
+    QWidget* anglePlace_; // before the other rows, also to a screen reader
     QVBoxLayout* angleRows_;
     std::vector<CoverageRow*> angles_;
     CoverageRow* audio_;
@@ -63,7 +65,7 @@ class CoverageRow : public QWidget {
     void show(const CoverageBar& bar, const std::shared_ptr<const Project>& project);
 
   private:
-    QLabel* label_;
+    ElidedLabel* label_;
     CoverageBarView* bar_;
 };
 

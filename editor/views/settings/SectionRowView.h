@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <vector>
 
+class QLabel;
 class QLayout;
 class QPushButton;
 
@@ -16,7 +17,8 @@ class Picker;
 class TextField;
 
 /// The controls of the fixed section at a place of the list. Object names: sectionName-<row>,
-/// sectionCamera-<row>, removeSection-<row>, sectionStart-<row>, sectionEnd-<row>.
+/// sectionCamera-<row>, removeSection-<row>, sectionStart-<row>, sectionEnd-<row>,
+/// startFault-<row>, endFault-<row>.
 class SectionRowView : public QWidget {
     Q_OBJECT
 
@@ -24,7 +26,10 @@ class SectionRowView : public QWidget {
     /// `editor` must outlive the row; `row` counts from 0.
     SectionRowView(ContentView& editor, std::size_t row, QWidget* parent = nullptr);
 
-    void show(const SectionDraft& section, const std::vector<PickerOption>& cameras);
+    void show(const SectionDraft& section, const std::vector<PickerOption>& cameras,
+              SectionFaults faults);
+    /// Gives the start the focus, selected.
+    void beginWithStart();
 
     /// Lets the keyboard reach the row's controls right after `previous`. Quick for rows from the
     /// last one to the first: a control then stands by the one before it, not far behind it.
@@ -34,10 +39,13 @@ class SectionRowView : public QWidget {
 
   private:
     void name(QWidget* control, const QString& prefix);
+    QLayout* makeHeading();
     QLayout* makeCamera();
     QLayout* makeTimes();
     void bind();
     void bindText(TextField* field, std::string SectionDraft::*text);
+    void showFaults();
+    void showFault(TextField& field, QLabel& label, const std::string& fault);
 
     ContentView& editor_;
     std::size_t row_;
@@ -46,6 +54,9 @@ class SectionRowView : public QWidget {
     QPushButton* remove_;
     TextField* start_;
     TextField* end_;
+    QLabel* startFault_;
+    QLabel* endFault_;
+    SectionFaults faults_;
 };
 
 } // namespace shotweaver

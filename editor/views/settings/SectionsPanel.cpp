@@ -7,9 +7,16 @@
 #include "widgets/Style.h"
 
 #include <QApplication>
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace shotweaver {
 
@@ -17,15 +24,61 @@ SectionsPanel::SectionsPanel(ContentView& editor, QWidget* parent)
     : QGroupBox(QStringLiteral("Fixed camera sections"), parent), editor_(editor),
       addSection_(
           makeActionButton({QStringLiteral("addSection"), QStringLiteral("Add section"), {}, {}},
-                           this, [this] { editor_.addSection(); })),
-      rowLayout_(columnLayout()) {
+                           this, [this] { add([this] { editor_.addSection(); }); })),
+      chapters_(new QToolButton), rowLayout_(columnLayout()) {
     rowLayout_->setSpacing(style::scaled(style::normal));
+    chapters_->setObjectName(QStringLiteral("addChapterSection"));
+    chapters_->setText(QStringLiteral("From a chapter"));
+    chapters_->setAccessibleName(chapters_->text());
+    chapters_->setToolTip(QString::fromUtf8(panelTexts::chaptersTip));
+    chapters_->setFocusPolicy(Qt::StrongFocus);
+    chapters_->setPopupMode(QToolButton::InstantPopup);
+    auto* const menu = new QMenu(chapters_);
+    menu->setToolTipsVisible(true);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { fillChapters(*menu); });
+    chapters_->setMenu(menu);
 
+    QHBoxLayout* const adding = rowLayout();
+    adding->addWidget(addSection_);
+    adding->addWidget(chapters_);
+    adding->addStretch();
     QVBoxLayout* const layout = panelLayout(this);
     layout->addWidget(helpLabel(panelTexts::sectionsHelp));
-    layout->addWidget(addSection_, 0, Qt::AlignLeft);
+    layout->addLayout(adding);
     layout->addLayout(rowLayout_);
     refresh();
+}
+
+/// Shows what was added: the row comes into view, ready for its start to be typed.
+void SectionsPanel::add(const std::function<void()>& addSection) {
+    const std::size_t before = rows_.size();
+    addSection();
+    if (rows_.size() <= before) return;
+    rows_.back()->beginWithStart();
+    // Once the rows are laid out.
+    QTimer::singleShot(0, rows_.back(), [row = rows_.back()] {
+        for (QWidget* parent = row->parentWidget(); parent; parent = parent->parentWidget())
+            if (auto* const area = qobject_cast<QScrollArea*>(parent))
+                area->ensureWidgetVisible(row, 0, style::scaled(style::wide));
+    });
+}
+
+/// Each chapter, from its marker to the next.
+void SectionsPanel::fillChapters(QMenu& menu) {
+    constexpr std::size_t most = 500; // more than anyone looks through
+    menu.clear();
+    const Project& project = *editor_.project();
+    const std::size_t chapters = project.markers.chapters.size();
+    for (std::size_t chapter = 0; chapter < std::min(chapters, most); ++chapter) {
+        QString text = toQt(chapterText(chapter, project));
+        text.replace(QLatin1Char('&'), QLatin1String("&&")); // which are no mnemonics
+        menu.addAction(text, this, [this, chapter] {
+            add([this, chapter] { editor_.addChapterSection(chapter); });
+        });
+    }
+    if (chapters > most)
+        menu.addAction(QStringLiteral("There are %1 more.").arg(chapters - most))
+            ->setEnabled(false);
 }
 
 void SectionsPanel::refresh() {
@@ -34,13 +87,16 @@ void SectionsPanel::refresh() {
     while (rows_.size() > sections.size())
         removeLastRow();
     if (rows_.size() < sections.size()) appendRows(sections.size() - rows_.size());
-    const std::vector<PickerOption> cameras = cameraOptions(*editor_.project());
+    const Project& project = *editor_.project();
+    chapters_->setVisible(!project.markers.chapters.empty());
+    const std::vector<PickerOption> cameras = cameraOptions(project);
     for (std::size_t row = 0; row < sections.size(); ++row)
-        rows_[row]->show(sections[row], cameras);
+        rows_[row]->show(sections[row], cameras, sectionFaults(sections[row], project));
 }
 
 void SectionsPanel::appendRows(std::size_t count) {
-    QWidget* const previous = rows_.empty() ? addSection_ : rows_.back()->lastControl();
+    QWidget* const previous = rows_.empty() ? static_cast<QWidget*>(chapters_)
+                                            : rows_.back()->lastControl();
     const std::size_t kept = rows_.size();
     const LayoutPause pause(this);
     for (; count > 0; --count) {

@@ -5,16 +5,20 @@
 #include <QGroupBox>
 
 #include <cstddef>
+#include <functional>
 #include <vector>
 
+class QMenu;
 class QPushButton;
+class QToolButton;
 class QVBoxLayout;
 
 namespace shotweaver {
 
 class SectionRowView;
 
-/// "Fixed camera sections": a row for each section, in their order. Object name: addSection.
+/// "Fixed camera sections": a row for each section, in their order. Object names: addSection,
+/// addChapterSection.
 class SectionsPanel : public QGroupBox {
     Q_OBJECT
 
@@ -25,11 +29,14 @@ class SectionsPanel : public QGroupBox {
     void refresh();
 
   private:
+    void add(const std::function<void()>& addSection);
+    void fillChapters(QMenu& menu);
     void appendRows(std::size_t count);
     void removeLastRow();
 
     ContentView& editor_;
     QPushButton* addSection_;
+    QToolButton* chapters_;
     QVBoxLayout* rowLayout_;
     std::vector<SectionRowView*> rows_;
 };

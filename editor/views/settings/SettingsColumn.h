@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QLabel;
+class QPushButton;
 
 namespace shotweaver {
 
@@ -17,7 +18,7 @@ class SectionsPanel;
 
 /// The settings of the edit: the project's line and the six groups, below one another. Whoever
 /// shows it scrolls it. The controls' object names stay as they are: tests and scripts rely on
-/// them. Its own is projectLine.
+/// them. Its own are projectLine, undo and redo.
 class SettingsColumn : public QWidget {
     Q_OBJECT
 
@@ -34,6 +35,8 @@ class SettingsColumn : public QWidget {
   private:
     ContentView& editor_;
     QLabel* projectLine_;
+    QPushButton* undo_;
+    QPushButton* redo_;
     PresetsPanel* presets_;
     CoveragePanel* coverage_;
     CamerasPanel* cameras_;

@@ -3,7 +3,7 @@
 #include "editor/views/BarDrawing.h"
 #include "editor/views/preview/CutActions.h"
 #include "editor/views/preview/CutTable.h"
-#include "editor/views/preview/EditOverview.h"
+#include "editor/views/preview/Timeline.h"
 #include "planning/EditTexts.h"
 #include "tests/support/EditorBench.h"
 
@@ -48,7 +48,7 @@ struct Preview {
         QStringList all;
         for (const char* const name :
              {"coverageWarning", "generate", "back", "forward", "position", "hint", "export",
-              "summary", "overview", "cutTable", "noCuts", "usageTable"}) {
+              "summary", "timeline", "cutTable", "noCuts", "usageTable"}) {
             const QWidget& widget = find(name);
             const QString text = widget.property("text").toString();
             const QString shown = text.isEmpty() ? widget.objectName() : text;
@@ -62,7 +62,7 @@ struct Preview {
     ContentView& editor = bench.editor();
     PreviewColumn column;
     CutTable& table = find<CutTable>("cutTable");
-    EditOverview& overview = find<EditOverview>("overview");
+    Timeline& overview = find<Timeline>("timeline");
     Observers::Subscription subscription;
 };
 
@@ -138,7 +138,7 @@ TEST(PreviewColumn, overviewAndListShareTheSelection) {
         project.angles.push_back({std::string(1, id), "Camera", {{0, project.length}}});
     Preview preview(project);
     preview.editor.generateEdit();
-    EditOverview& overview = preview.overview;
+    Timeline& overview = preview.overview;
     const std::vector<Cut>& cuts = preview.bench.fields().cuts();
     const auto placeOf = [&](std::size_t row) { return overview.rowRect(row).center(); };
     // Narrow cuts may share a point, but only with their own camera's.
