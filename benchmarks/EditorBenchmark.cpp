@@ -6,6 +6,7 @@
 #include "benchmarks/Measuring.h"
 #include "benchmarks/SilentHost.h"
 #include "editor/ContentView.h"
+#include "editor/TimelineContent.h"
 #include "persistence/SavedEditSession.h"
 #include "planning/CutReasons.h"
 #include "planning/EditPlan.h"
@@ -218,7 +219,7 @@ void measureOperations(const fs::path& folder) {
         for (std::size_t row = 0; row < editor.fields().cuts().size(); ++row)
             editor.cutRow(row);
     });
-    measure("lanes of its overview", [&] { cutLanes(editor.fields().cuts(), project); });
+    measure("lanes of its timeline", [&] { cutLanes(editor.fields().cuts(), project); });
     measure("summary and usage", [&] {
         summaryLine(editor.fields().cuts(), editor.fields().settings, project);
         usageRows(editor.fields().cuts(), project);

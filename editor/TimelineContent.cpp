@@ -20,8 +20,7 @@ namespace {
 using Kind = TimelineMark::Kind;
 
 /// The name of the section that begins at a frame; empty without one.
-std::string sectionName(std::int64_t start, const EditSettings& settings,
-                        const CutEngine& engine) {
+std::string sectionName(std::int64_t start, const EditSettings& settings, const CutEngine& engine) {
     for (const SectionDraft& section : settings.sections) {
         try {
             if (engine.frameForTimecode(section.start) == start) return section.name;
@@ -60,7 +59,7 @@ void addFixedParts(std::vector<TimelineMark>& marks, const EditSettings& setting
 }
 
 /// The steps between labels, seconds.
-constexpr std::int64_t steps[] = {1,   2,   5,    10,   15,   30,    60,   120,
+constexpr std::int64_t steps[] = {1,   2,   5,   10,   15,   30,   60,   120,
                                   300, 600, 900, 1800, 3600, 7200, 14400};
 
 /// The smallest step of at least `distance`, in labels: some frames, or so many seconds.

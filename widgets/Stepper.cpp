@@ -77,8 +77,8 @@ void Stepper::beginTyping(const QString& text) {
     field_ = new QLineEdit(this);
     field_->setObjectName(QStringLiteral("typedValue"));
     field_->setAccessibleName(label_->text());
-    field_->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QStringLiteral("[0-9]{0,6}")), field_));
+    field_->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,6}")), field_));
     field_->setText(text);
     const int width = std::min(label_->width(), style::scaled(64));
     field_->setGeometry(down_->x() - style::scaled(style::tight) - width, 0, width, height());
@@ -164,8 +164,9 @@ void Stepper::paintEvent(QPaintEvent* event) {
     QWidget::paintEvent(event);
     QPainter painter(this);
     const int margin = focusMargin();
-    drawFocus(painter, *this, down_->geometry().united(up_->geometry()).marginsAdded(
-                                  {margin, margin, margin, margin}));
+    drawFocus(
+        painter, *this,
+        down_->geometry().united(up_->geometry()).marginsAdded({margin, margin, margin, margin}));
 }
 
 } // namespace shotweaver

@@ -26,8 +26,8 @@ class WarningSign : public QWidget {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         const double side = width();
-        painter.setPen(QPen(style::accent(), side / 10, Qt::SolidLine, Qt::RoundCap,
-                            Qt::RoundJoin));
+        painter.setPen(
+            QPen(style::accent(), side / 10, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolygon(QPolygonF{QPointF(0.5, 0.1) * side, QPointF(0.94, 0.88) * side,
                                       QPointF(0.06, 0.88) * side});
         painter.drawLine(QPointF(0.5, 0.38) * side, QPointF(0.5, 0.6) * side);

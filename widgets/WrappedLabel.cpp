@@ -32,8 +32,8 @@ QSize WrappedLabel::sizeHint() const {
     return {width, heightForWidth(width)};
 }
 
-/// Small, also where Qt would have the height of the narrowest it can be: a page's height is that of
-/// its width.
+/// Small, also where Qt would have the height of the narrowest it can be: a page's height is that
+/// of its width.
 QSize WrappedLabel::minimumSizeHint() const {
     return {style::scaled(60), fontMetrics().height()};
 }

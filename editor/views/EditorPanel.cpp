@@ -138,6 +138,7 @@ QWidget* EditorPanel::makeColumns() {
 /// The settings column, which scrolls up and down only.
 void EditorPanel::makeSettingsArea() {
     settingsArea_ = new QScrollArea(columns_);
+    settingsArea_->setObjectName(QStringLiteral("settingsArea"));
     QScrollArea* const area = settingsArea_;
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);

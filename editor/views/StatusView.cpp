@@ -40,9 +40,8 @@ QWidget* StatusView::makeExport() {
     QHBoxLayout* const row = rowLayout(place);
     row->addWidget(exportedFile_, 1);
     row->addWidget(makeActionButton(
-        {QStringLiteral("copyPath"), QStringLiteral("Copy path"), {}, {}}, this, [this] {
-            QGuiApplication::clipboard()->setText(toQt(editor_.fields().exportedFile));
-        }));
+        {QStringLiteral("copyPath"), QStringLiteral("Copy path"), {}, {}}, this,
+        [this] { QGuiApplication::clipboard()->setText(toQt(editor_.fields().exportedFile)); }));
     row->addWidget(
         makeActionButton({QStringLiteral("showInFolder"), QStringLiteral("Show in folder"), {}, {}},
                          this, [this] { editor_.showExport(); }));
@@ -53,7 +52,8 @@ QWidget* StatusView::makeReplaced() {
     auto* const place = new QWidget(this);
     replaced_ = new WrappedLabel(style::TextStyle::body);
     replaced_->setObjectName(QStringLiteral("replaced"));
-    bringBack_ = makeActionButton({QStringLiteral("bringBack"), QStringLiteral("Bring it back"),
+    bringBack_ = makeActionButton({QStringLiteral("bringBack"),
+                                   QStringLiteral("Bring it back"),
                                    QString::fromUtf8(panelTexts::bringBackHelp),
                                    {}},
                                   this, [this] { editor_.bringBackSession(); });

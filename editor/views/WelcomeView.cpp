@@ -39,11 +39,11 @@ WelcomeView::WelcomeView(ContentView& editor, QWidget* parent) : QWidget(parent)
     QLabel* const invitation = new WrappedLabel(style::TextStyle::headline);
     invitation->setText(QString::fromUtf8(panelTexts::noProject));
     invitation->setObjectName(QStringLiteral("noProject"));
-    QPushButton* const example =
-        makeActionButton({QStringLiteral("openExample"), QStringLiteral("Open the example"),
-                          QString::fromUtf8(panelTexts::exampleTip),
-                          {}},
-                         this, [&editor] { editor.openExample(); });
+    QPushButton* const example = makeActionButton({QStringLiteral("openExample"),
+                                                   QStringLiteral("Open the example"),
+                                                   QString::fromUtf8(panelTexts::exampleTip),
+                                                   {}},
+                                                  this, [&editor] { editor.openExample(); });
     example->setVisible(editor.hasExample());
 
     auto* const column = new QWidget;

@@ -6,8 +6,8 @@
 
 namespace shotweaver {
 
-/// What the panel shows before the first project: how to get one out of Final Cut Pro. Object names:
-/// noProject, openExample.
+/// What the panel shows before the first project: how to get one out of Final Cut Pro. Object
+/// names: noProject, openExample.
 class WelcomeView : public QWidget {
     Q_OBJECT
 

@@ -57,6 +57,10 @@ class PageMaker {
         label->setTextFormat(hits.empty() ? Qt::PlainText : Qt::RichText);
         label->setText(hits.empty() ? toQt(text) : marked(toQt(text), hits));
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        // No higher than the page's width makes it.
+        QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+        policy.setHeightForWidth(true);
+        label->setSizePolicy(policy);
         if (!firstHit_ && !hits.empty()) firstHit_ = label;
         return label;
     }

@@ -220,9 +220,8 @@ void ShotweaverHelpView::showPage() {
 }
 
 void ShotweaverHelpView::showWhenLaidOut(QWidget* text) {
-    QTimer::singleShot(0, text, [this, text] {
-        page_->ensureWidgetVisible(text, 0, style::scaled(style::wide));
-    });
+    QTimer::singleShot(
+        0, text, [this, text] { page_->ensureWidgetVisible(text, 0, style::scaled(style::wide)); });
 }
 
 } // namespace shotweaver

@@ -71,8 +71,7 @@ QWidget* ExtensionViewController::view() {
                 panelLocale());
         },
         versionText(SHOTWEAVER_VERSION, SHOTWEAVER_BUILD));
-    const UserDefaults defaults(systemFileCalls(),
-                                stateFolders(systemEnvironment()).userDefaults);
+    const UserDefaults defaults(systemFileCalls(), stateFolders(systemEnvironment()).userDefaults);
     new WindowMemory(defaults, view_, view_->findChild<QSplitter*>(QStringLiteral("columns")));
     for (const auto key : {Qt::Key_W, Qt::Key_Q})
         connect(new QShortcut(QKeySequence(Qt::CTRL | key), view_), &QShortcut::activated, view_,

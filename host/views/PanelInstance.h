@@ -8,8 +8,8 @@
 namespace shotweaver {
 
 /// Sees to it that one panel at a time works on a session: a second one hands its file to the first
-/// and ends. The first is the one that holds a lock beside the session; where none can be held, each
-/// is a first.
+/// and ends. The first is the one that holds a lock beside the session; where none can be held,
+/// each is a first.
 class PanelInstance : public QObject {
     Q_OBJECT
 

@@ -50,8 +50,7 @@ int run(QApplication& application) {
     parser.process(application);
 
     const QString file = parser.positionalArguments().value(0);
-    PanelInstance instance(
-        QString::fromStdString(stateFolders(systemEnvironment()).session));
+    PanelInstance instance(QString::fromStdString(stateFolders(systemEnvironment()).session));
     if (instance.handOver(file.isEmpty() ? file : QFileInfo(file).absoluteFilePath())) return 0;
 
     style::apply(application);

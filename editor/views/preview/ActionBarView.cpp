@@ -67,9 +67,9 @@ QPushButton* ActionBarView::addButton(const char* name, const QString& text, con
 /// In as many rows as the column's width takes.
 void ActionBarView::layOut() {
     auto* const flow = new FlowLayout(this, style::scaled(style::close));
-    for (QWidget* const widget : std::initializer_list<QWidget*>{
-             generate_, back_, forward_, position_, export_, shuffleSelection_, kept_, letGo_,
-             hint_})
+    for (QWidget* const widget :
+         std::initializer_list<QWidget*>{generate_, back_, forward_, position_, export_,
+                                         shuffleSelection_, kept_, letGo_, hint_})
         flow->addWidget(widget);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);

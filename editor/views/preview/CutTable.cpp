@@ -76,8 +76,7 @@ void CutTable::resizeEvent(QResizeEvent* event) {
     const int lock = header->sectionSize(CutTableModel::kept);
     const bool isNarrow = viewport()->width() < lock + style::scaled(roomyCamera) +
                                                     widthOfTitles(CutTableModel::Titles::whole);
-    const auto titles =
-        isNarrow ? CutTableModel::Titles::twoLines : CutTableModel::Titles::whole;
+    const auto titles = isNarrow ? CutTableModel::Titles::twoLines : CutTableModel::Titles::whole;
     model_->setTitles(titles);
     header->setFixedHeight(style::scaled(tableRowHeight) * (isNarrow ? 2 : 1) -
                            (isNarrow ? style::scaled(style::close) : 0));
@@ -96,9 +95,8 @@ void CutTable::resizeEvent(QResizeEvent* event) {
 /// Also for the timecodes and seconds under it.
 int CutTable::titleWidth(int column, CutTableModel::Titles titles) const {
     const QStringList lines = CutTableModel::title(column, titles).split(QLatin1Char('\n'));
-    int width = column == CutTableModel::start
-                    ? columnWidthFor(*this, QStringLiteral("00:00:00:00"))
-                    : 0;
+    int width =
+        column == CutTableModel::start ? columnWidthFor(*this, QStringLiteral("00:00:00:00")) : 0;
     for (const QString& line : lines)
         width = std::max(width, columnWidthFor(*this, line));
     return width;

@@ -8,8 +8,8 @@ class QTableWidget;
 
 namespace shotweaver {
 
-/// The list of edits, which opens under the button that says which one is on show. A click or Return
-/// shows the edit of a row. Object name of the table: editList.
+/// The list of edits, which opens under the button that says which one is on show. A click or
+/// Return shows the edit of a row. Object name of the table: editList.
 class EditListView : public QFrame {
     Q_OBJECT
 

@@ -1,8 +1,8 @@
 #include "editor/views/preview/LaneDrawing.h"
 
 #include <QImage>
-#include <QPainter>
 #include <QPaintDevice>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -55,9 +55,9 @@ std::pair<std::size_t, std::size_t> shownOf(const std::vector<FrameRange>& range
         std::partition_point(ranges.begin(), ranges.end(), [&](const FrameRange& range) {
             return range.upperBound <= shown.lowerBound;
         });
-    const auto last = std::partition_point(
-        first, ranges.end(),
-        [&](const FrameRange& range) { return range.lowerBound < shown.upperBound; });
+    const auto last = std::partition_point(first, ranges.end(), [&](const FrameRange& range) {
+        return range.lowerBound < shown.upperBound;
+    });
     return {static_cast<std::size_t>(first - ranges.begin()),
             static_cast<std::size_t>(last - ranges.begin())};
 }

@@ -60,7 +60,6 @@ void PreviewColumn::layOut() {
     setMinimumWidth(style::scaled(388)); // all columns, with ordinary names
     // As wide as it reads well.
     cuts_->setMaximumWidth(style::scaled(760));
-    usage_->setMaximumWidth(style::scaled(760));
     // Kept when no cut is selected, so that the list does not move.
     reason_->setMinimumHeight(2 * reason_->fontMetrics().lineSpacing());
     reason_->setAlignment(Qt::AlignTop);
@@ -87,9 +86,11 @@ void PreviewColumn::layOut() {
 /// Where there is room for both, the usage stands beside the list.
 void PreviewColumn::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    const bool isWide = width() >= style::scaled(980);
+    const bool isWide = width() >= style::scaled(860);
     lists_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     lists_->setAlignment(usage_, isWide ? Qt::AlignTop : Qt::Alignment());
+    usage_->setMinimumWidth(isWide ? style::scaled(380) : 0);
+    usage_->setMaximumWidth(style::scaled(isWide ? 480 : 760));
 }
 
 void PreviewColumn::refresh() {

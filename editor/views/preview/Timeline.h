@@ -14,11 +14,11 @@ class QItemSelectionModel;
 
 namespace shotweaver {
 
-/// The cuts on show on the project's time: a ruler, marks, and a lane for each camera in its colour.
-/// It shares the cut list's selection: a click selects a cut, and so do Left, Right, Home and End.
-/// With Shift they select all from the one before to it, as dragging does, and a click with Ctrl
-/// adds a cut to the selection or takes it out. The wheel with Ctrl, a pinch, and the keys plus,
-/// minus and 0 zoom.
+/// The cuts on show on the project's time: a ruler, marks, and a lane for each camera in its
+/// colour. It shares the cut list's selection: a click selects a cut, and so do Left, Right, Home
+/// and End. With Shift they select all from the one before to it, as dragging does, and a click
+/// with Ctrl adds a cut to the selection or takes it out. The wheel with Ctrl, a pinch, and the
+/// keys plus, minus and 0 zoom.
 class Timeline : public QAbstractScrollArea {
     Q_OBJECT
 
@@ -33,8 +33,8 @@ class Timeline : public QAbstractScrollArea {
     const TimelineAxis& axis() const { return axis_; }
     /// The cut drawn at a position of the viewport, as its row in the cut list.
     std::optional<std::size_t> rowAt(QPointF position) const;
-    /// Where a row's cut is drawn in the viewport, also where it is scrolled out of it; null when no
-    /// lane shows it.
+    /// Where a row's cut is drawn in the viewport, also where it is scrolled out of it; null when
+    /// no lane shows it.
     QRectF rowRect(std::size_t row) const;
     /// What is told at a position: a mark or a cut, and why it is there. Empty for nothing.
     std::string textAt(QPointF position) const;

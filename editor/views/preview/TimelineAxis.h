@@ -30,8 +30,8 @@ class TimelineAxis {
     /// Whole frames that are at least partly on show.
     FrameRange shown() const;
 
-    /// Shows fewer frames (a factor above 1) or more, with the frame at `x` where it is. Never fewer
-    /// than some, and never more than all.
+    /// Shows fewer frames (a factor above 1) or more, with the frame at `x` where it is. Never
+    /// fewer than some, and never more than all.
     void zoom(double factor, double x);
     void showAll();
     void scrollTo(double firstFrame);

@@ -165,8 +165,8 @@ std::optional<std::size_t> Timeline::rowAt(QPointF position) const {
     if (lane < 0 || lane >= static_cast<double>(lanes_.size())) return std::nullopt;
     const auto& [camera, ranges, rows] = lanes_[static_cast<std::size_t>(lane)];
     const double x = std::floor(position.x());
-    const auto next = std::partition_point(
-        ranges.begin(), ranges.end(), [&](const FrameRange& range) {
+    const auto next =
+        std::partition_point(ranges.begin(), ranges.end(), [&](const FrameRange& range) {
             return axis_.x(static_cast<double>(range.lowerBound)) < x + 1;
         });
     if (next == ranges.begin()) return std::nullopt;
@@ -231,7 +231,8 @@ void Timeline::drawRuler(QPainter& painter) const {
     painter.setFont(digits);
     painter.setPen(style::secondary());
     const QFontMetricsF metrics(digits);
-    const double apart = metrics.horizontalAdvance(QStringLiteral("00:00:00:00")) + style::scaled(12);
+    const double apart =
+        metrics.horizontalAdvance(QStringLiteral("00:00:00:00")) + style::scaled(12);
     const auto distance =
         std::max<std::int64_t>(1, std::llround(std::ceil(apart * axis_.framesPerPixel())));
     const double bottom = marksTop() - style::scaled(1);

@@ -51,7 +51,8 @@ void CoverageRow::show(const CoverageBar& bar, const std::shared_ptr<const Proje
 
 CoveragePanel::CoveragePanel(ContentView& editor, QWidget* parent)
     : QGroupBox(QStringLiteral("Recording coverage"), parent), editor_(editor),
-      anglePlace_(new QWidget), angleRows_(columnLayout(anglePlace_)), audio_(new CoverageRow(QStringLiteral("audioCoverage"))),
+      anglePlace_(new QWidget), angleRows_(columnLayout(anglePlace_)),
+      audio_(new CoverageRow(QStringLiteral("audioCoverage"))),
       gaps_(new CoverageRow(QStringLiteral("gapCoverage"))) {
     QVBoxLayout* const layout = panelLayout(this);
     layout->addWidget(helpLabel(panelTexts::coverageCaption));

@@ -95,8 +95,8 @@ void SectionsPanel::refresh() {
 }
 
 void SectionsPanel::appendRows(std::size_t count) {
-    QWidget* const previous = rows_.empty() ? static_cast<QWidget*>(chapters_)
-                                            : rows_.back()->lastControl();
+    QWidget* const previous =
+        rows_.empty() ? static_cast<QWidget*>(chapters_) : rows_.back()->lastControl();
     const std::size_t kept = rows_.size();
     const LayoutPause pause(this);
     for (; count > 0; --count) {

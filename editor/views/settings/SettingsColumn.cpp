@@ -48,8 +48,8 @@ SettingsColumn::SettingsColumn(ContentView& editor, QWidget* parent)
     head->addWidget(undo_, 0, Qt::AlignTop);
     head->addWidget(redo_, 0, Qt::AlignTop);
     layout->addLayout(head);
-    for (QWidget* const part : std::initializer_list<QWidget*>{
-             presets_, coverage_, cameras_, balance_, bookends_, sections_})
+    for (QWidget* const part : std::initializer_list<QWidget*>{presets_, coverage_, cameras_,
+                                                               balance_, bookends_, sections_})
         layout->addWidget(part);
     layout->addStretch();
     refresh();

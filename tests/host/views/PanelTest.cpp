@@ -1,13 +1,10 @@
 #include "editor/views/EditorPanel.h"
-#include "help/HelpContent.h"
 #include "host/views/ExtensionDropContainer.h"
-#include "host/views/ExtensionRootView.h"
 #include "host/views/ExtensionViewController.h"
 #include "host/views/ItemDialog.h"
 #include "host/views/OpenedFiles.h"
-#include "host/views/PanelSheets.h"
 #include "platform/FileURL.h"
-#include "tests/support/EditorBench.h"
+#include "tests/host/views/PanelWindow.h"
 #include "widgets/IconLabel.h"
 
 #include <gtest/gtest.h>
@@ -15,80 +12,19 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QDialog>
-#include <QDropEvent>
 #include <QFileOpenEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
 #include <QTableView>
-#include <QTest>
-#include <QUrl>
+#include <QToolButton>
 
 #include <filesystem>
 
 namespace shotweaver::test {
 namespace {
-
-template <class Widget = QWidget>
-Widget* findAnywhere(const char* name) {
-    for (QWidget* const widget : QApplication::allWidgets()) {
-        auto* const found = qobject_cast<Widget*>(widget);
-        if (found && found->isVisible() && found->objectName() == QLatin1String(name)) return found;
-    }
-    return nullptr;
-}
-
-/// A drag over a widget and its drop. Gives whether the drop was accepted.
-bool drop(QWidget* widget, const QMimeData& data) {
-    const QPoint at = widget->rect().center();
-    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(widget, &enter);
-    QDropEvent dropped(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    dropped.setAccepted(false);
-    QApplication::sendEvent(widget, &dropped);
-    return dropped.isAccepted();
-}
-
-/// The whole window on a bench, with the shipped manual.
-struct Window {
-    explicit Window(const std::string& manual = std::string(SHOTWEAVER_SOURCE_DIR) +
-                                                "/resources/ShotweaverHelp.json")
-        : root(bench.editor()),
-          sheets(
-              bench.editor(), &root,
-              [manual] { return HelpContent(loadManual(systemFileCalls(), manual), "und"); },
-              "Version 0.1 (Beta) (Build 1)") {
-        root.resize(960, 860);
-        root.show();
-        QApplication::processEvents();
-    }
-
-    template <class Widget = QWidget>
-    Widget* find(const char* name) {
-        auto* const found = root.findChild<Widget*>(QString::fromUtf8(name));
-        if (!found) throw std::runtime_error(std::string("no ") + name);
-        return found;
-    }
-    void click(const char* name) {
-        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
-        QApplication::processEvents();
-    }
-    std::string alertText() {
-        auto* const alert = root.findChild<QMessageBox*>(QStringLiteral("alert"));
-        return alert && alert->isVisible() ? alert->text().toStdString() : "";
-    }
-    QUrl writeProject(const std::string& name) {
-        return QUrl::fromLocalFile(
-            QString::fromStdString(bench.folder.write(name, concert().xml())));
-    }
-
-    EditorBench bench;
-    ExtensionRootView root;
-    PanelSheets sheets;
-};
 
 TEST(Panel, aJourneyFromADropToExportedFilesWithKeptAndChangedShots) {
     Window window;
@@ -117,7 +53,7 @@ TEST(Panel, aJourneyFromADropToExportedFilesWithKeptAndChangedShots) {
     EXPECT_EQ(cuts().at(1).angle, isBand ? "P" : "B");
     window.click("back");
     window.click("forward");
-    EXPECT_EQ(window.find<QLabel>("position")->text(), QStringLiteral("Edit 3 of 3"));
+    EXPECT_EQ(window.find<QToolButton>("position")->text(), QStringLiteral("Edit 3 of 3"));
     EXPECT_EQ(table->model()->rowCount(), static_cast<int>(cuts().size()));
 
     window.bench.host.chosen = window.bench.folder.path();
@@ -310,7 +246,8 @@ TEST(Host, whatTheSystemOpensArrivesLikeADroppedFile) {
 }
 
 TEST(Host, workIsShownByTheCursor) {
-    QtHostServices host(nullptr);
+    const TestFolder folder;
+    QtHostServices host(nullptr, UserDefaults(systemFileCalls(), folder.path()));
     BusySign busy = host.showBusy();
     ASSERT_TRUE(QApplication::overrideCursor());
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);

@@ -3,6 +3,7 @@
 #include "editor/views/BarDrawing.h"
 #include "editor/views/preview/CutActions.h"
 #include "editor/views/preview/CutTable.h"
+#include "editor/views/preview/LaneDrawing.h"
 #include "editor/views/preview/Timeline.h"
 #include "planning/EditTexts.h"
 #include "tests/support/EditorBench.h"
@@ -11,14 +12,18 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QNativeGestureEvent>
+#include <QPainter>
+#include <QPointingDevice>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
-#include <QToolTip>
+#include <QToolButton>
+#include <QWheelEvent>
 
 namespace shotweaver::test {
 namespace {
@@ -38,10 +43,15 @@ struct Preview {
     Widget& find(const char* name) {
         return *column.findChild<Widget*>(QString::fromUtf8(name));
     }
-    /// What the overview tells a screen reader.
-    std::string value() {
-        auto* const accessible = QAccessible::queryAccessibleInterface(&overview);
-        return accessible->text(QAccessible::Value).toStdString();
+    /// What the timeline tells a screen reader.
+    std::string told() {
+        auto* const accessible = QAccessible::queryAccessibleInterface(&timeline);
+        return accessible->text(QAccessible::Description).toStdString();
+    }
+    std::string toldWith(std::size_t row) {
+        const std::string cuts = std::to_string(bench.fields().cuts().size());
+        return std::to_string(editor.project()->videoAngles.size()) + " cameras, " + cuts +
+               " cuts. " + editor.cutLine(row) + ". " + editor.cutReason(row);
     }
     /// What is on show, from top to bottom; what is disabled stands in brackets.
     std::string seen() {
@@ -52,7 +62,8 @@ struct Preview {
             const QWidget& widget = find(name);
             const QString text = widget.property("text").toString();
             const QString shown = text.isEmpty() ? widget.objectName() : text;
-            if (widget.isVisible())
+            // The warning's place is always there.
+            if (widget.isVisible() && (!text.isEmpty() || !qobject_cast<const QLabel*>(&widget)))
                 all += widget.isEnabled() ? shown : QStringLiteral("[%1]").arg(shown);
         }
         return all.join(QStringLiteral(" | ")).toStdString();
@@ -62,7 +73,8 @@ struct Preview {
     ContentView& editor = bench.editor();
     PreviewColumn column;
     CutTable& table = find<CutTable>("cutTable");
-    Timeline& overview = find<Timeline>("timeline");
+    Timeline& timeline = find<Timeline>("timeline");
+    QWidget& lanes = *timeline.viewport();
     Observers::Subscription subscription;
 };
 
@@ -83,11 +95,12 @@ TEST(PreviewColumn, showsWhatThereIsAndWhatCanBeDone) {
     EXPECT_EQ(preview.seen(),
               "Shuffle rough edit | [Back] | Forward | Edit 1 of 2 | Export to Final Cut… | " +
                   summaryLine(editor.fields().cuts(), editor.fields().settings, *editor.project()) +
-                  " | overview | cutTable | usageTable");
+                  " | timeline | cutTable | usageTable");
     editor.addSection();
     type(editor, 0, &SectionDraft::start, "later");
-    EXPECT_EQ(preview.seen(),
-              editor.coverageWarning().value() + " | Generate rough edit | Back | Forward" + none);
+    EXPECT_EQ(preview.seen(), editor.coverageWarning().value() +
+                                  " | Generate rough edit | Back | Forward" + none +
+                                  " Back shows the last edit again.");
 }
 
 TEST(PreviewColumn, buttonsAndShortcutsRunTheOperations) {
@@ -124,77 +137,152 @@ TEST(PreviewColumn, copiesRowsAndKeepsThemWhileTheCutsStay) {
     QTest::keyClick(&preview.table, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(),
               QStringLiteral("Wide\t01:00:00:00\t11.84\nWide\t01:00:19:15\t23.72"));
-    EXPECT_EQ(preview.value(), preview.editor.cutLine(0));
+    EXPECT_EQ(preview.told(), preview.toldWith(0));
     preview.editor.generateEdit();
     EXPECT_FALSE(selection.hasSelection());
-    EXPECT_EQ(preview.value(), "");
+    EXPECT_TRUE(preview.told().ends_with(" cuts")) << preview.told();
 }
 
-TEST(PreviewColumn, overviewAndListShareTheSelection) {
+/// Twenty cameras throughout an hour.
+ProjectBuilder manyCameras() {
     ProjectBuilder project;
     project.length = 25 * 3600;
     project.angles.clear();
     for (const char id : std::string("ABCDEFGHIJKLMNOPQRST"))
         project.angles.push_back({std::string(1, id), "Camera", {{0, project.length}}});
-    Preview preview(project);
-    preview.editor.generateEdit();
-    Timeline& overview = preview.overview;
-    const std::vector<Cut>& cuts = preview.bench.fields().cuts();
-    const auto placeOf = [&](std::size_t row) { return overview.rowRect(row).center(); };
-    // Narrow cuts may share a point, but only with their own camera's.
-    for (std::size_t row = 0; row < cuts.size(); ++row)
-        EXPECT_EQ(cuts.at(overview.rowAt(placeOf(row)).value()).angle, cuts[row].angle) << row;
+    return project;
+}
 
-    const QImage unmarked = overview.grab().toImage();
-    QTest::mouseClick(&overview, Qt::LeftButton, {}, placeOf(5).toPoint());
+TEST(Timeline, sharesTheListsSelection) {
+    Preview preview(manyCameras());
+    preview.editor.generateEdit();
+    Timeline& timeline = preview.timeline;
+    const std::vector<Cut>& cuts = preview.bench.fields().cuts();
+    const auto placeOf = [&](std::size_t row) { return timeline.rowRect(row).center(); };
+    const auto reveal = [&](std::size_t row) { preview.table.selectRow(static_cast<int>(row)); };
+    // Narrow cuts may share a point, but only with their own camera's. Lanes come into view.
+    for (std::size_t row = 0; row < cuts.size(); ++row) {
+        reveal(row);
+        EXPECT_EQ(cuts.at(timeline.rowAt(placeOf(row)).value()).angle, cuts[row].angle) << row;
+    }
+    reveal(5);
+    const QPointF place = placeOf(5);
+    reveal(6);
+    reveal(5);
+    preview.table.clearSelection();
+    const QImage unmarked = preview.lanes.grab().toImage();
+    QTest::mouseClick(&preview.lanes, Qt::LeftButton, {}, place.toPoint());
     EXPECT_EQ(preview.table.currentIndex().row(), 5);
-    EXPECT_NE(overview.grab().toImage(), unmarked);
+    EXPECT_NE(preview.lanes.grab().toImage(), unmarked);
+    EXPECT_EQ(timeline.textAt(placeOf(5)),
+              preview.editor.cutLine(5) + "\n" + preview.editor.cutReason(5));
     preview.table.selectRow(8);
-    EXPECT_EQ(preview.value(), preview.editor.cutLine(8));
+    EXPECT_EQ(preview.told(), preview.toldWith(8));
     const int last = static_cast<int>(cuts.size()) - 1;
     const std::pair<Qt::Key, int> keys[] = {
         {Qt::Key_Right, 9}, {Qt::Key_Home, 0}, {Qt::Key_End, last}, {Qt::Key_Left, last - 1}};
     for (const auto& [key, row] : keys) {
-        QTest::keyClick(&overview, key);
+        QTest::keyClick(&timeline, key);
         EXPECT_EQ(preview.table.currentIndex().row(), row) << key;
     }
-    const QPoint place = placeOf(5).toPoint();
-    QHelpEvent pointing(QEvent::ToolTip, place, overview.mapToGlobal(place));
-    QCoreApplication::sendEvent(&overview, &pointing);
-    EXPECT_EQ(QToolTip::text().toStdString(),
-              preview.editor.cutLine(5) + "\n" + preview.editor.cutReason(5));
+    // A place between bars stands for the cut that is on screen then.
+    const QRectF bar = timeline.rowRect(static_cast<std::size_t>(last - 1));
+    QTest::mouseClick(&preview.lanes, Qt::LeftButton, {}, QPoint(int(bar.center().x()), 2));
+    EXPECT_EQ(preview.table.currentIndex().row(), last - 1);
 }
 
-TEST(PreviewColumn, cutPointsAndFollowedMarkersHaveTicksWhileTheyAreUsed) {
+TEST(Timeline, zoomsAroundAPlaceAndScrollsToWhatIsSelected) {
+    Preview preview(manyCameras());
+    preview.editor.generateEdit();
+    Timeline& timeline = preview.timeline;
+    const TimelineAxis& axis = timeline.axis();
+    const auto wheel = [&](int turned, Qt::KeyboardModifiers modifiers) {
+        const QPointF at(axis.left() + axis.width() * 0.75, 60);
+        QWheelEvent event(at, preview.lanes.mapToGlobal(at), {}, {0, turned}, {}, modifiers,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&preview.lanes, &event);
+        return axis.frameAt(at.x());
+    };
+    const double before = axis.frameAt(axis.left() + axis.width() * 0.75);
+    EXPECT_NEAR(wheel(240, Qt::ControlModifier), before, 1);
+    EXPECT_NEAR(axis.shownFrames() * 2.25, 90'000, 1);
+    const double first = axis.firstFrame();
+    wheel(120, Qt::ShiftModifier);
+    EXPECT_LT(axis.firstFrame(), first);
+    EXPECT_EQ(timeline.horizontalScrollBar()->value(), std::lround(axis.firstFrame()));
+
+    for (int press = 0; press < 40; ++press)
+        QTest::keyClick(&timeline, Qt::Key_Plus);
+    EXPECT_EQ(axis.shownFrames(), 25);
+    preview.table.selectRow(20);
+    const Cut& cut = preview.bench.fields().cuts()[20];
+    EXPECT_EQ(axis.firstFrame(), cut.start);
+    // To the pixel column's last frame: single frames can be hit.
+    EXPECT_EQ(axis.wholeFrameAt(axis.left() + axis.width() - 1), cut.start + 24);
+    QTest::keyClick(&timeline, Qt::Key_Minus);
+    EXPECT_EQ(axis.shownFrames(), 37.5);
+    QTest::keyClick(&timeline, Qt::Key_0);
+    EXPECT_FALSE(axis.isZoomed());
+    wheel(-1200, Qt::NoModifier); // scrolls the lanes
+    EXPECT_EQ(timeline.verticalScrollBar()->value(), timeline.verticalScrollBar()->maximum());
+    EXPECT_GT(timeline.verticalScrollBar()->maximum(), 0);
+
+    QNativeGestureEvent pinch(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2,
+                              {300, 50}, {300, 50}, {300, 50}, 1.0, {});
+    QApplication::sendEvent(&preview.lanes, &pinch);
+    EXPECT_NEAR(axis.shownFrames(), 45'000, 1);
+}
+
+TEST(Timeline, whatSharesAPixelIsAsOpaqueAsItIsLong) {
+    TimelineAxis axis;
+    axis.setPlace(0, 100);
+    axis.setLength(1000);
+    std::vector<FrameRange> ranges{{100, 200}, {300, 301}, {505, 510}, {510, 520}};
+    QImage image(100, 4, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    drawLane(painter, QRectF(0, 0, 100, 4), axis, ranges, Qt::white);
+    painter.end();
+    const auto at = [&](int x) { return qRed(image.pixel(x, 2)); };
+    EXPECT_EQ(at(15), 255);
+    EXPECT_EQ(at(9), 0);
+    EXPECT_EQ(at(20), 0);
+    EXPECT_GT(at(30), 40);  // a tenth is seen
+    EXPECT_LT(at(30), 110); // and no more than a tenth
+    EXPECT_GT(at(50), at(30));
+    EXPECT_GT(at(51), at(50));
+    EXPECT_LT(at(50), 200);
+}
+
+TEST(Timeline, marksTellWhatTheyStandFor) {
     ProjectBuilder project = concert();
-    project.clipContent += R"(<marker start="4s"/><marker start="30s" value="Band"/>)";
+    project.clipContent += R"(<marker start="4s"/><marker start="30s" value="Band"/>
+        <chapter-marker start="10s" value="Sermon"/>)";
     Preview preview(project);
     preview.editor.generateEdit();
-    const int height = preview.overview.height();
     preview.editor.edit([](EditSettings& settings) {
         settings.cutAtMarkers = settings.followMarkers = true;
         settings.cutTimes = {10, 20, 20.001};
+        settings.mainCamera = "P";
+        settings.otherCameras = {"B"};
+        settings.opening = {true, "W", 5};
+        settings.sections = {{UUID(), "Reading", "B", "01:00:40:00", "01:00:45:00"}};
     });
     preview.editor.generateEdit();
-    QCoreApplication::processEvents();
-    EXPECT_GT(preview.overview.height(), height);
-
-    // The ticks stand on the axis of the lanes.
-    const QImage image = preview.overview.grab().toImage();
-    const auto row = std::ranges::find(preview.bench.fields().cuts(), 750, &Cut::start) -
-                     preview.bench.fields().cuts().begin();
-    const int noteX =
-        static_cast<int>(preview.overview.rowRect(static_cast<std::size_t>(row)).left());
-    const auto darkAt = [&](int x, int y) { return image.pixelColor(x, y).lightness() < 60; };
-    EXPECT_FALSE(darkAt(noteX, 5));
-    EXPECT_TRUE(darkAt(noteX + 20, 5));
-    const QPoint place(noteX, 5);
-    QHelpEvent pointing(QEvent::ToolTip, place, preview.overview.mapToGlobal(place));
-    QCoreApplication::sendEvent(&preview.overview, &pointing);
-    EXPECT_EQ(QToolTip::text().toStdString(), "Marker “Band” · 01:00:30:00");
-    preview.editor.goBack();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(preview.overview.height(), height);
+    ASSERT_TRUE(preview.bench.fields().shownEdit()) << preview.bench.fields().error.value_or("");
+    std::string texts;
+    const TimelineAxis& axis = preview.timeline.axis();
+    for (const double seconds : {2.0, 10.0, 22.0, 30.0, 42.0})
+        for (int y = 0; y < 40; ++y) {
+            const std::string text = preview.timeline.textAt({axis.x(seconds * 25 + 0.5), y + 0.5});
+            if (!text.empty() && text.find(" seconds") == std::string::npos &&
+                texts.find(text) == std::string::npos)
+                texts += text + "\n";
+        }
+    EXPECT_EQ(texts, "Opening shot · 01:00:00:00 to 01:00:05:00\n"
+                     "Chapter “Sermon” · 01:00:10:00\n"
+                     "Marker “Band” · 01:00:30:00\n"
+                     "Fixed section “Reading” · 01:00:40:00 to 01:00:45:00\n");
 }
 
 TEST(PreviewColumn, aSelectionIsKeptShuffledAndChangedByKeys) {
@@ -217,20 +305,20 @@ TEST(PreviewColumn, aSelectionIsKeptShuffledAndChangedByKeys) {
                    : "";
     };
     EXPECT_EQ(kept(), "");
-    EXPECT_FALSE(preview.find("shuffleSelection").isVisible());
+    EXPECT_FALSE(preview.find("shuffleSelection").isEnabled());
     press(preview.table, Qt::Key_K); // nothing is selected
     preview.table.selectRow(3);
     EXPECT_EQ(preview.find<QLabel>("cutReason").text().toStdString(), editor.cutReason(3));
-    const QImage plain = preview.overview.grab().toImage();
-    press(preview.overview, Qt::Key_K);
+    const QImage plain = preview.lanes.grab().toImage();
+    press(preview.timeline, Qt::Key_K);
     EXPECT_EQ(kept(), "1 shot kept.");
-    EXPECT_NE(preview.overview.grab().toImage(), plain);
+    EXPECT_NE(preview.lanes.grab().toImage(), plain);
     const QModelIndex padlock = preview.table.model()->index(3, 3);
     EXPECT_FALSE(padlock.data(Qt::DecorationRole).isNull());
     EXPECT_TRUE(padlock.siblingAtRow(4).data(Qt::DecorationRole).isNull());
     EXPECT_EQ(preview.find<QLabel>("cutReason").text().toStdString().substr(0, 5), "Kept.");
 
-    // Shift, a drag and Ctrl in the overview.
+    // Shift, a drag and Ctrl in the timeline.
     const auto rows = [&] {
         std::string text;
         for (std::size_t row = 0; row < fields.cuts().size(); ++row)
@@ -238,16 +326,16 @@ TEST(PreviewColumn, aSelectionIsKeptShuffledAndChangedByKeys) {
         return text;
     };
     const auto placeOf = [&](std::size_t row) {
-        return preview.overview.rowRect(row).center().toPoint();
+        return preview.timeline.rowRect(row).center().toPoint();
     };
-    QTest::mouseClick(&preview.overview, Qt::LeftButton, {}, placeOf(4));
-    press(preview.overview, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::mouseClick(&preview.lanes, Qt::LeftButton, {}, placeOf(4));
+    press(preview.timeline, Qt::Key_Right, Qt::ShiftModifier);
     EXPECT_EQ(rows(), "4 5 ");
-    QTest::mouseClick(&preview.overview, Qt::LeftButton, Qt::ControlModifier, placeOf(8));
+    QTest::mouseClick(&preview.lanes, Qt::LeftButton, Qt::ControlModifier, placeOf(8));
     EXPECT_EQ(rows(), "4 5 8 ");
-    QTest::mousePress(&preview.overview, Qt::LeftButton, {}, placeOf(9));
-    QTest::mouseMove(&preview.overview, placeOf(7));
-    QTest::mouseRelease(&preview.overview, Qt::LeftButton, {}, placeOf(7));
+    QTest::mousePress(&preview.lanes, Qt::LeftButton, {}, placeOf(9));
+    QTest::mouseMove(&preview.lanes, placeOf(7));
+    QTest::mouseRelease(&preview.lanes, Qt::LeftButton, {}, placeOf(7));
     EXPECT_EQ(rows(), "7 8 9 ");
     const std::vector<Cut> before = fields.cuts();
     QTest::mouseClick(&preview.find<QPushButton>("shuffleSelection"), Qt::LeftButton);
@@ -259,7 +347,7 @@ TEST(PreviewColumn, aSelectionIsKeptShuffledAndChangedByKeys) {
     ASSERT_EQ(fields.cuts()[1].angle, "B");
     press(preview.table, Qt::Key_2);
     press(preview.table, Qt::Key_Right, Qt::AltModifier);
-    press(preview.overview, Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
+    press(preview.timeline, Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
     press(preview.table, Qt::Key_9); // no such camera
     EXPECT_EQ(fields.cuts()[1].angle, "P");
     EXPECT_EQ(fields.cuts()[1].start, before[1].start - 9);

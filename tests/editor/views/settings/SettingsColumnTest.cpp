@@ -242,8 +242,8 @@ TEST(SettingsColumn, rowsThatComeTogetherStandAndAreReachedInOrder) {
               "mainWait\ninclude-P\nfrequency-P\nwait-P\ninclude-Y\nfrequency-Y\nwait-Y\n"
               "include-X\nfrequency-X\nwait-X\ninclude-B\nfrequency-B\nwait-B\n");
     EXPECT_EQ(reached("addSection", 11),
-              "addSection\nsectionName-0\nsectionCamera-0\nremoveSection-0\nsectionStart-0\n"
-              "sectionEnd-0\nsectionName-1\nsectionCamera-1\nremoveSection-1\nsectionStart-1\n"
+              "addSection\nremoveSection-0\nsectionName-0\nsectionCamera-0\nsectionStart-0\n"
+              "sectionEnd-0\nremoveSection-1\nsectionName-1\nsectionCamera-1\nsectionStart-1\n"
               "sectionEnd-1\n");
 }
 
