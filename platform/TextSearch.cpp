@@ -80,6 +80,8 @@ TextSearch::Letters TextSearch::lettersOf(std::string_view text) const {
         if (letter != 0) {
             letters.letters += static_cast<char16_t>(letter);
             letters.places.push_back({start, end - start});
+        } else if (!letters.places.empty()) { // an accent, say
+            letters.places.back().length = end - letters.places.back().start;
         }
         start = end;
     }

@@ -6,6 +6,7 @@
 #include "platform/TextSearch.h"
 #include "platform/Uuid.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <clocale>
@@ -88,6 +89,20 @@ TEST(TextSearch, findsTextsAsAReaderWould) {
         {"audio", "od", "und"}, {"ton", "tön", "sv"}}; // a letter of its own there
     for (const auto& [text, wanted, locale] : missed)
         EXPECT_FALSE(TextSearch(wanted, locale).isIn(text)) << text << " / " << wanted;
+}
+
+TEST(TextSearch, saysWhereAHitStands) {
+    const auto hits = [](const char* wanted, const char* text) {
+        std::string places;
+        for (const auto& [start, length] : TextSearch(wanted, "en").hitsIn(text))
+            places += fmt::format("{}+{} ", start, length);
+        return places;
+    };
+    EXPECT_EQ(hits("cafe", "A CAFÉ, a cafe\u0301."), "2+4 10+5 ");
+    EXPECT_EQ(hits("é", "𝄞 e"), "3+1 "); // which takes two units before it
+    EXPECT_EQ(hits("aa", "aaaaa"), "0+2 2+2 ");
+    EXPECT_EQ(hits("", "text"), "");
+    EXPECT_EQ(hits("x", "text and x"), "2+1 9+1 ");
 }
 
 TEST(NumberText, readsWholeTextsThatFit) {

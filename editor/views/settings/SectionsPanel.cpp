@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -54,13 +55,20 @@ void SectionsPanel::add(const std::function<void()>& addSection) {
     const std::size_t before = rows_.size();
     addSection();
     if (rows_.size() <= before) return;
-    rows_.back()->beginWithStart();
-    // Once the rows are laid out.
-    QTimer::singleShot(0, rows_.back(), [row = rows_.back()] {
-        for (QWidget* parent = row->parentWidget(); parent; parent = parent->parentWidget())
-            if (auto* const area = qobject_cast<QScrollArea*>(parent))
-                area->ensureWidgetVisible(row, 0, style::scaled(style::wide));
-    });
+    SectionRowView* const row = rows_.back();
+    row->beginWithStart();
+    for (QWidget* parent = parentWidget(); parent; parent = parent->parentWidget())
+        if (auto* const area = qobject_cast<QScrollArea*>(parent)) keepInView(row, area);
+}
+
+/// Rows are laid out in several turns, with each of which the scrolled column grows.
+void SectionsPanel::keepInView(SectionRowView* row, QScrollArea* area) {
+    const auto show = [row, area] {
+        if (row->isAncestorOf(QApplication::focusWidget()))
+            area->ensureWidgetVisible(row, 0, style::scaled(style::wide));
+    };
+    connect(area->verticalScrollBar(), &QScrollBar::rangeChanged, row, show);
+    QTimer::singleShot(0, row, show);
 }
 
 /// Each chapter, from its marker to the next.

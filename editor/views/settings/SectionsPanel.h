@@ -10,6 +10,7 @@
 
 class QMenu;
 class QPushButton;
+class QScrollArea;
 class QToolButton;
 class QVBoxLayout;
 
@@ -30,6 +31,7 @@ class SectionsPanel : public QGroupBox {
 
   private:
     void add(const std::function<void()>& addSection);
+    void keepInView(SectionRowView* row, QScrollArea* area);
     void fillChapters(QMenu& menu);
     void appendRows(std::size_t count);
     void removeLastRow();

@@ -16,9 +16,12 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QPainter>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QTest>
+#include <QToolButton>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -266,8 +269,95 @@ TEST(SettingsColumn, presetsAreNamedInASheet) {
     keyClick(test.find("deletePreset"), Qt::Key_Space);
     EXPECT_EQ(test.spoken("preset"), "Choose a preset: Choose a preset");
     open();
+    EXPECT_FALSE(sheet.findChild<QPushButton*>(QStringLiteral("confirmSavePreset"))->isEnabled());
+    keyClick(name, Qt::Key_Return); // without a name
+    EXPECT_TRUE(sheet.isVisible());
     sheet.close();
     EXPECT_FALSE(test.bench.fields().showSavePreset);
+    test.bench.folder.write("config/Shotweaver.savedPresets.v1", "noise");
+    open();
+    keyClicks(name, QStringLiteral("Refused"));
+    keyClick(name, Qt::Key_Return);
+    EXPECT_FALSE(sheet.isVisible());
+    open();
+    EXPECT_EQ(name->text(), QStringLiteral("Refused"));
+}
+
+TEST(SettingsColumn, steppersTakeTypedValuesAndGoToTheirLimits) {
+    Column test;
+    auto* const stepper = test.find("mainMaximum");
+    const auto typeInto = [&](const char* keys, Qt::Key last) {
+        auto* const field = stepper->findChild<QLineEdit*>(QStringLiteral("typedValue"));
+        ASSERT_TRUE(field);
+        keyClicks(field, QString::fromUtf8(keys));
+        keyClick(field, last);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    QTest::mouseClick(stepper->findChild<QLabel*>(), Qt::LeftButton);
+    typeInto("4x2", Qt::Key_Return);
+    EXPECT_EQ(test.settings().mainMaximum, 42);
+    EXPECT_TRUE(stepper->hasFocus());
+    keyClick(stepper, Qt::Key_9); // begins, and stands for itself
+    typeInto("99", Qt::Key_Enter);
+    EXPECT_EQ(test.settings().mainMaximum, 120);
+    keyClick(stepper, Qt::Key_Return);
+    typeInto("7", Qt::Key_Escape);
+    EXPECT_EQ(test.settings().mainMaximum, 120);
+    keyClick(stepper, Qt::Key_5);
+    test.find("share")->setFocus(); // takes it as well
+    EXPECT_EQ(test.settings().mainMaximum, 5);
+    keyClick(stepper, Qt::Key_Home);
+    EXPECT_EQ(test.settings().mainMaximum, 1);
+    keyClick(stepper, Qt::Key_End);
+    EXPECT_EQ(test.settings().mainMaximum, 120);
+    QTest::mouseClick(test.find("openingSeconds")->findChild<QLabel*>(), Qt::LeftButton);
+    EXPECT_FALSE(test.find("openingSeconds")->findChild<QLineEdit*>()); // disabled
+}
+
+TEST(SettingsColumn, aNewSectionShowsItselfAndWhatIsWrongWithIt) {
+    ProjectBuilder project = concert();
+    project.clipContent += R"(<chapter-marker start="10s" value="Talk &amp; more"/>)";
+    Column test(project);
+    keyClick(test.find("addSection"), Qt::Key_Space);
+    for (int turn = 0; turn < 20; ++turn) // layouts inside of layouts take a turn each
+        QApplication::processEvents();
+    auto* const start = test.find<QLineEdit>("sectionStart-0");
+    EXPECT_TRUE(start->hasFocus());
+    EXPECT_EQ(start->selectedText(), start->text());
+    EXPECT_FALSE(start->visibleRegion().isEmpty());
+
+    auto* const fault = test.find<QLabel>("startFault-0");
+    const auto isOutlined = [&] { return start->property("faulty").toBool(); };
+    keyClicks(start, QStringLiteral("01:0"));
+    EXPECT_TRUE(fault->isHidden()); // it is half typed
+    test.find("addSection")->setFocus();
+    EXPECT_FALSE(fault->isHidden());
+    EXPECT_TRUE(isOutlined());
+    EXPECT_EQ(fault->text(),
+              QStringLiteral("Enter timecode as HH:MM:SS:FF, for example 00:05:30:00."));
+    start->setFocus();
+    start->selectAll();
+    keyClicks(start, QStringLiteral("01:00:05:00"));
+    EXPECT_FALSE(isOutlined());
+    EXPECT_FALSE(fault->isHidden()); // nothing moves while typing
+    EXPECT_EQ(fault->text(), QString());
+    test.find("addSection")->setFocus();
+    EXPECT_TRUE(fault->isHidden());
+
+    auto* const chapters = test.find<QToolButton>("addChapterSection");
+    Q_EMIT chapters->menu()->aboutToShow();
+    ASSERT_EQ(chapters->menu()->actions().size(), 1);
+    EXPECT_EQ(chapters->menu()->actions()[0]->text(),
+              QStringLiteral("Talk && more · 01:00:10:00 to 01:01:00:00"));
+    set(test.editor, &EditSettings::closing, Bookend{true, "W", 5});
+    chapters->menu()->actions()[0]->trigger();
+    const SectionDraft& section = test.settings().sections.at(1);
+    EXPECT_EQ(section.name + " " + section.start + " " + section.end,
+              "Talk & more 01:00:10:00 01:00:55:00");
+    set(test.editor, &EditSettings::opening, Bookend{true, "W", 60});
+    test.editor.addChapterSection(0);
+    EXPECT_EQ(test.settings().sections.size(), 2U);
+    EXPECT_TRUE(test.bench.fields().error.value().starts_with("There is no room"));
 }
 
 TEST(SettingsColumn, whatAScreenReaderSetsIsTaken) {
@@ -302,6 +392,15 @@ TEST(SettingsColumn, coverageIsTold) {
         include(test.editor, other, false);
     EXPECT_EQ(test.find<CoverageBarView>("coverage-0")->bar().label, "Wide (excluded)");
     auto* const list = test.find<QListView>("uncoveredSectionList");
+    EXPECT_EQ(test.find<CoverageBarView>("gapCoverage")->textAt(0.37 * pulpit->width()),
+              "01:00:20:00 to 01:00:24:00\nRecorded here: Wide, Band");
+    const auto told = [&](const char* name) {
+        return QAccessible::queryAccessibleInterface(test.find(name))
+            ->text(QAccessible::Description)
+            .toStdString();
+    };
+    EXPECT_EQ(told("gapCoverage"), "01:00:20:00 to 01:00:24:00");
+    EXPECT_EQ(told("coverage-1"), "01:00:00:00 to 01:00:20:00, 01:00:24:00 to 01:01:00:00");
     EXPECT_EQ(test.spoken("uncoveredSections"), "1 uncovered video section(s): ");
     EXPECT_TRUE(list->isHidden());
     keyClick(test.find("uncoveredSections"), Qt::Key_Space);
