@@ -4,6 +4,7 @@
 #include "benchmarks/BenchmarkDocuments.h"
 #include "benchmarks/Measuring.h"
 #include "benchmarks/SilentHost.h"
+#include "editor/views/preview/Timeline.h"
 #include "host/views/ExtensionRootView.h"
 #include "persistence/SavedEditSession.h"
 #include "planning/EditPlan.h"
@@ -16,6 +17,8 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QKeyEvent>
+#include <QWheelEvent>
 
 #include <filesystem>
 #include <functional>
@@ -190,6 +193,53 @@ void measureActions(const std::string& folder) {
         "nothing but painting", [] {}, [] {});
 }
 
+/// Twelve cameras for six hours.
+void measureTimeline(const std::string& folder) {
+    Bench bench(folder);
+    ContentView& editor = bench.editor;
+    ExtensionRootView root(editor);
+    root.resize(windowSize);
+    root.show();
+    editor.importProject(gappedDocument(12, 300, 6 * 3600 * 25));
+    editor.edit([](EditSettings& settings) { settings.mainMaximum = 13; });
+    editor.generateEdit();
+    for (int turn = 0; turn < 20; ++turn)
+        paint(root);
+    auto& timeline = *root.findChild<Timeline*>();
+    QWidget& lanes = *timeline.viewport();
+    fmt::print("\n12 cameras, {} cuts on show\n\n", editor.fields().cuts().size());
+    const auto measure = [&](const char* name, const std::function<void()>& action) {
+        print(name, medianOf([&] {
+                  return secondsOf([&] {
+                      action();
+                      paint(root);
+                  });
+              }));
+    };
+    const auto wheel = [&](int turned) {
+        const QPointF at(lanes.width() / 2.0, lanes.height() / 2.0);
+        QWheelEvent event(at, lanes.mapToGlobal(at), {}, {0, turned}, {}, Qt::ControlModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&lanes, &event);
+    };
+    const auto press = [&](int key, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(&timeline, &event);
+    };
+    measure("a step of zooming in and one out, painted twice", [&] {
+        wheel(120);
+        paint(root);
+        wheel(-120);
+    });
+    press(Qt::Key_Home, Qt::NoModifier);
+    measure("selecting the next cut, painted", [&] { press(Qt::Key_Right, Qt::NoModifier); });
+    press(Qt::Key_Home, Qt::NoModifier);
+    press(Qt::Key_End, Qt::ShiftModifier);
+    measure("one cut less of all that are selected, painted",
+            [&] { press(Qt::Key_Left, Qt::ShiftModifier); });
+    measure("nothing but painting", [] {});
+}
+
 void run(const QStringList& arguments) {
     if (arguments.value(0) == QLatin1String("--empty")) return startEmptyWindow();
     if (arguments.value(0) == QLatin1String("--panel"))
@@ -200,6 +250,7 @@ void run(const QStringList& arguments) {
     compareStarts(folder.path.string() + "/start");
     measureMemory(folder.path.string() + "/memory");
     measureActions(folder.path.string() + "/actions");
+    measureTimeline(folder.path.string() + "/actions");
 }
 
 } // namespace

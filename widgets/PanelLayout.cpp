@@ -39,6 +39,27 @@ QVBoxLayout* columnLayout(QWidget* parent) {
     return layout;
 }
 
+namespace {
+
+void readInOrder(const QLayout& layout) {
+    for (int index = 0; index < layout.count(); ++index) {
+        QLayoutItem& item = *layout.itemAt(index);
+        if (const QLayout* const part = item.layout()) readInOrder(*part);
+        if (QWidget* const widget = item.widget()) {
+            widget->raise();
+            readInLayoutOrder(*widget);
+        }
+    }
+}
+
+} // namespace
+
+void readInLayoutOrder(QWidget& panel) {
+    if (panel.layout()) return readInOrder(*panel.layout());
+    for (QWidget* const child : panel.findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        readInLayoutOrder(*child);
+}
+
 QLabel* titleLabel(const QString& title, QWidget* control) {
     QLabel* const label = style::label(style::TextStyle::body);
     // The palette's own colours know a disabled look.

@@ -11,6 +11,7 @@
 #include "host/FinalCutIntegration.h"
 #include "widgets/ButtonAction.h"
 #include "widgets/IconLabel.h"
+#include "widgets/PanelLayout.h"
 #include "widgets/Sheet.h"
 #include "widgets/Style.h"
 #include "widgets/WrappedText.h"
@@ -65,6 +66,9 @@ EditorPanel::EditorPanel(ContentView& editor, QWidget* parent) : QWidget(parent)
     layout->addWidget(makeColumns(), 1);
     status_ = new StatusView(editor_, this);
     layout->addWidget(status_);
+
+    readInLayoutOrder(*this);
+    settingsArea_->lower(); // the splitter has them the other way round
 
     dropHighlight_ = new DropHighlight(this);
     savePreset_ = new SavePresetSheet(editor_, this);

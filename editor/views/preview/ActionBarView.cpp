@@ -28,22 +28,22 @@ ActionBarView::ActionBarView(ContentView& editor, QWidget* parent)
     : QWidget(parent), editor_(editor),
       generate_(addButton("generate", QString(), panelTexts::generateHelp, generateShortcut,
                           &ContentView::generateEdit)),
+      back_(addButton("back", QStringLiteral("Back"), panelTexts::backHelp,
+                      Qt::CTRL | Qt::Key_BracketLeft, &ContentView::goBack)),
+      forward_(addButton("forward", QStringLiteral("Forward"), panelTexts::forwardHelp,
+                         Qt::CTRL | Qt::Key_BracketRight, &ContentView::goForward)),
+      position_(new QToolButton(this)), edits_(new EditListView(editor, this)),
+      export_(addButton("export", QStringLiteral("Export to Final Cut…"), panelTexts::exportHelp,
+                        Qt::CTRL | Qt::Key_E, &ContentView::exportEdit)),
       shuffleSelection_(makeActionButton({QStringLiteral("shuffleSelection"),
                                           QStringLiteral("Shuffle selection"),
                                           QString::fromUtf8(panelTexts::shuffleSelectionHelp),
                                           {}},
                                          this, [this] { Q_EMIT selectionShuffled(); })),
-      back_(addButton("back", QStringLiteral("Back"), panelTexts::backHelp,
-                      Qt::CTRL | Qt::Key_BracketLeft, &ContentView::goBack)),
-      forward_(addButton("forward", QStringLiteral("Forward"), panelTexts::forwardHelp,
-                         Qt::CTRL | Qt::Key_BracketRight, &ContentView::goForward)),
-      export_(addButton("export", QStringLiteral("Export to Final Cut…"), panelTexts::exportHelp,
-                        Qt::CTRL | Qt::Key_E, &ContentView::exportEdit)),
-      position_(new QToolButton), edits_(new EditListView(editor, this)),
-      hint_(new WrappedLabel(style::TextStyle::callout, style::secondary())),
       kept_(style::label(style::TextStyle::callout, style::secondary())),
       letGo_(addButton("letGo", QStringLiteral("Let go of all"), panelTexts::letGoHelp, {},
-                       &ContentView::letGoOfAll)) {
+                       &ContentView::letGoOfAll)),
+      hint_(new WrappedLabel(style::TextStyle::callout, style::secondary())) {
     shuffleSelection_->setEnabled(false);
     kept_->setObjectName(QStringLiteral("kept"));
     generate_->setProperty("prominent", true);

@@ -37,16 +37,17 @@ class ActionBarView : public QWidget {
 
     ContentView& editor_;
     ActionBar shown_;
+    // In the order in which they stand.
     QPushButton* generate_;
-    QPushButton* shuffleSelection_;
     QPushButton* back_;
     QPushButton* forward_;
-    QPushButton* export_;
     QToolButton* position_;
     EditListView* edits_;
-    QLabel* hint_;
+    QPushButton* export_;
+    QPushButton* shuffleSelection_;
     QLabel* kept_;
     QPushButton* letGo_;
+    QLabel* hint_;
 };
 
 } // namespace shotweaver

@@ -17,7 +17,7 @@ namespace shotweaver {
 
 PresetsPanel::PresetsPanel(ContentView& editor, QWidget* parent)
     : QGroupBox(QStringLiteral("Saved presets"), parent), editor_(editor),
-      preset_(new Picker(QStringLiteral("Preset"))),
+      preset_(new Picker(QStringLiteral("Preset"), this)),
       apply_(makeButton(QStringLiteral("Apply"), QStringLiteral("applyPreset"),
                         &ContentView::applyPreset)),
       update_(makeButton(QStringLiteral("Update"), QStringLiteral("updatePreset"),
