@@ -140,6 +140,16 @@ std::vector<Scene> scenes(const std::string& example) {
                  if (auto* const area = qobject_cast<QScrollArea*>(above))
                      area->ensureWidgetVisible(&remove);
          }},
+        {"sections",
+         [load](Studio& studio) {
+             load(studio);
+             load(studio); // replaces a session
+             studio.editor.addChapterSection(2);
+             studio.editor.editSection(0,
+                                       [](SectionDraft& section) { section.end = "01:02:00;01"; });
+             Studio::settle();
+             studio.find<QPushButton>("addSection").click();
+         }},
         {"warning-and-error",
          [load](Studio& studio) {
              load(studio);

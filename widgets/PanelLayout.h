@@ -35,8 +35,8 @@ class LayoutPause {
 QHBoxLayout* rowLayout(QWidget* parent = nullptr);
 QVBoxLayout* columnLayout(QWidget* parent = nullptr);
 
-/// Lets a screen reader meet all that a panel holds in the order of its layouts, not in that in which
-/// it was made.
+/// Lets a screen reader meet all that a panel holds in the order of its layouts, not in that in
+/// which it was made.
 void readInLayoutOrder(QWidget& panel);
 
 /// A control's title, which looks disabled with it.

@@ -91,7 +91,7 @@ void Toggle::paintEvent(QPaintEvent*) {
     const double boxTop = top + std::floor((text.lineHeight() - boxSide()) / 2);
     drawCheckBox(painter, {0.0, boxTop, 1.0 * boxSide(), 1.0 * boxSide()}, *this);
     painter.setPen(palette().color(foregroundRole()));
-    text.draw(painter, QPointF(indent(), top));
+    text.draw(painter, QPointF(indent(), top), std::max<double>(height(), text.height()));
     // Around the label: the box stands at the edge.
     drawFocus(painter, *this, rect().adjusted(indent() - focusMargin() - 2, 0, 0, 0));
 }

@@ -52,7 +52,7 @@ void WrappedLabel::paintEvent(QPaintEvent* event) {
     const WrappedText lines(text(), font(), width(), alignment());
     const double spare = height() - lines.height();
     const bool isAtTop = (alignment() & Qt::AlignTop) || spare < 0;
-    lines.draw(painter, {0, isAtTop ? 0 : std::floor(spare / 2)});
+    lines.draw(painter, {0, isAtTop ? 0 : std::floor(spare / 2)}, height());
 }
 
 } // namespace shotweaver

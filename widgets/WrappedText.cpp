@@ -37,6 +37,22 @@ double WrappedText::lineHeight() const {
     return layout_.lineCount() > 0 ? layout_.lineAt(0).height() : 0;
 }
 
+void WrappedText::draw(QPainter& painter, const QPointF& topLeft, double room) const {
+    const int lines = layout_.lineCount();
+    int fitting = 1;
+    while (fitting < lines && layout_.lineAt(fitting).rect().bottom() <= room + 1)
+        ++fitting;
+    const bool isCut = fitting < lines;
+    for (int line = 0; line < std::min(lines, isCut ? fitting - 1 : fitting); ++line)
+        layout_.lineAt(line).draw(&painter, topLeft);
+    if (!isCut) return;
+    const QTextLine last = layout_.lineAt(fitting - 1);
+    const QString rest = layout_.text().mid(last.textStart(), 2 * last.textLength());
+    painter.setFont(layout_.font());
+    painter.drawText(last.rect().translated(topLeft), Qt::TextSingleLine,
+                     QFontMetricsF(layout_.font()).elidedText(rest, Qt::ElideRight, last.width()));
+}
+
 int lineWidth(const QString& text, const QFont& font) {
     return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(shortened(text)))) + 1;
 }

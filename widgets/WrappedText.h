@@ -22,7 +22,9 @@ class WrappedText {
 
     double height() const { return height_; }
     double lineHeight() const;
-    void draw(QPainter& painter, const QPointF& topLeft) const { layout_.draw(&painter, topLeft); }
+    /// Of what is higher than `room`, the lines that fit, with "…" at their end; the first in any
+    /// case.
+    void draw(QPainter& painter, const QPointF& topLeft, double room) const;
 
   private:
     QTextLayout layout_;

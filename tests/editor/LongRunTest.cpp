@@ -33,7 +33,7 @@ class LongRun {
     void act() {
         ContentView& editor = bench.editor();
         calls.isFull = below(10) == 0;
-        switch (below(14)) {
+        switch (below(16)) {
         case 0:
             return importProject();
         case 1:
@@ -56,6 +56,9 @@ class LongRun {
         case 10:
         case 11:
             return refine();
+        case 12:
+        case 13:
+            return takeBack();
         default:
             return editor.generateEdit();
         }
@@ -72,6 +75,18 @@ class LongRun {
         marked.clipContent += R"(<marker start="4s"/><marker start="30s" value="band"/>)";
         static const std::string others[] = {marked.xml(), ProjectBuilder().xml(), "<fcpxml/>"};
         bench.editor().importProject(others[below(3)]);
+    }
+
+    void takeBack() {
+        ContentView& editor = bench.editor();
+        switch (below(5)) {
+        case 0:
+            return editor.bringBackSession();
+        case 1:
+            return editor.redo();
+        default:
+            return editor.undo();
+        }
     }
 
     void changeOne(EditSettings& settings) {

@@ -53,6 +53,11 @@ void CutTable::refresh() {
     model_->refresh();
 }
 
+QSize CutTable::sizeHint() const {
+    constexpr int fewRows = 4;
+    return {QTableView::sizeHint().width(), style::scaled(tableRowHeight) * fewRows};
+}
+
 void CutTable::copySelection() const {
     QModelIndexList rows = selectionModel()->selectedRows();
     if (rows.isEmpty()) return;

@@ -16,6 +16,8 @@ class CutTable : public QTableView {
     explicit CutTable(ContentView& editor, QWidget* parent = nullptr);
 
     void refresh();
+    /// A few rows: it takes what room there is.
+    QSize sizeHint() const override;
     /// Puts the selected rows on the clipboard, a line each; nothing without any.
     void copySelection() const;
 

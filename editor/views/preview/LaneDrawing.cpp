@@ -66,7 +66,7 @@ std::pair<std::size_t, std::size_t> shownOf(const std::vector<FrameRange>& range
 
 void drawLane(QPainter& painter, const QRectF& lane, const TimelineAxis& axis,
               const std::vector<FrameRange>& ranges, const QColor& colour) {
-    constexpr float faintest = 0.2F;
+    constexpr float faintest = 0.3F;
     Density density(axis, painter.device()->devicePixelRatioF());
     const auto [first, last] = shownOf(ranges, axis.shown());
     for (std::size_t i = first; i < last; ++i)

@@ -7,6 +7,7 @@
 #include "editor/views/preview/UsageTable.h"
 #include "planning/EditTexts.h"
 #include "widgets/PanelLayout.h"
+#include "widgets/PlainToolTip.h"
 #include "widgets/Style.h"
 #include "widgets/WarningLine.h"
 #include "widgets/WrappedLabel.h"
@@ -60,8 +61,8 @@ void PreviewColumn::layOut() {
     setMinimumWidth(style::scaled(388)); // all columns, with ordinary names
     // As wide as it reads well.
     cuts_->setMaximumWidth(style::scaled(760));
-    // Kept when no cut is selected, so that the list does not move.
-    reason_->setMinimumHeight(2 * reason_->fontMetrics().lineSpacing());
+    // The same for any reason and for none, so that the list does not move.
+    reason_->setFixedHeight(3 * reason_->fontMetrics().lineSpacing());
     reason_->setAlignment(Qt::AlignTop);
     auto* const list = new QWidget(this);
     QVBoxLayout* const listColumn = columnLayout(list);
@@ -70,15 +71,16 @@ void PreviewColumn::layOut() {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(style::scaled(style::normal));
-    for (QWidget* const widget :
-         {static_cast<QWidget*>(warning_), static_cast<QWidget*>(actions_),
-          static_cast<QWidget*>(summary_), static_cast<QWidget*>(timeline_)})
-        column->addWidget(widget);
+    column->addWidget(warning_);
+    column->addWidget(actions_);
+    column->addWidget(summary_);
+    column->addWidget(timeline_, 1);
     lists_ = new QBoxLayout(QBoxLayout::TopToBottom);
     lists_->setSpacing(style::scaled(style::normal));
     lists_->addWidget(list, 1);
     lists_->addWidget(usage_);
-    column->addLayout(lists_, 1);
+    lists_->addStretch();
+    column->addLayout(lists_, 2);
     column->addWidget(noCuts_, 1);
     list_ = list;
 }
@@ -89,6 +91,7 @@ void PreviewColumn::resizeEvent(QResizeEvent* event) {
     const bool isWide = width() >= style::scaled(860);
     lists_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     lists_->setAlignment(usage_, isWide ? Qt::AlignTop : Qt::Alignment());
+    list_->setMaximumWidth(isWide ? cuts_->maximumWidth() : QWIDGETSIZE_MAX);
     usage_->setMinimumWidth(isWide ? style::scaled(380) : 0);
     usage_->setMaximumWidth(style::scaled(isWide ? 480 : 760));
 }
@@ -118,7 +121,9 @@ void PreviewColumn::selectionDidChange() {
     const bool hasSelection = selection.hasSelection();
     actions_->showSelection(hasSelection);
     const int row = hasSelection ? selection.currentIndex().row() : -1;
-    showText(*reason_, row < 0 ? "" : editor_.cutReason(static_cast<std::size_t>(row)));
+    const std::string reason = row < 0 ? "" : editor_.cutReason(static_cast<std::size_t>(row));
+    showText(*reason_, reason);
+    reason_->setToolTip(plainToolTip(reason));
 }
 
 } // namespace shotweaver

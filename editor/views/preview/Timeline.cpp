@@ -39,6 +39,10 @@ class AccessibleTimeline : public QAccessibleWidget {
 
 constexpr double zoomStep = 1.5;
 
+// Lanes that are seen at once, with little room and with enough.
+constexpr std::size_t fewestLanes = 6;
+constexpr std::size_t mostLanes = 12;
+
 } // namespace
 
 Timeline::Timeline(ContentView& editor, QWidget* parent)
@@ -49,7 +53,7 @@ Timeline::Timeline(ContentView& editor, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::NoFrame);
     setFont(style::font(style::TextStyle::caption));
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     // Always there, so that zooming moves nothing; it says what part is on show.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     viewport()->setAutoFillBackground(false);
@@ -94,8 +98,13 @@ void Timeline::refresh() {
     for (const CutLane& lane : lanes_)
         widestLabel_ = std::max(widestLabel_, metrics.horizontalAdvance(toQt(lane.camera)));
     axis_.setLength(project_->engine.length);
-    updateHeight();
+    updateGeometry();
+    setMaximumHeight(heightOf(mostLanes));
     updateAxis();
+}
+
+QSize Timeline::sizeHint() const {
+    return {style::scaled(200), heightOf(fewestLanes)};
 }
 
 void Timeline::zoom(double factor, double x) {

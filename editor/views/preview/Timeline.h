@@ -30,6 +30,10 @@ class Timeline : public QAbstractScrollArea {
     void setSelectionModel(QItemSelectionModel* selection);
     void refresh();
 
+    /// With a few lanes. It takes room for more up to its maximum; others are scrolled.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
     const TimelineAxis& axis() const { return axis_; }
     /// The cut drawn at a position of the viewport, as its row in the cut list.
     std::optional<std::size_t> rowAt(QPointF position) const;
@@ -64,7 +68,7 @@ class Timeline : public QAbstractScrollArea {
     QRectF markRect(const TimelineMark& mark) const;
     const TimelineMark* markAt(QPointF position) const;
     int labelWidth() const;
-    void updateHeight();
+    int heightOf(std::size_t lanes) const;
     void updateAxis();
     void updateBars();
     void zoom(double factor, double x);

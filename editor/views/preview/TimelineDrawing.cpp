@@ -21,7 +21,6 @@ constexpr int lanePitch = 15;
 constexpr int rulerHeight = 24;
 constexpr int marksHeight = 12;
 constexpr int swatchSide = 8;
-constexpr std::size_t mostLanes = 12; // that are seen at once; more are scrolled
 
 double pitch() {
     return style::scaled(lanePitch);
@@ -107,10 +106,10 @@ int Timeline::labelWidth() const {
     return std::min(whole, viewport()->width() / 3);
 }
 
-void Timeline::updateHeight() {
-    const double lanes = static_cast<double>(std::clamp<std::size_t>(lanes_.size(), 1, mostLanes));
-    setFixedHeight(static_cast<int>(std::ceil(lanesTop() + lanes * pitch() + outline())) +
-                   horizontalScrollBar()->sizeHint().height());
+int Timeline::heightOf(std::size_t lanes) const {
+    const double rows = static_cast<double>(std::clamp<std::size_t>(lanes_.size(), 1, lanes));
+    return static_cast<int>(std::ceil(lanesTop() + rows * pitch() + outline())) +
+           horizontalScrollBar()->sizeHint().height();
 }
 
 /// Also one pixel for a short cut at the very end.
