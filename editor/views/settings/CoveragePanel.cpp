@@ -96,7 +96,10 @@ QWidget* CoveragePanel::makeSummary() {
     QVBoxLayout* const column = columnLayout(summary);
     for (QWidget* const part :
          std::initializer_list<QWidget*>{message_, complete_, gapHeading_, makeGapList()})
-        column->addWidget(part);
+        column->addWidget(part, 0, Qt::AlignTop);
+    column->addStretch();
+    // The same for one that stays short, so that typing timecodes moves nothing below.
+    summary->setMinimumHeight(2 * complete_->fontMetrics().lineSpacing());
     return summary;
 }
 

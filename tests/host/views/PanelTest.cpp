@@ -218,6 +218,7 @@ TEST(Host, theControllerShowsThePanelAndTakesFinalCutsXml) {
                  QByteArray::fromStdString(concert().xml()));
     EXPECT_TRUE(drop(view, drag));
     EXPECT_EQ(controller.editor().fields().project->summary.name, "Concert");
+    EXPECT_EQ(view->windowTitle(), QStringLiteral("Concert"));
     // The XML comes first, also where files come with it.
     controller.editor().generateEdit();
     drag.setUrls({QUrl(QStringLiteral("file:///nowhere.fcpxml"))});
@@ -228,6 +229,10 @@ TEST(Host, theControllerShowsThePanelAndTakesFinalCutsXml) {
     QMimeData empty;
     empty.setData(QStringLiteral("com.apple.finalcutpro.xml"), "");
     EXPECT_FALSE(drop(view, empty));
+    view->activateWindow();
+    controller.editor().dismissError();
+    QTest::keyClick(view, Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(view->isVisible());
     const StateFolders folders = stateFolders(systemEnvironment());
     EXPECT_TRUE(folders.session.starts_with(home.path())) << folders.session;
     EXPECT_TRUE(std::filesystem::exists(folders.session + "/session-v1.json"));

@@ -1,3 +1,4 @@
+#include "editor/views/WelcomeView.h"
 #include "host/views/ExtensionDropContainer.h"
 #include "host/views/ExtensionViewController.h"
 #include "host/views/ItemDialog.h"
@@ -15,6 +16,7 @@
 #include <QSplitter>
 #include <QTableWidget>
 #include <QThread>
+#include <QTimer>
 #include <QToolButton>
 
 #include <memory>
@@ -221,6 +223,45 @@ TEST(ItemDialog, tellsWhatItIsForAndStartsWhereItIsTold) {
     EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("itemMessage"))->text(),
               QStringLiteral("Choose a folder for the XML."));
     EXPECT_FALSE(dialog.windowFlags() & Qt::WindowMinMaxButtonsHint);
+}
+
+TEST(Host, dialogsStartInTheFolderOfTheLastOne) {
+    const TestFolder folder;
+    folder.write("exports/Song.fcpxml", "x");
+    folder.write("other/x", "x");
+    const UserDefaults defaults(systemFileCalls(), folder.path("config"));
+    QtHostServices host(nullptr, defaults);
+    const auto choose = [&](const OpenPanel& panel, const char* chosen) {
+        QString start;
+        QTimer::singleShot(0, &host, [&] {
+            auto* const dialog = findAnywhere<ItemDialog>("itemDialog");
+            start = dialog->directory().dirName();
+            dialog->selectFile(QString::fromStdString(folder.path(chosen)));
+            dialog->accept();
+        });
+        EXPECT_EQ(host.chooseItem(panel), folder.path(chosen));
+        return start.toStdString();
+    };
+    const OpenPanel open{"Choose a file.", "", true, true, false};
+    const OpenPanel save{"Choose a folder.", "Export", false, true, true};
+    choose(open, "exports/Song.fcpxml");
+    choose(save, "other"); // which has a place of its own
+    EXPECT_EQ(choose(open, "exports/Song.fcpxml"), "exports");
+    EXPECT_EQ(choose(save, "other"), "other");
+}
+
+TEST(Panel, theEmptyPanelOffersTheExample) {
+    EditorBench bench;
+    ContentView editor({bench.host, systemFileCalls(), bench.random,
+                        [&] { return UUID::random(bench.random); }, [] { return 0.0; },
+                        bench.folders(), "und",
+                        std::string(SHOTWEAVER_SOURCE_DIR) + "/examples/Sunday Service.fcpxml"});
+    WelcomeView view(editor);
+    view.show();
+    auto* const example = view.findChild<QPushButton*>(QStringLiteral("openExample"));
+    ASSERT_TRUE(example->isVisible());
+    QTest::mouseClick(example, Qt::LeftButton);
+    EXPECT_EQ(editor.project()->summary.name, "Sunday Service");
 }
 
 TEST(PanelInstance, aSecondStartHandsItsFileToTheFirst) {

@@ -173,6 +173,13 @@ TEST(Timeline, sharesTheListsSelection) {
     const QImage unmarked = preview.lanes.grab().toImage();
     QTest::mouseClick(&preview.lanes, Qt::LeftButton, {}, place.toPoint());
     EXPECT_EQ(preview.table.currentIndex().row(), 5);
+    const QRect far = preview.table.visualRect(preview.table.model()->index(40, 0));
+    QTest::mouseClick(&preview.lanes, Qt::LeftButton, {},
+                      QPoint(int(placeOf(40).x()), 2)); // brings the row to the middle
+    const QRect middle = preview.table.visualRect(preview.table.currentIndex());
+    EXPECT_FALSE(preview.table.viewport()->rect().intersects(far));
+    EXPECT_NEAR(middle.center().y(), preview.table.viewport()->height() / 2, middle.height());
+    preview.table.selectRow(5);
     EXPECT_NE(preview.lanes.grab().toImage(), unmarked);
     EXPECT_EQ(timeline.textAt(placeOf(5)),
               preview.editor.cutLine(5) + "\n" + preview.editor.cutReason(5));
