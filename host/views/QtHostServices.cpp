@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QMetaObject>
 #include <QUrl>
@@ -29,6 +30,7 @@ QtHostServices::~QtHostServices() = default;
 std::optional<std::string> QtHostServices::chooseItem(const OpenPanel& panel) {
     const char* const entry = panel.canChooseFiles ? openFolder : saveFolder;
     ItemDialog dialog(panel, window_);
+    dialog.startIn(QDir::homePath());
     dialog.startIn(rememberedFolder(entry));
     if (dialog.exec() != QDialog::Accepted || dialog.chosen().isEmpty()) return std::nullopt;
     const QString chosen = dialog.chosen();
