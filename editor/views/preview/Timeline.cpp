@@ -80,11 +80,15 @@ void Timeline::selectionDidChange() {
 
 void Timeline::refresh() {
     const EditRevision* const edit = editor_.fields().shownEdit();
-    if (kept_ != editor_.fields().kept) {
+    const bool isOther = edit && (edit->id != edit_ || project_ != editor_.fields().project);
+    if (edit && (isOther || kept_ != editor_.fields().kept)) {
         kept_ = editor_.fields().kept;
+        // Kept shots may fill gaps.
+        marks_ =
+            timelineMarks(*edit, *editor_.fields().project, editor_.coverageContent().gaps.ranges);
         viewport()->update();
     }
-    if (!edit || (edit->id == edit_ && project_ == editor_.fields().project)) return;
+    if (!isOther) return;
     project_ = editor_.fields().project;
     edit_ = edit->id;
     lanes_ = cutLanes(edit->cuts, *project_);
@@ -92,7 +96,6 @@ void Timeline::refresh() {
     for (std::size_t lane = 0; lane < lanes_.size(); ++lane)
         for (const std::size_t row : lanes_[lane].rows)
             laneOfRow_[row] = lane;
-    marks_ = timelineMarks(*edit, *project_, editor_.coverageContent().gaps.ranges);
     widestLabel_ = 0;
     const QFontMetricsF metrics(font());
     for (const CutLane& lane : lanes_)
