@@ -51,9 +51,9 @@ void ContentView::restoreSession() {
     try {
         const auto bytes = sessionFile_.read();
         if (!bytes) return;
-        auto [session, project] = loadSession(*bytes);
+        LoadedSession loaded = loadSession(*bytes);
         change([&](EditorFields& fields) {
-            takeSession(fields, std::move(session), std::move(project));
+            takeSession(fields, std::move(loaded.session), std::move(loaded.project));
             fields.status = panelTexts::restored;
             restoreIsNews_ = true;
         });
@@ -105,7 +105,7 @@ void ContentView::importProject(std::string data) {
 /// Keeps the session that is about to be replaced, also one that was not restored: nothing without
 /// one.
 std::optional<ReplacedSession> ContentView::keepSession() {
-    if (saveIsWanted_) writeSession();
+    if (saveIsWanted_ || fields_.sessionSaveError) writeSession();
     const Project* const former = project();
     const bool isNamed = former && !former->summary.name.empty();
     const std::string name = isNamed ? former->summary.name : "your last session";
@@ -124,12 +124,12 @@ void ContentView::bringBackSession() {
         const BusySign busy = environment_.host.showBusy();
         const auto bytes = sessionFile_.readKept();
         if (!bytes) throw FinalCutImportError::invalid("It is not there any more.");
-        auto [session, project] = loadSession(*bytes);
-        if (saveIsWanted_) writeSession();
+        LoadedSession loaded = loadSession(*bytes);
+        if (saveIsWanted_ || fields_.sessionSaveError) writeSession();
         const std::string replaced = this->project()->summary.name;
         sessionFile_.exchangeWithKept();
         change([&](EditorFields& fields) {
-            takeSession(fields, std::move(session), std::move(project));
+            takeSession(fields, std::move(loaded.session), std::move(loaded.project));
             fields.status = fmt::format("Brought back {}.", fields.project->summary.name);
             fields.replaced = ReplacedSession{fmt::format("Replaced {}.", replaced), true};
             fields.chosenPreset.clear();

@@ -24,7 +24,7 @@ QSize ElidedLabel::minimumSizeHint() const {
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
-    painter.drawText(rect(), alignment() | Qt::TextSingleLine,
+    painter.drawText(rect(), static_cast<int>(alignment().toInt()) | Qt::TextSingleLine,
                      fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
 }
 

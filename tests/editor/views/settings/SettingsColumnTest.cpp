@@ -351,7 +351,7 @@ TEST(SettingsColumn, aNewSectionShowsItselfAndWhatIsWrongWithIt) {
               QStringLiteral("Talk && more · 01:00:10:00 to 01:01:00:00"));
     set(test.editor, &EditSettings::closing, Bookend{true, "W", 5});
     chapters->menu()->actions()[0]->trigger();
-    const SectionDraft& section = test.settings().sections.at(1);
+    const SectionDraft section = test.settings().sections.at(1);
     EXPECT_EQ(section.name + " " + section.start + " " + section.end,
               "Talk & more 01:00:10:00 01:00:55:00");
     set(test.editor, &EditSettings::opening, Bookend{true, "W", 60});
