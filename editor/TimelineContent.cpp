@@ -79,7 +79,11 @@ std::vector<CutLane> cutLanes(const std::vector<Cut>& cuts, const Project& proje
     std::unordered_map<std::string_view, std::size_t> laneByAngle;
     for (const ImportedAngle& angle : project.videoAngles) {
         laneByAngle.emplace(angle.id, lanes.size());
-        lanes.push_back({project.label(angle.id), {}, {}});
+        lanes.push_back(
+            {project.label(angle.id),
+             {},
+             {},
+             uncoveredRanges(project.engine.coverageOf(angle.id), project.engine.length)});
     }
     for (std::size_t row = 0; row < cuts.size(); ++row) {
         const Cut& cut = cuts[row];
@@ -123,6 +127,10 @@ std::vector<RulerLabel> rulerLabels(const FrameRange& shown, std::int64_t distan
         if (frame >= shown.upperBound) return labels;
         if (frame >= shown.lowerBound) labels.push_back({frame, engine.timecode(frame)});
     }
+}
+
+std::string laneGapText(const CutLane& lane, const FrameRange& gap, const CutEngine& engine) {
+    return fmt::format("{} has no footage · {}", lane.camera, rangeText(gap, engine));
 }
 
 std::string timelineSummary(const std::vector<CutLane>& lanes, std::size_t cuts) {

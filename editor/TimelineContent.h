@@ -16,6 +16,7 @@ struct CutLane {
     std::string camera;
     std::vector<FrameRange> ranges; // in the cut list's order
     std::vector<std::size_t> rows;  // of these ranges in the cut list
+    Coverage gaps = {};             // where it recorded nothing
 
     bool operator==(const CutLane&) const = default;
 };
@@ -52,6 +53,9 @@ struct RulerLabel {
 /// least 1). Where drop-frame timecode skips a round label, the next one stands there.
 std::vector<RulerLabel> rulerLabels(const FrameRange& shown, std::int64_t distance,
                                     const CutEngine& engine);
+
+/// What a gap of a lane tells: "Pulpit has no footage · 01:00:20:00 to 01:00:24:00".
+std::string laneGapText(const CutLane& lane, const FrameRange& gap, const CutEngine& engine);
 
 /// The edit in a line: "3 cameras, 182 cuts".
 std::string timelineSummary(const std::vector<CutLane>& lanes, std::size_t cuts);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <string>
 
@@ -28,7 +29,11 @@ class FileCalls {
     virtual int renameToNew(const std::string& from, const std::string& to) = 0;
     /// Gives the file a second name; fails with EEXIST when anything has that name, and with an
     /// error of its own on file systems that know no second names.
-    virtual int link(const std::string& from, const std::string& to) = 0;
+    virtual int link([[maybe_unused]] const std::string& from,
+                     [[maybe_unused]] const std::string& to) {
+        errno = ENOTSUP;
+        return -1;
+    }
     virtual int remove(const std::string& path) = 0;
     /// Creates a folder in one that exists; fails with EEXIST when anything has that name already.
     virtual int createFolder(const std::string& path) = 0;

@@ -130,7 +130,7 @@ QString Timeline::description() const {
 std::string Timeline::textAt(QPointF position) const {
     if (const TimelineMark* const mark = markAt(position)) return mark->text;
     const auto row = rowAt(position);
-    return row ? editor_.cutLine(*row) + "\n" + editor_.cutReason(*row) : "";
+    return row ? editor_.cutLine(*row) + "\n" + editor_.cutReason(*row) : gapAt(position);
 }
 
 void Timeline::select(int row, Qt::KeyboardModifiers modifiers) {

@@ -67,6 +67,8 @@ class Timeline : public QAbstractScrollArea {
     QRectF laneRect(std::size_t lane) const;
     QRectF markRect(const TimelineMark& mark) const;
     const TimelineMark* markAt(QPointF position) const;
+    std::optional<std::size_t> laneAt(QPointF position) const;
+    std::string gapAt(QPointF position) const; // of its lane, in words
     int labelWidth() const;
     int heightOf(std::size_t lanes) const;
     void updateAxis();
@@ -87,6 +89,7 @@ class Timeline : public QAbstractScrollArea {
     void drawRuler(QPainter& painter) const;
     void drawMarks(QPainter& painter) const;
     void drawLanes(QPainter& painter) const;
+    void drawGaps(QPainter& painter, const QRectF& lane, const Coverage& gaps) const;
     void drawCuts(QPainter& painter, int first, int last) const;
     void drawKept(QPainter& painter) const;
 

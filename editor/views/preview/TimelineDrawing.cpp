@@ -157,12 +157,30 @@ void Timeline::reveal(std::size_t row) {
         bar.setValue(bar.value() + static_cast<int>(lane.bottom() - lanesRect().bottom() + 1));
 }
 
-/// A cut of the lane that is drawn in the pixel.
-std::optional<std::size_t> Timeline::rowAt(QPointF position) const {
+std::optional<std::size_t> Timeline::laneAt(QPointF position) const {
     if (!lanesRect().contains(position) || position.x() < axis_.left()) return std::nullopt;
     const double lane = (position.y() - lanesTop() + verticalScrollBar()->value()) / pitch();
     if (lane < 0 || lane >= static_cast<double>(lanes_.size())) return std::nullopt;
-    const auto& [camera, ranges, rows] = lanes_[static_cast<std::size_t>(lane)];
+    return static_cast<std::size_t>(lane);
+}
+
+std::string Timeline::gapAt(QPointF position) const {
+    const auto lane = laneAt(position);
+    if (!lane) return "";
+    const std::int64_t frame = axis_.wholeFrameAt(position.x());
+    const Coverage& gaps = lanes_[*lane].gaps;
+    const auto gap = std::find_if(gaps.begin(), gaps.end(), [&](const FrameRange& each) {
+        return each.lowerBound <= frame && frame < each.upperBound;
+    });
+    return gap == gaps.end() ? "" : laneGapText(lanes_[*lane], *gap, project_->engine);
+}
+
+/// A cut of the lane that is drawn in the pixel.
+std::optional<std::size_t> Timeline::rowAt(QPointF position) const {
+    const auto lane = laneAt(position);
+    if (!lane) return std::nullopt;
+    const std::vector<FrameRange>& ranges = lanes_[*lane].ranges;
+    const std::vector<std::size_t>& rows = lanes_[*lane].rows;
     const double x = std::floor(position.x());
     const auto next =
         std::partition_point(ranges.begin(), ranges.end(), [&](const FrameRange& range) {
@@ -305,14 +323,29 @@ void Timeline::drawLanes(QPainter& painter) const {
         const QRectF rect = laneRect(lane);
         painter.fillRect(QRectF(axis_.left(), rect.top(), axis_.width(), rect.height()),
                          style::barBackground());
+        drawGaps(painter, rect, lanes_[lane].gaps);
         drawLane(painter, rect, axis_, lanes_[lane].ranges, distinctColour(lane));
+    }
+}
+
+/// Hatched, where they can be seen.
+void Timeline::drawGaps(QPainter& painter, const QRectF& lane, const Coverage& gaps) const {
+    const QRectF all(axis_.left(), lane.top(), axis_.width(), lane.height());
+    for (const FrameRange& gap : gaps) {
+        const double left = axis_.x(static_cast<double>(gap.lowerBound));
+        const double right = axis_.x(static_cast<double>(gap.upperBound));
+        if (right - left < 1 || right < all.left() || left > all.right()) continue;
+        const QRectF rect = all.intersected(QRectF(left, all.top(), right - left, all.height()));
+        painter.fillRect(rect, style::background());
+        painter.fillRect(rect, QBrush(style::line().lighter(150), Qt::BDiagPattern));
     }
 }
 
 /// Draws selected rows once more, brighter.
 void Timeline::drawCuts(QPainter& painter, int first, int last) const {
     for (std::size_t lane = 0; lane < lanes_.size(); ++lane) {
-        const auto& [camera, ranges, rows] = lanes_[lane];
+        const std::vector<FrameRange>& ranges = lanes_[lane].ranges;
+        const std::vector<std::size_t>& rows = lanes_[lane].rows;
         const auto from = std::lower_bound(rows.begin(), rows.end(), first) - rows.begin();
         const auto to = std::upper_bound(rows.begin(), rows.end(), last) - rows.begin();
         if (from != to)

@@ -280,7 +280,7 @@ TEST(Timeline, marksTellWhatTheyStandFor) {
     std::string texts;
     const TimelineAxis& axis = preview.timeline.axis();
     for (const double seconds : {2.0, 10.0, 22.0, 30.0, 42.0})
-        for (int y = 0; y < 40; ++y) {
+        for (int y = 0; y < preview.lanes.height(); ++y) {
             const std::string text = preview.timeline.textAt({axis.x(seconds * 25 + 0.5), y + 0.5});
             if (!text.empty() && text.find(" seconds") == std::string::npos &&
                 texts.find(text) == std::string::npos)
@@ -288,6 +288,7 @@ TEST(Timeline, marksTellWhatTheyStandFor) {
         }
     EXPECT_EQ(texts, "Opening shot · 01:00:00:00 to 01:00:05:00\n"
                      "Chapter “Sermon” · 01:00:10:00\n"
+                     "Pulpit has no footage · 01:00:20:00 to 01:00:24:00\n"
                      "Marker “Band” · 01:00:30:00\n"
                      "Fixed section “Reading” · 01:00:40:00 to 01:00:45:00\n");
 }
