@@ -12,6 +12,7 @@ class SilentHost final : public HostServices {
     bool startAccess(const std::string&) override { return false; }
     void stopAccess(const std::string&) override {}
     void openInFinalCut(const std::string&, OpenCompletion completion) override { completion({}); }
+    void showInFolder(const std::string&, OpenCompletion completion) override { completion({}); }
     void later(std::function<void()> function) override { function(); }
 };
 

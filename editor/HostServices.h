@@ -63,11 +63,9 @@ class HostServices : public ItemAccess {
     /// thread, perhaps before this returns.
     virtual void openInFinalCut(const std::string& path, OpenCompletion completion) = 0;
 
-    /// Opens the folder of a file, by the desktop's own means, where there are any. `completion` is
-    /// called like that of `openInFinalCut`.
-    virtual void showInFolder(const std::string& path, OpenCompletion completion) {
-        completion(HostError{"Shotweaver", 3, "“" + path + "” cannot be shown from here."});
-    }
+    /// Opens the folder of a file, by the desktop's own means. `completion` is called like that of
+    /// `openInFinalCut`.
+    virtual void showInFolder(const std::string& path, OpenCompletion completion) = 0;
 
     /// Runs a function on the main thread after the current event.
     virtual void later(std::function<void()> function) = 0;

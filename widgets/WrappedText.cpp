@@ -47,7 +47,7 @@ void WrappedText::draw(QPainter& painter, const QPointF& topLeft, double room) c
         layout_.lineAt(line).draw(&painter, topLeft);
     if (!isCut) return;
     const QTextLine last = layout_.lineAt(fitting - 1);
-    const QString rest = layout_.text().mid(last.textStart(), 2 * last.textLength());
+    const QString rest = layout_.text().mid(last.textStart(), qsizetype{2} * last.textLength());
     painter.setFont(layout_.font());
     painter.drawText(last.rect().translated(topLeft), Qt::TextSingleLine,
                      QFontMetricsF(layout_.font()).elidedText(rest, Qt::ElideRight, last.width()));
